@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <QString>
+
+namespace moorline {
+
+/// Monochrome draws every layer in the full colour, hierarchical the secondary layer fainter.
+enum class SymbolRendering { monochrome, hierarchical };
+
+struct SymbolRequest {
+    /// The catalogue name, such as "dock.rectangle".
+    QString name;
+    /// The size of the text that the symbol goes with, in points; the image is somewhat larger.
+    qreal pointSize = 13;
+    /// Device pixels per point.
+    qreal scale = 1;
+    QColor color;
+    SymbolRendering rendering = SymbolRendering::monochrome;
+};
+
+/// Pictures that the system gives.
+class SystemImages {
+public:
+    virtual ~SystemImages() = default;
+
+    /// The symbol with its device pixel ratio set to the asked scale. A null image when there is no such symbol.
+    [[nodiscard]] virtual QImage symbol(const SymbolRequest &request) const = 0;
+};
+
+} // namespace moorline

@@ -1,0 +1,55 @@
+#include "platform/qt/QtClock.h"
+
+#include <QTimer>
+
+namespace moorline {
+
+namespace {
+
+class RunningTimer final : public Clock::Timer {
+public:
+    RunningTimer(std::chrono::milliseconds interval, bool repeats, Clock::Callback callback)
+    {
+        // A timer that fires often drives a motion or follows the pointer; the others may share a wake-up.
+        m_timer.setTimerType(interval < std::chrono::milliseconds(250) ? Qt::PreciseTimer : Qt::CoarseTimer);
+        m_timer.setSingleShot(!repeats);
+        // The callback may destroy this timer, so it runs as a copy.
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [callback = std::move(callback)] {
+            const Clock::Callback call = callback;
+            call();
+        });
+        m_timer.start(interval);
+    }
+
+private:
+    QTimer m_timer;
+};
+
+} // namespace
+
+QtClock::QtClock()
+{
+    m_uptime.start();
+}
+
+QDateTime QtClock::now() const
+{
+    return QDateTime::currentDateTime();
+}
+
+std::chrono::milliseconds QtClock::uptime() const
+{
+    return std::chrono::milliseconds(m_uptime.elapsed());
+}
+
+std::unique_ptr<Clock::Timer> QtClock::every(std::chrono::milliseconds interval, Callback tick)
+{
+    return std::make_unique<RunningTimer>(interval, true, std::move(tick));
+}
+
+std::unique_ptr<Clock::Timer> QtClock::after(std::chrono::milliseconds delay, Callback fire)
+{
+    return std::make_unique<RunningTimer>(delay, false, std::move(fire));
+}
+
+} // namespace moorline
