@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/Screens.h"
+
+namespace moorline::test {
+
+/// One 1440 × 900 screen until told otherwise.
+class FakeScreens final : public Screens {
+public:
+    [[nodiscard]] QList<Screen> screens() const override { return m_screens; }
+
+    void set(QList<Screen> screens)
+    {
+        m_screens = std::move(screens);
+        Q_EMIT screensChanged();
+    }
+
+    static Screen screen(const QRectF &frame) { return {frame, frame, {}, 1}; }
+
+private:
+    QList<Screen> m_screens{screen({0, 0, 1440, 900})};
+};
+
+} // namespace moorline::test

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/AppBundles.h"
+#include "platform/SystemDockControl.h"
+#include "platform/SystemImages.h"
+#include "platform/SystemSettings.h"
+#include "platform/Workspace.h"
+
+#include <QHash>
+#include <QList>
+
+namespace moorline::test {
+
+class FakeWorkspace final : public Workspace { };
+
+class FakeSystemDockControl final : public SystemDockControl {
+public:
+    [[nodiscard]] QCoro::Task<bool> enableAutoHide() override
+    {
+        ++timesAutoHideEnabled;
+        co_return succeeds;
+    }
+    [[nodiscard]] QCoro::Task<bool> setRevealDelay(double seconds) override
+    {
+        delays.append(seconds);
+        co_return succeeds;
+    }
+
+    bool succeeds = true;
+    int timesAutoHideEnabled = 0;
+    QList<double> delays;
+};
+
+class FakeSystemSettings final : public SystemSettings {
+public:
+    void open(SettingsPane pane) override { opened.append(pane); }
+
+    QList<SettingsPane> opened;
+};
+
+/// Every symbol is a filled square of the asked colour, half again as large as its text.
+class FakeSystemImages final : public SystemImages {
+public:
+    [[nodiscard]] QImage symbol(const SymbolRequest &request) const override
+    {
+        requests.append(request);
+        const int side = qRound(request.pointSize * 1.5 * request.scale);
+        QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+        image.fill(request.color);
+        image.setDevicePixelRatio(request.scale);
+        return image;
+    }
+
+    mutable QList<SymbolRequest> requests;
+};
+
+/// Knows the bundles it was given, by path.
+class FakeAppBundles final : public AppBundles {
+public:
+    [[nodiscard]] QString applicationExtension() const override { return QStringLiteral("app"); }
+    [[nodiscard]] std::optional<BundleInfo> info(const QString &path) const override
+    {
+        const auto found = bundles.constFind(path);
+        return found == bundles.constEnd() ? std::nullopt : std::optional(*found);
+    }
+
+    QHash<QString, BundleInfo> bundles;
+};
+
+} // namespace moorline::test
