@@ -1,0 +1,53 @@
+#include "settings/Settings.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QRegularExpression>
+#include <QStringList>
+
+namespace moorline {
+
+QString WeatherLocation::subtitle() const
+{
+    QStringList parts;
+    for (const auto &part : {admin1, country}) {
+        if (part)
+            parts.append(*part);
+    }
+    return parts.join(QStringLiteral(", "));
+}
+
+ClockFormat systemClockFormat()
+{
+    static const QRegularExpression quoted(QStringLiteral("'[^']*'"));
+    QString pattern = QLocale::system().timeFormat(QLocale::ShortFormat);
+    pattern.remove(quoted);
+    // Qt writes the day period as "AP", "ap" or "A" where others write "a".
+    return pattern.contains(u'a', Qt::CaseInsensitive) ? ClockFormat::twelveHour : ClockFormat::twentyFourHour;
+}
+
+const QList<AppShortcut> &defaultShortcuts()
+{
+    static const QList<AppShortcut> shortcuts{{QStringLiteral("/System/Library/CoreServices/Finder.app"),
+        QStringLiteral("com.apple.finder"), QStringLiteral("Finder")}};
+    return shortcuts;
+}
+
+QString label(DockVisibilityMode mode)
+{
+    switch (mode) {
+    case DockVisibilityMode::alwaysVisible:
+        return QCoreApplication::translate("DockVisibilityMode", "Always visible");
+    case DockVisibilityMode::hideWhenSystemDockAppears:
+        return QCoreApplication::translate("DockVisibilityMode", "Hide when the macOS Dock appears");
+    }
+    return {};
+}
+
+const Settings &Settings::defaults()
+{
+    static const Settings settings;
+    return settings;
+}
+
+} // namespace moorline
