@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/SystemImages.h"
+
+#include <QCache>
+#include <QIcon>
+#include <QPointF>
+#include <QSizeF>
+
+QT_BEGIN_NAMESPACE
+class QPainter;
+QT_END_NAMESPACE
+
+namespace moorline {
+
+/// Symbols by catalogue name, drawn at the painter's real scale and cached, a bounded number of them.
+class Symbols {
+public:
+    explicit Symbols(const SystemImages &images);
+
+    /// In points; empty when there is no such symbol.
+    [[nodiscard]] QSizeF size(const QString &name, qreal pointSize) const;
+    void draw(QPainter &painter, const QPointF &topLeft, const QString &name, qreal pointSize, const QColor &color,
+        SymbolRendering rendering = SymbolRendering::monochrome) const;
+    /// For menus and the tray, at every size and scale these commonly ask for.
+    [[nodiscard]] QIcon icon(const QString &name, const QColor &color) const;
+
+private:
+    [[nodiscard]] QImage image(const SymbolRequest &request) const;
+
+    const SystemImages &m_images;
+    mutable QCache<QString, QImage> m_cache;
+};
+
+} // namespace moorline
