@@ -1,0 +1,30 @@
+#pragma once
+
+#include "theme/BarWidget.h"
+
+#include <QDate>
+
+namespace moorline {
+
+class TimeKeeper;
+
+/// Upper-cased and short, in the user's language, such as "TUE".
+[[nodiscard]] QString weekdayString(const QDate &date);
+
+/// A calendar page: the weekday above the day of the month.
+class CalendarWidget final : public BarWidget {
+    Q_OBJECT
+public:
+    explicit CalendarWidget(const TimeKeeper &keeper, QGraphicsItem *parent = nullptr);
+
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
+
+private:
+    void refresh();
+
+    const TimeKeeper &m_keeper;
+    QString m_weekday;
+    QString m_day;
+};
+
+} // namespace moorline
