@@ -1,0 +1,17 @@
+#include "files/DragPayload.h"
+
+#include <QMimeData>
+#include <algorithm>
+
+namespace moorline {
+
+QList<QUrl> loadDroppedFileURLs(const QMimeData &dropped)
+{
+    QList<QUrl> files;
+    const QList<QUrl> urls = dropped.urls();
+    std::copy_if(
+        urls.begin(), urls.end(), std::back_inserter(files), [](const QUrl &url) { return url.isLocalFile(); });
+    return files;
+}
+
+} // namespace moorline
