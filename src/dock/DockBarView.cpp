@@ -1,0 +1,201 @@
+#include "dock/DockBarView.h"
+
+#include "dock/AutoHideNudge.h"
+#include "dock/BarMetrics.h"
+#include "dock/PanelPlacement.h"
+#include "dock/Pill.h"
+#include "settings/SettingsStore.h"
+#include "system/SystemDock.h"
+#include "theme/Color.h"
+#include "time/CalendarWidget.h"
+#include "time/ClockWidget.h"
+#include "time/MonthCounterWidget.h"
+
+#include <QMenu>
+#include <cmath>
+
+namespace moorline {
+
+using namespace BarMetrics;
+
+namespace {
+
+constexpr std::chrono::seconds taskInterval{2};
+
+/// The room for the whole pill on the primary screen.
+qreal maximumPillWidth(const Screens &screens)
+{
+    const auto screen = targetScreen(screens.screens());
+    const bool isPrimary = screen && screen->frame.topLeft() == QPointF(0, 0);
+    return isPrimary ? screen->frame.width() - screenSideMargins : assumedMaximumWidth;
+}
+
+} // namespace
+
+DockBarView::DockBarView(Context context, ContentWidthChange onContentWidthChange)
+    : m_context(std::move(context))
+    , m_onContentWidthChange(std::move(onContentWidthChange))
+    , m_iconSize(largestIcon)
+    , m_dockConflicts(m_context.systemDock.conflictsWithDockBar())
+    , m_pill(new Pill(this))
+    , m_nudge(new AutoHideNudge(m_context.symbols, this))
+{
+    connect(m_pill, &Pill::widthChanged, this, &DockBarView::pillWidthChanged);
+    connect(m_pill, &Pill::menuRequested, this, &DockBarView::showMenu);
+    connect(m_pill, &Pill::filesDropped, &m_context.store, &SettingsStore::pin);
+    connect(m_nudge, &AutoHideNudge::accepted, this, [this] { m_context.systemDock.enableAutoHide(); });
+    connect(&m_context.store, &SettingsStore::settingsDidChange, this, &DockBarView::settingsChanged);
+    m_nudge->setVisible(isNudgeShown());
+    settingsChanged();
+}
+
+DockBarView::~DockBarView() = default;
+
+void DockBarView::appear()
+{
+    evaluate();
+    m_task = m_context.clock.every(taskInterval, [this] { evaluate(); });
+}
+
+void DockBarView::disappear()
+{
+    m_task.reset();
+}
+
+void DockBarView::evaluate()
+{
+    m_dockConflicts = m_context.systemDock.conflictsWithDockBar();
+    updateNudge();
+    const Playback playback = m_context.playback ? m_context.playback() : Playback();
+    m_state.musicVisible = isMusicVisible(m_context.store.settings(), playback, m_context.clock.now());
+    updateRow();
+}
+
+void DockBarView::settingsChanged()
+{
+    m_pill->setDropColor(colorFromHex(m_context.store.settings().highlightColorHex));
+    updateNudge();
+    updateRow();
+    refitIcons(m_pill->size().width());
+}
+
+void DockBarView::refit()
+{
+    refitIcons(m_pill->size().width());
+    reportContentWidth();
+}
+
+BarWidget *DockBarView::widgetView(WidgetKind kind) const
+{
+    switch (kind) {
+    case WidgetKind::clock:
+        return new ClockWidget(m_context.store, m_context.keeper);
+    case WidgetKind::calendar:
+        return new CalendarWidget(m_context.keeper);
+    case WidgetKind::monthCounter:
+        return new MonthCounterWidget(m_context.keeper);
+    case WidgetKind::weather:
+    case WidgetKind::forecast:
+    case WidgetKind::music:
+    case WidgetKind::appShortcut:
+    case WidgetKind::recentApps:
+    case WidgetKind::pinnedItems:
+        break;
+    }
+    // These kinds are known to the settings before the program has a widget for them.
+    return nullptr;
+}
+
+QList<WidgetKind> DockBarView::row() const
+{
+    QList<WidgetKind> kinds;
+    for (const Pill::Entry &entry : m_pill->row())
+        kinds.append(entry.kind);
+    return kinds;
+}
+
+void DockBarView::updateRow()
+{
+    QList<WidgetKind> kinds = visibleWidgets(m_context.store.settings(), m_state);
+    if (kinds == m_visibleKinds)
+        return;
+    m_visibleKinds = std::move(kinds);
+    QList<Pill::Entry> entries;
+    for (const WidgetKind kind : std::as_const(m_visibleKinds)) {
+        if (BarWidget *widget = widgetView(kind))
+            entries.append({kind, widget});
+    }
+    m_pill->setRow(entries);
+}
+
+void DockBarView::refitIcons(qreal measuredWidth)
+{
+    const IconCounts icons = iconCounts(row(), m_context.store.settings(), m_state);
+    m_iconSize = fittedIconSize(icons, measuredWidth, m_iconSize, maximumPillWidth(m_context.screens));
+}
+
+void DockBarView::pillWidthChanged()
+{
+    refitIcons(m_pill->size().width());
+    layOut();
+    reportContentWidth();
+}
+
+void DockBarView::reportContentWidth()
+{
+    const qreal pill = m_pill->size().width();
+    // The nudge is part of the body: a panel as narrow as a short pill would cut its text and its button off.
+    m_onContentWidthChange(isNudgeShown() ? std::max(pill, m_nudge->naturalWidth()) : pill);
+}
+
+bool DockBarView::isNudgeShown() const
+{
+    return m_context.store.settings().showAutoHideNudge && m_dockConflicts;
+}
+
+void DockBarView::updateNudge()
+{
+    if (m_nudge->isVisibleTo(this) == isNudgeShown())
+        return;
+    m_nudge->setVisible(isNudgeShown());
+    layOut();
+    Q_EMIT bodyHeightChanged();
+    reportContentWidth();
+}
+
+qreal DockBarView::bodyHeight() const
+{
+    return isNudgeShown() ? panelHeightWithNudge : panelHeight;
+}
+
+void DockBarView::setGeometry(const QRectF &rect)
+{
+    QGraphicsWidget::setGeometry(rect);
+    layOut();
+}
+
+void DockBarView::layOut()
+{
+    const qreal pillTop = size().height() - panelMargin - pillHeight;
+    m_pill->setPos(std::floor((size().width() - m_pill->size().width()) / 2), pillTop);
+    const qreal nudgeWidth = std::min(m_nudge->naturalWidth(), size().width());
+    m_nudge->setGeometry(
+        std::floor((size().width() - nudgeWidth) / 2), pillTop - nudgeGap - nudgeHeight, nudgeWidth, nudgeHeight);
+    Q_EMIT interactiveAreaChanged();
+}
+
+QPainterPath DockBarView::interactiveArea() const
+{
+    QPainterPath area = m_pill->outline().translated(m_pill->pos());
+    if (isNudgeShown())
+        area.addPath(m_nudge->outline().translated(m_nudge->pos()));
+    return area;
+}
+
+void DockBarView::showMenu(const QPoint &place)
+{
+    m_menu = makeBarMenu(m_context.store, m_context.symbols, m_context.commands);
+    m_menu->popup(place);
+}
+
+} // namespace moorline

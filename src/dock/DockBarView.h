@@ -1,0 +1,87 @@
+#pragma once
+
+#include "dock/BarContents.h"
+#include "dock/BarMenu.h"
+#include "platform/Clock.h"
+
+#include <QGraphicsWidget>
+
+namespace moorline {
+
+class AutoHideNudge;
+class BarWidget;
+class Pill;
+class Screens;
+class SystemDock;
+class TimeKeeper;
+
+/// The content of the panel: the pill with its widgets and, above it, the nudge about the desktop's dock.
+/// The body stands centred at the bottom of whatever size the view is given.
+class DockBarView final : public QGraphicsWidget {
+    Q_OBJECT
+public:
+    /// What the bar is built on. Everything lent here outlives the bar.
+    struct Context {
+        SettingsStore &store;
+        const TimeKeeper &keeper;
+        SystemDock &systemDock;
+        Clock &clock;
+        const Screens &screens;
+        const Symbols &symbols;
+        BarCommands commands;
+        /// What plays now; nothing ever did while there is no such function.
+        std::function<Playback()> playback;
+    };
+    /// Receives the width the content needs, in points.
+    using ContentWidthChange = std::function<void(qreal)>;
+
+    DockBarView(Context context, ContentWidthChange onContentWidthChange);
+    ~DockBarView() override;
+
+    /// Begin and end the task that looks every two seconds whether the nudge and the music widget have their place.
+    void appear();
+    void disappear();
+    /// Fits everything to the screens again, as after one came or went.
+    void refit();
+
+    /// The widgets that stand in the row now.
+    [[nodiscard]] QList<WidgetKind> row() const;
+    [[nodiscard]] qreal iconSize() const { return m_iconSize; }
+    [[nodiscard]] bool isNudgeShown() const;
+    /// The natural height of the body with its margins.
+    [[nodiscard]] qreal bodyHeight() const;
+    /// Where the body is drawn and takes input, in the coordinates of the view.
+    [[nodiscard]] QPainterPath interactiveArea() const;
+
+    void setGeometry(const QRectF &rect) override;
+
+Q_SIGNALS:
+    void interactiveAreaChanged();
+    /// The body became higher or lower.
+    void bodyHeightChanged();
+
+private:
+    [[nodiscard]] BarWidget *widgetView(WidgetKind kind) const;
+    void evaluate();
+    void settingsChanged();
+    void updateRow();
+    void updateNudge();
+    void refitIcons(qreal measuredWidth);
+    void pillWidthChanged();
+    void reportContentWidth();
+    void layOut();
+    void showMenu(const QPoint &place);
+
+    Context m_context;
+    ContentWidthChange m_onContentWidthChange;
+    BarState m_state;
+    QList<WidgetKind> m_visibleKinds;
+    qreal m_iconSize;
+    bool m_dockConflicts;
+    std::unique_ptr<Clock::Timer> m_task;
+    std::unique_ptr<QMenu> m_menu;
+    Pill *m_pill;
+    AutoHideNudge *m_nudge;
+};
+
+} // namespace moorline

@@ -1,0 +1,276 @@
+#include "dock/DockBarView.h"
+
+#include "DockFixture.h"
+#include "dock/AutoHideNudge.h"
+#include "dock/DockHostingView.h"
+#include "dock/Pill.h"
+#include "support/TestCase.h"
+
+#include <QGraphicsSceneContextMenuEvent>
+#include <QMenu>
+#include <QSignalSpy>
+
+using namespace moorline;
+using namespace moorline::test;
+using namespace std::chrono_literals;
+
+namespace {
+
+struct Fixture : DockFixture {
+    Fixture()
+    {
+        change([](Settings &settings) {
+            settings.enabledWidgets = {WidgetKind::clock, WidgetKind::monthCounter};
+            settings.appShortcuts.clear();
+            settings.showDownloadsFolder = settings.showTrash = false;
+        });
+    }
+
+    std::unique_ptr<DockBarView> make()
+    {
+        return std::make_unique<DockBarView>(barContext(), [this](qreal width) { widths.append(width); });
+    }
+
+    /// What the bar reported, oldest first.
+    QList<qreal> widths;
+};
+
+class PaintCounter final : public QObject {
+public:
+    [[nodiscard]] int count() const { return m_count; }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        m_count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+
+private:
+    int m_count = 0;
+};
+
+/// The offscreen platform has neither a stacking order nor a keyboard, and says so.
+void expectPopupWarnings()
+{
+    QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
+    QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
+}
+
+template <typename Item>
+Item *child(const DockBarView &bar)
+{
+    for (QGraphicsItem *item : bar.childItems()) {
+        if (auto *found = dynamic_cast<Item *>(item))
+            return found;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+class DockBarViewTest final : public TestCase {
+    Q_OBJECT
+private Q_SLOTS:
+    void showsTheEnabledWidgetsInTheirOrder()
+    {
+        Fixture fixture;
+        const auto bar = fixture.make();
+        QCOMPARE(bar->row(), (QList<WidgetKind>{WidgetKind::clock, WidgetKind::monthCounter}));
+        fixture.change([](Settings &settings) {
+            settings.enabledWidgets = {WidgetKind::monthCounter, WidgetKind::calendar, WidgetKind::clock};
+        });
+        QCOMPARE(bar->row(), (QList<WidgetKind>{WidgetKind::monthCounter, WidgetKind::calendar, WidgetKind::clock}));
+    }
+
+    void aChangeOfOtherSettingsKeepsTheWidgets()
+    {
+        Fixture fixture;
+        const auto bar = fixture.make();
+        const auto *first = child<Pill>(*bar)->row().first().widget;
+        fixture.change([](Settings &settings) { settings.bottomGap = 9; });
+        QCOMPARE(child<Pill>(*bar)->row().first().widget, first);
+    }
+
+    void reportsTheWidthOfThePill()
+    {
+        Fixture fixture;
+        const auto bar = fixture.make();
+        QCOMPARE(fixture.widths.last(), child<Pill>(*bar)->size().width());
+        const qreal before = fixture.widths.last();
+        fixture.change([](Settings &settings) { settings.showSeconds = true; });
+        QVERIFY(fixture.widths.last() > before);
+        fixture.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock}; });
+        QVERIFY(fixture.widths.last() < before);
+    }
+
+    void theBodyStandsAtTheBottomCentred()
+    {
+        Fixture fixture;
+        const auto bar = fixture.make();
+        const Pill *pill = child<Pill>(*bar);
+        bar->setGeometry(QRectF(0, 0, 801, 132));
+        QCOMPARE(pill->y(), 132.0 - 13 - 72);
+        QVERIFY(qAbs(pill->geometry().center().x() - 400.5) <= 0.5);
+    }
+
+    void withoutIconsTheIconSizeIsTheLargest()
+    {
+        Fixture fixture;
+        const auto bar = fixture.make();
+        QCOMPARE(bar->iconSize(), 46.0);
+        QVERIFY(!bar->row().contains(WidgetKind::pinnedItems));
+    }
+
+    void theNudgeShowsWhileTheDockLiesUnderneath()
+    {
+        Fixture fixture;
+        fixture.preferences.setDock(QStringLiteral("bottom"), false);
+        const auto bar = fixture.make();
+        QVERIFY(bar->isNudgeShown());
+        QCOMPARE(bar->bodyHeight(), 132.0);
+        bar->setGeometry(QRectF(0, 0, 900, 132));
+        const auto *nudge = child<AutoHideNudge>(*bar);
+        QVERIFY(nudge->isVisibleTo(bar.get()));
+        QCOMPARE(nudge->y(), 13.0);
+        QCOMPARE(nudge->size().height(), 26.0);
+        fixture.change([](Settings &settings) { settings.showAutoHideNudge = false; });
+        QVERIFY(!bar->isNudgeShown());
+        QVERIFY(!nudge->isVisibleTo(bar.get()));
+    }
+
+    void theNudgeGoesAtTheNextRoundWhenTheDockMovesToTheSide()
+    {
+        Fixture fixture;
+        fixture.preferences.setDock(QStringLiteral("bottom"), false);
+        const auto bar = fixture.make();
+        bar->appear();
+        QSignalSpy heights(bar.get(), &DockBarView::bodyHeightChanged);
+        fixture.preferences.setDock(QStringLiteral("left"), false);
+        fixture.clock.advance(1900ms);
+        QVERIFY(bar->isNudgeShown());
+        fixture.clock.advance(100ms);
+        QVERIFY(!bar->isNudgeShown());
+        QCOMPARE(heights.size(), 1);
+        fixture.clock.advance(10s);
+        QCOMPARE(heights.size(), 1);
+    }
+
+    void aDockThatCannotBeAskedCounts()
+    {
+        Fixture fixture;
+        fixture.preferences.domains.clear();
+        QVERIFY(fixture.make()->isNudgeShown());
+    }
+
+    void thePanelIsAskedToBeWideEnoughForTheNudge()
+    {
+        Fixture fixture;
+        fixture.preferences.setDock(QStringLiteral("bottom"), false);
+        const auto bar = fixture.make();
+        QCOMPARE(fixture.widths.last(), child<AutoHideNudge>(*bar)->naturalWidth());
+        QVERIFY(fixture.widths.last() > child<Pill>(*bar)->size().width());
+    }
+
+    void theButtonOfTheNudgeHidesTheDock()
+    {
+        Fixture fixture;
+        fixture.preferences.setDock(QStringLiteral("bottom"), false);
+        const auto bar = fixture.make();
+        Q_EMIT child<AutoHideNudge>(*bar)->accepted();
+        QCOMPARE(fixture.dockControl.timesAutoHideEnabled, 1);
+        QVERIFY(fixture.systemSettings.opened.isEmpty());
+    }
+
+    void whereTheDockRefusesItsSettingsOpen()
+    {
+        Fixture fixture;
+        fixture.preferences.setDock(QStringLiteral("bottom"), false);
+        fixture.dockControl.succeeds = false;
+        const auto bar = fixture.make();
+        Q_EMIT child<AutoHideNudge>(*bar)->accepted();
+        QCOMPARE(fixture.systemSettings.opened, QList<SettingsPane>{SettingsPane::desktopAndDock});
+    }
+
+    void theTaskRunsOnlyWhileTheBarShows()
+    {
+        Fixture fixture;
+        const auto bar = fixture.make();
+        QVERIFY(!fixture.clock.repeatingIntervals().contains(2s));
+        bar->appear();
+        QVERIFY(fixture.clock.repeatingIntervals().contains(2s));
+        bar->disappear();
+        QVERIFY(!fixture.clock.repeatingIntervals().contains(2s));
+    }
+
+    void inputIsTakenOnThePillAndTheNudgeAlone()
+    {
+        Fixture fixture;
+        fixture.preferences.setDock(QStringLiteral("bottom"), false);
+        const auto bar = fixture.make();
+        bar->setGeometry(QRectF(0, 0, 900, 132));
+        const QPainterPath area = bar->interactiveArea();
+        QVERIFY(area.contains(QPointF(450, 26)));
+        QVERIFY(area.contains(QPointF(450, 80)));
+        QVERIFY(!area.contains(QPointF(450, 43)));
+        QVERIFY(!area.contains(QPointF(450, 6)));
+        QVERIFY(!area.contains(QPointF(450, 125)));
+        QVERIFY(!area.contains(QPointF(2, 80)));
+    }
+
+    void aRightClickOnThePillOpensTheMenu()
+    {
+        Fixture fixture;
+        DockHostingView view(fixture.make());
+        view.resize(600, 98);
+        view.show();
+        expectPopupWarnings();
+        QContextMenuEvent press(QContextMenuEvent::Mouse, QPoint(300, 49), QPoint(300, 49));
+        QCoreApplication::sendEvent(view.viewport(), &press);
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        QCOMPARE(menu->actions().size(), 6);
+        menu->close();
+    }
+
+    void aRightClickBesideThePillOpensNothing()
+    {
+        Fixture fixture;
+        DockHostingView view(fixture.make());
+        view.resize(600, 98);
+        view.show();
+        QContextMenuEvent press(QContextMenuEvent::Mouse, QPoint(300, 5), QPoint(300, 5));
+        QCoreApplication::sendEvent(view.viewport(), &press);
+        QVERIFY(!QApplication::activePopupWidget());
+    }
+
+    void droppedFilesArePinned()
+    {
+        Fixture fixture;
+        const auto bar = fixture.make();
+        Q_EMIT child<Pill>(*bar)->filesDropped({QUrl::fromLocalFile(QStringLiteral("/tmp/notes.txt"))});
+        const QList<PinnedItem> expected{{QStringLiteral("/tmp/notes.txt"), QStringLiteral("notes.txt")}};
+        QCOMPARE(fixture.store.settings().pinnedItems, expected);
+    }
+
+    void aClockWithoutSecondsPaintsOnceAMinute()
+    {
+        Fixture fixture;
+        fixture.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock, WidgetKind::calendar}; });
+        fixture.keeper.start();
+        DockHostingView view(fixture.make());
+        view.resize(600, 98);
+        view.show();
+        QCoreApplication::processEvents();
+        PaintCounter paints;
+        view.viewport()->installEventFilter(&paints);
+        for (int second = 0; second < 600; ++second) {
+            fixture.clock.advance(1s);
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(paints.count(), 10);
+    }
+};
+
+MOORLINE_TEST(DockBarViewTest);
+
+#include "DockBarViewTest.moc"
