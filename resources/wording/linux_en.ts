@@ -1,0 +1,22 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="en">
+<context>
+    <name>DockVisibilityMode</name>
+    <message>
+        <source>Hide when the macOS Dock appears</source>
+        <translation>Hide when the desktop’s dock appears</translation>
+    </message>
+</context>
+<context>
+    <name>moorline::AutoHideNudge</name>
+    <message>
+        <source>The macOS Dock is sitting underneath this one. Turn on auto-hide to clear the space.</source>
+        <translation>The desktop’s dock is sitting underneath this one. Turn on auto-hide to clear the space.</translation>
+    </message>
+    <message>
+        <source>Hide the macOS Dock</source>
+        <translation>Hide the desktop’s dock</translation>
+    </message>
+</context>
+</TS>

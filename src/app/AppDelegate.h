@@ -1,0 +1,69 @@
+#pragma once
+
+#include "app/ImportReport.h"
+#include "app/RunPlan.h"
+#include "apps/AppLauncher.h"
+#include "dock/BarMenu.h"
+#include "dock/DockWindowController.h"
+#include "settings/SettingsStore.h"
+#include "system/AppleScriptRunner.h"
+#include "system/ScriptedSystemDockControl.h"
+#include "system/SpaceProbe.h"
+#include "system/SystemDock.h"
+#include "theme/Symbols.h"
+#include "time/TimeKeeper.h"
+
+namespace moorline {
+
+class StatusItem;
+
+/// Builds everything, owns it, and starts what the run is for.
+class AppDelegate final : public QObject {
+    Q_OBJECT
+public:
+    /// The ends of the program that reach outside.
+    struct Outlets {
+        std::function<ImportResult()> importFromSystemDock;
+        /// Writes a line to standard output.
+        std::function<void(const QString &)> print;
+        std::function<void()> terminate;
+    };
+
+    /// `platform` outlives the delegate.
+    AppDelegate(Platform &platform, RunPlan plan, Outlets outlets);
+    ~AppDelegate() override;
+
+    /// Call once the event loop runs.
+    void applicationDidFinishLaunching();
+
+    [[nodiscard]] SettingsStore &store() { return m_store; }
+    [[nodiscard]] const DockWindowController &windowController() const { return m_windowController; }
+    /// Null unless the bar runs.
+    [[nodiscard]] const StatusItem *statusItem() const { return m_statusItem.get(); }
+
+private:
+    void runPreview();
+    void runImport();
+    void runBar();
+    void scheduleSnapshot();
+    [[nodiscard]] BarCommands commands() const;
+    [[nodiscard]] std::unique_ptr<DockBarView> makeBar(std::function<void(qreal)> contentWidthChange);
+
+    Platform &m_platform;
+    RunPlan m_plan;
+    Outlets m_outlets;
+    AppLauncher m_launcher;
+    SettingsStore m_store;
+    AppleScriptRunner m_scripts;
+    ScriptedSystemDockControl m_scriptedDockControl;
+    SystemDock m_systemDock;
+    SpaceProbe m_spaceProbe;
+    Symbols m_symbols;
+    TimeKeeper m_timeKeeper;
+    DockWindowController m_windowController;
+    std::unique_ptr<StatusItem> m_statusItem;
+    /// Ends a run that makes one picture.
+    std::unique_ptr<Clock::Timer> m_pictureTimer;
+};
+
+} // namespace moorline

@@ -1,0 +1,50 @@
+#include "app/AppDelegate.h"
+
+#include <QApplication>
+#include <QProcessEnvironment>
+#include <QTextStream>
+#include <QTranslator>
+
+using namespace moorline;
+
+namespace {
+
+void printLine(const QString &line)
+{
+    QTextStream(stdout) << line << Qt::endl;
+}
+
+void loadWording(QTranslator &wording, const QString &catalogue)
+{
+    if (!catalogue.isEmpty() && wording.load(catalogue))
+        QCoreApplication::installTranslator(&wording);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const RunPlan plan = runPlan(QProcessEnvironment::systemEnvironment());
+    if (!preparePlatform(displayNeed(plan))) {
+        QTextStream(stderr) << "Moorline: there is no display to show the bar on\n";
+        return EXIT_FAILURE;
+    }
+    QApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Moorline"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(MOORLINE_VERSION));
+    QGuiApplication::setDesktopFileName(applicationIdentifier);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+
+    const auto platform = createPlatform();
+    QTranslator wording;
+    loadWording(wording, platform->wordingCatalogue);
+
+    // The importer of the dock's pinned applications is not part of the program yet: an import brings nothing.
+    AppDelegate delegate(*platform, plan,
+        {.importFromSystemDock = [] { return ImportResult(); },
+            .print = printLine,
+            .terminate = [] { QCoreApplication::quit(); }});
+    QMetaObject::invokeMethod(
+        &delegate, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);
+    return QApplication::exec();
+}

@@ -1,0 +1,72 @@
+#include "app/StatusItem.h"
+
+#include "settings/SettingsStore.h"
+#include "theme/Symbols.h"
+
+#include <QCursor>
+#include <QPalette>
+
+namespace moorline {
+
+namespace {
+
+const QString alwaysVisibleIdentifier = QStringLiteral("alwaysVisible");
+
+} // namespace
+
+StatusItem::StatusItem(SettingsStore &store, const Symbols &symbols, BarCommands commands, QObject *parent)
+    : QObject(parent)
+    , m_store(store)
+    , m_commands(std::move(commands))
+    , m_item(symbols.icon(QStringLiteral("dock.rectangle"), m_menu.palette().color(QPalette::WindowText)))
+{
+    buildMenu();
+    m_item.setToolTip(QStringLiteral("Moorline"));
+    m_item.setContextMenu(&m_menu);
+    connect(&m_item, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
+        if (reason == QSystemTrayIcon::Trigger)
+            m_menu.popup(QCursor::pos());
+    });
+}
+
+void StatusItem::install()
+{
+    m_item.show();
+}
+
+void StatusItem::buildMenu()
+{
+    QAction *openSettings = m_menu.addAction(tr("Dock Settings…"));
+    openSettings->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    openSettings->setEnabled(bool(m_commands.openSettings));
+    connect(openSettings, &QAction::triggered, this, [this] { m_commands.openSettings(); });
+    m_menu.addSeparator();
+
+    QAction *alwaysVisible = m_menu.addAction(tr("Always Visible"));
+    alwaysVisible->setObjectName(alwaysVisibleIdentifier);
+    alwaysVisible->setCheckable(true);
+    connect(alwaysVisible, &QAction::triggered, this, &StatusItem::toggleAlwaysVisible);
+    m_menu.addSeparator();
+
+    QAction *quit = m_menu.addAction(tr("Quit Moorline"));
+    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    connect(quit, &QAction::triggered, this, [this] { m_commands.quit(); });
+    connect(&m_menu, &QMenu::aboutToShow, this, &StatusItem::menuWillOpen);
+}
+
+void StatusItem::menuWillOpen()
+{
+    if (auto *alwaysVisible = m_menu.findChild<QAction *>(alwaysVisibleIdentifier))
+        alwaysVisible->setChecked(m_store.settings().visibilityMode == DockVisibilityMode::alwaysVisible);
+}
+
+void StatusItem::toggleAlwaysVisible()
+{
+    Settings settings = m_store.settings();
+    settings.visibilityMode = settings.visibilityMode == DockVisibilityMode::alwaysVisible
+        ? DockVisibilityMode::hideWhenSystemDockAppears
+        : DockVisibilityMode::alwaysVisible;
+    m_store.setSettings(settings);
+}
+
+} // namespace moorline
