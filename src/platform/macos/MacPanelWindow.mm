@@ -1,0 +1,95 @@
+#import "platform/macos/MacPanelWindow.h"
+
+#import "platform/macos/Conversions.h"
+
+namespace moorline {
+
+namespace {
+
+static_assert(
+    NSWindowCollectionBehavior(CollectionBehavior::canJoinAllSpaces) == NSWindowCollectionBehaviorCanJoinAllSpaces);
+static_assert(NSWindowCollectionBehavior(CollectionBehavior::stationary) == NSWindowCollectionBehaviorStationary);
+static_assert(NSWindowCollectionBehavior(CollectionBehavior::ignoresCycle) == NSWindowCollectionBehaviorIgnoresCycle);
+static_assert(NSWindowCollectionBehavior(CollectionBehavior::fullScreenAuxiliary)
+    == NSWindowCollectionBehaviorFullScreenAuxiliary);
+
+MoorlinePanel *makePanel(const QSizeF &size)
+{
+    const CGRect rect = toCGRect(QRectF(QPointF(), size));
+    MoorlinePanel *panel = [[MoorlinePanel alloc] initWithContentRect:rect
+                                                            styleMask:NSWindowStyleMaskNonactivatingPanel
+                                                              backing:NSBackingStoreBuffered
+                                                                defer:NO];
+    panel.contentView = [[MoorlinePanelContent alloc] initWithFrame:rect];
+    return panel;
+}
+
+/// The view must not be the content view itself: Qt takes a window whose content view is Qt's for its own.
+void embed(QWidget &widget, NSView *content)
+{
+    NSView *view = (__bridge NSView *)reinterpret_cast<void *>(widget.winId());
+    view.frame = content.bounds;
+    [content addSubview:view];
+}
+
+} // namespace
+
+MacPanelWindow::~MacPanelWindow()
+{
+    close();
+}
+
+void MacPanelWindow::adopt(QWidget &panel)
+{
+    panel.setWindowFlags(
+        Qt::Window | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint | Qt::WindowDoesNotAcceptFocus);
+    m_widget = &panel;
+    m_panel = makePanel(panel.size());
+    embed(panel, m_panel.contentView);
+    m_pointer = std::make_unique<PanelPointer>(m_panel, panel);
+}
+
+void MacPanelWindow::setLevel(int level)
+{
+    m_panel.level = level;
+}
+
+int MacPanelWindow::level() const
+{
+    return int(m_panel.level);
+}
+
+void MacPanelWindow::setCollectionBehavior(unsigned behavior)
+{
+    m_panel.collectionBehavior = behavior;
+}
+
+void MacPanelWindow::setFrame(const QRectF &frame)
+{
+    [m_panel setFrame:toCGRect(frame) display:YES];
+    m_pointer->update();
+}
+
+QRectF MacPanelWindow::frame() const
+{
+    return toQRectF(m_panel.frame);
+}
+
+void MacPanelWindow::orderFrontRegardless()
+{
+    m_widget->show();
+    [m_panel orderFrontRegardless];
+}
+
+void MacPanelWindow::setInteractiveArea(const QPainterPath &area)
+{
+    m_pointer->setInteractiveArea(area);
+}
+
+void MacPanelWindow::close()
+{
+    m_pointer.reset();
+    [m_panel close];
+}
+
+} // namespace moorline

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/SystemSettings.h"
+
+namespace moorline {
+
+class MacSystemSettings final : public SystemSettings {
+public:
+    void open(SettingsPane pane) override;
+};
+
+} // namespace moorline

@@ -1,0 +1,225 @@
+#pragma once
+
+#include <Foundation/Foundation.h>
+
+@class NSEvent;
+@class NSWindow;
+
+// Application and workspace
+
+// https://developer.apple.com/documentation/appkit/nsapplication/activationpolicy-swift.enum
+enum NSApplicationActivationPolicy : NSInteger {
+    NSApplicationActivationPolicyRegular,
+    NSApplicationActivationPolicyAccessory,
+    NSApplicationActivationPolicyProhibited,
+};
+
+// https://developer.apple.com/documentation/appkit/nsapplication
+@interface NSApplication : NSObject
+@property (getter=isActive, readonly) BOOL active;
+// https://developer.apple.com/documentation/appkit/nsapplication/setactivationpolicy(_:)
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
+@end
+
+// https://developer.apple.com/documentation/appkit/nsapp
+extern "C" __kindof NSApplication *NSApp;
+
+// https://developer.apple.com/documentation/appkit/nsapplication/didchangescreenparametersnotification
+extern "C" const NSNotificationName NSApplicationDidChangeScreenParametersNotification;
+
+// https://developer.apple.com/documentation/appkit/nsworkspace
+@interface NSWorkspace : NSObject
+@property (class, readonly, strong) NSWorkspace *sharedWorkspace;
+// https://developer.apple.com/documentation/appkit/nsworkspace/notificationcenter
+@property (readonly, strong) NSNotificationCenter *notificationCenter;
+// https://developer.apple.com/documentation/appkit/nsworkspace/open(_:)
+- (BOOL)openURL:(NSURL *)url;
+@end
+
+// https://developer.apple.com/documentation/appkit/nsworkspace/activespacedidchangenotification
+extern "C" const NSNotificationName NSWorkspaceActiveSpaceDidChangeNotification;
+// https://developer.apple.com/documentation/appkit/nsworkspace/didactivateapplicationnotification
+extern "C" const NSNotificationName NSWorkspaceDidActivateApplicationNotification;
+
+// Screens
+
+// https://developer.apple.com/documentation/appkit/nsscreen
+@interface NSScreen : NSObject
+@property (class, readonly, copy) NSArray<NSScreen *> *screens;
+@property (readonly) NSRect frame;
+@property (readonly) NSRect visibleFrame;
+@property (readonly) CGFloat backingScaleFactor;
+// https://developer.apple.com/documentation/appkit/nsscreen/safeareainsets
+@property (readonly) NSEdgeInsets safeAreaInsets;
+@end
+
+// Events
+
+// https://developer.apple.com/documentation/appkit/nsevent/eventtype
+enum NSEventType : NSUInteger {
+    NSEventTypeLeftMouseUp = 2,
+    NSEventTypeRightMouseUp = 4,
+    NSEventTypeMouseMoved = 5,
+    NSEventTypeLeftMouseDragged = 6,
+    NSEventTypeRightMouseDragged = 7,
+    NSEventTypeOtherMouseUp = 26,
+    NSEventTypeOtherMouseDragged = 27,
+};
+
+// https://developer.apple.com/documentation/appkit/nsevent/eventtypemask
+typedef unsigned long long NSEventMask;
+enum : NSEventMask {
+    NSEventMaskLeftMouseUp = 1ULL << NSEventTypeLeftMouseUp,
+    NSEventMaskRightMouseUp = 1ULL << NSEventTypeRightMouseUp,
+    NSEventMaskMouseMoved = 1ULL << NSEventTypeMouseMoved,
+    NSEventMaskLeftMouseDragged = 1ULL << NSEventTypeLeftMouseDragged,
+    NSEventMaskRightMouseDragged = 1ULL << NSEventTypeRightMouseDragged,
+    NSEventMaskOtherMouseUp = 1ULL << NSEventTypeOtherMouseUp,
+    NSEventMaskOtherMouseDragged = 1ULL << NSEventTypeOtherMouseDragged,
+};
+
+// https://developer.apple.com/documentation/appkit/nsevent
+@interface NSEvent : NSObject
+// https://developer.apple.com/documentation/appkit/nsevent/mouselocation
+@property (class, readonly) NSPoint mouseLocation;
+// https://developer.apple.com/documentation/appkit/nsevent/pressedmousebuttons
+@property (class, readonly) NSUInteger pressedMouseButtons;
+// https://developer.apple.com/documentation/appkit/nsevent/addglobalmonitorforevents(matching:handler:)
++ (id)addGlobalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(void (^)(NSEvent *event))block;
+// https://developer.apple.com/documentation/appkit/nsevent/addlocalmonitorforevents(matching:handler:)
++ (id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(NSEvent * (^)(NSEvent *event))block;
+// https://developer.apple.com/documentation/appkit/nsevent/removemonitor(_:)
++ (void)removeMonitor:(id)eventMonitor;
+@end
+
+// Views and windows
+
+// https://developer.apple.com/documentation/appkit/nscolor
+@interface NSColor : NSObject
+@property (class, readonly, strong) NSColor *clearColor;
+@property (class, readonly, strong) NSColor *blackColor;
+@end
+
+// https://developer.apple.com/documentation/appkit/nsresponder
+@interface NSResponder : NSObject
+- (instancetype)init NS_DESIGNATED_INITIALIZER;
+- (instancetype)initWithCoder:(NSCoder *)coder NS_DESIGNATED_INITIALIZER;
+@end
+
+// https://developer.apple.com/documentation/appkit/nsview
+@interface NSView : NSResponder
+@property NSRect frame;
+@property NSRect bounds;
+@property (copy) NSArray<__kindof NSView *> *subviews;
+- (instancetype)initWithFrame:(NSRect)frameRect NS_DESIGNATED_INITIALIZER;
+- (instancetype)initWithCoder:(NSCoder *)coder NS_DESIGNATED_INITIALIZER;
+- (void)addSubview:(NSView *)view;
+// https://developer.apple.com/documentation/appkit/nsview/resizesubviews(witholdsize:)
+- (void)resizeSubviewsWithOldSize:(NSSize)oldSize;
+@end
+
+// https://developer.apple.com/documentation/appkit/nswindow/stylemask-swift.struct
+typedef NSUInteger NSWindowStyleMask;
+enum : NSWindowStyleMask {
+    NSWindowStyleMaskBorderless = 0,
+    NSWindowStyleMaskTitled = 1 << 0,
+    // https://developer.apple.com/documentation/appkit/nswindow/stylemask-swift.struct/nonactivatingpanel
+    NSWindowStyleMaskNonactivatingPanel = 1 << 7,
+};
+
+// https://developer.apple.com/documentation/appkit/nswindow/backingstoretype
+enum NSBackingStoreType : NSUInteger {
+    NSBackingStoreBuffered = 2,
+};
+
+// https://developer.apple.com/documentation/appkit/nswindow/collectionbehavior-swift.struct
+typedef NSUInteger NSWindowCollectionBehavior;
+enum : NSWindowCollectionBehavior {
+    NSWindowCollectionBehaviorCanJoinAllSpaces = 1 << 0,
+    NSWindowCollectionBehaviorStationary = 1 << 4,
+    NSWindowCollectionBehaviorIgnoresCycle = 1 << 6,
+    NSWindowCollectionBehaviorFullScreenAuxiliary = 1 << 8,
+};
+
+// https://developer.apple.com/documentation/appkit/nswindow/animationbehavior-swift.enum
+enum NSWindowAnimationBehavior : NSInteger {
+    NSWindowAnimationBehaviorDefault = 0,
+    NSWindowAnimationBehaviorNone = 2,
+};
+
+// https://developer.apple.com/documentation/appkit/nswindow/level-swift.struct
+typedef NSInteger NSWindowLevel;
+
+// https://developer.apple.com/documentation/appkit/nswindow
+@interface NSWindow : NSResponder
+@property (readonly) NSRect frame;
+@property NSWindowLevel level;
+@property NSWindowCollectionBehavior collectionBehavior;
+@property NSWindowAnimationBehavior animationBehavior;
+@property (strong) __kindof NSView *contentView;
+@property (copy) NSColor *backgroundColor;
+@property (getter=isOpaque) BOOL opaque;
+@property BOOL hasShadow;
+@property BOOL hidesOnDeactivate;
+@property (getter=isMovableByWindowBackground) BOOL movableByWindowBackground;
+@property (getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
+@property (getter=isExcludedFromWindowsMenu) BOOL excludedFromWindowsMenu;
+// https://developer.apple.com/documentation/appkit/nswindow/ignoresmouseevents
+@property BOOL ignoresMouseEvents;
+// https://developer.apple.com/documentation/appkit/nswindow/acceptsmousemovedevents
+@property BOOL acceptsMouseMovedEvents;
+@property (readonly) BOOL canBecomeKeyWindow;
+@property (readonly) BOOL canBecomeMainWindow;
+// https://developer.apple.com/documentation/appkit/nswindow/init(contentrect:stylemask:backing:defer:)
+- (instancetype)initWithContentRect:(NSRect)contentRect
+                          styleMask:(NSWindowStyleMask)style
+                            backing:(NSBackingStoreType)backingStoreType
+                              defer:(BOOL)flag NS_DESIGNATED_INITIALIZER;
+- (instancetype)initWithCoder:(NSCoder *)coder NS_UNAVAILABLE;
+// https://developer.apple.com/documentation/appkit/nswindow/setframe(_:display:)
+- (void)setFrame:(NSRect)frameRect display:(BOOL)flag;
+// https://developer.apple.com/documentation/appkit/nswindow/orderfrontregardless()
+- (void)orderFrontRegardless;
+// https://developer.apple.com/documentation/appkit/nswindow/close()
+- (void)close;
+@end
+
+// https://developer.apple.com/documentation/appkit/nspanel
+@interface NSPanel : NSWindow
+@end
+
+// Images
+
+// https://developer.apple.com/documentation/appkit/nsfont/weight
+typedef CGFloat NSFontWeight;
+// https://developer.apple.com/documentation/appkit/nsfont/weight/regular
+extern "C" const NSFontWeight NSFontWeightRegular;
+
+// https://developer.apple.com/documentation/appkit/nsimage/symbolconfiguration-swift.class
+@interface NSImageSymbolConfiguration : NSObject
++ (instancetype)configurationWithPointSize:(CGFloat)pointSize weight:(NSFontWeight)weight;
+// https://developer.apple.com/documentation/appkit/nsimage/symbolconfiguration-swift.class/init(hierarchicalcolor:)
++ (instancetype)configurationWithHierarchicalColor:(NSColor *)hierarchicalColor;
+// https://developer.apple.com/documentation/appkit/nsimage/symbolconfiguration-swift.class/applying(_:)
+- (instancetype)configurationByApplyingConfiguration:(NSImageSymbolConfiguration *)configuration;
+@end
+
+// https://developer.apple.com/documentation/appkit/nsimage
+@interface NSImage : NSObject
+@property NSSize size;
+// https://developer.apple.com/documentation/appkit/nsimage/init(systemsymbolname:accessibilitydescription:)
++ (instancetype)imageWithSystemSymbolName:(NSString *)name accessibilityDescription:(NSString *)description;
+// https://developer.apple.com/documentation/appkit/nsimage/withsymbolconfiguration(_:)
+- (NSImage *)imageWithSymbolConfiguration:(NSImageSymbolConfiguration *)configuration;
+// https://developer.apple.com/documentation/appkit/nsimage/draw(in:)
+- (void)drawInRect:(NSRect)rect;
+@end
+
+// https://developer.apple.com/documentation/appkit/nsgraphicscontext
+@interface NSGraphicsContext : NSObject
+@property (class, strong) NSGraphicsContext *currentContext;
+// https://developer.apple.com/documentation/appkit/nsgraphicscontext/init(cgcontext:flipped:)-9cbad
++ (NSGraphicsContext *)graphicsContextWithCGContext:(CGContextRef)graphicsPort flipped:(BOOL)initialFlippedState;
++ (void)saveGraphicsState;
++ (void)restoreGraphicsState;
+@end

@@ -1,0 +1,176 @@
+#pragma once
+
+#include <CoreFoundation/CoreFoundation.h>
+#include <CoreGraphics/CoreGraphics.h>
+#include <objc/objc.h>
+
+// Values
+
+// https://developer.apple.com/documentation/foundation/nspoint
+typedef CGPoint NSPoint;
+// https://developer.apple.com/documentation/foundation/nssize
+typedef CGSize NSSize;
+// https://developer.apple.com/documentation/foundation/nsrect
+typedef CGRect NSRect;
+
+extern "C" {
+
+// https://developer.apple.com/documentation/foundation/nsmakerect
+NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat w, CGFloat h);
+// https://developer.apple.com/documentation/foundation/nsminx(_:)
+CGFloat NSMinX(NSRect rect);
+// https://developer.apple.com/documentation/foundation/nsmaxy(_:)
+CGFloat NSMaxY(NSRect rect);
+
+} // extern "C"
+
+// https://developer.apple.com/documentation/foundation/nsedgeinsets
+typedef struct NSEdgeInsets {
+    CGFloat top;
+    CGFloat left;
+    CGFloat bottom;
+    CGFloat right;
+} NSEdgeInsets;
+
+// https://developer.apple.com/documentation/foundation/nsrange
+typedef struct NSRange {
+    NSUInteger location;
+    NSUInteger length;
+} NSRange;
+
+extern "C" {
+
+// https://developer.apple.com/documentation/foundation/nsmakerange
+NSRange NSMakeRange(NSUInteger loc, NSUInteger len);
+
+} // extern "C"
+
+// https://developer.apple.com/documentation/foundation/nstimeinterval
+typedef double NSTimeInterval;
+// https://developer.apple.com/documentation/foundation/unichar
+typedef unsigned short unichar;
+
+@class NSArray<ObjectType>;
+@class NSDictionary<KeyType, ObjectType>;
+
+// https://developer.apple.com/documentation/foundation/nscoder
+@interface NSCoder : NSObject
+@end
+
+// https://developer.apple.com/documentation/foundation/nsstring
+@interface NSString : NSObject
+@property (readonly) NSUInteger length;
++ (instancetype)stringWithCharacters:(const unichar *)characters length:(NSUInteger)length;
+- (void)getCharacters:(unichar *)buffer range:(NSRange)range;
+@end
+
+// https://developer.apple.com/documentation/foundation/nsnumber
+@interface NSNumber : NSObject
+@property (readonly) BOOL boolValue;
+@property (readonly) double doubleValue;
+@property (readonly) long long longLongValue;
+@end
+
+// https://developer.apple.com/documentation/foundation/nsdata
+@interface NSData : NSObject
+@property (readonly) NSUInteger length;
+@property (readonly) const void *bytes;
+@end
+
+// https://developer.apple.com/documentation/foundation/nsdate
+@interface NSDate : NSObject
+@property (readonly) NSTimeInterval timeIntervalSince1970;
+@end
+
+// Collections
+
+// https://developer.apple.com/documentation/foundation/nsfastenumerationstate
+typedef struct {
+    unsigned long state;
+    id __unsafe_unretained *itemsPtr;
+    unsigned long *mutationsPtr;
+    unsigned long extra[5];
+} NSFastEnumerationState;
+
+// https://developer.apple.com/documentation/foundation/nsfastenumeration
+@protocol NSFastEnumeration
+- (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState *)state
+                                  objects:(id __unsafe_unretained[])buffer
+                                    count:(NSUInteger)len;
+@end
+
+// https://developer.apple.com/documentation/foundation/nsarray
+@interface NSArray<__covariant ObjectType> : NSObject <NSFastEnumeration>
+@property (readonly) ObjectType firstObject;
+@end
+
+// https://developer.apple.com/documentation/foundation/nsdictionary
+@interface NSDictionary<__covariant KeyType, __covariant ObjectType> : NSObject <NSFastEnumeration>
+- (ObjectType)objectForKeyedSubscript:(KeyType)key;
+@end
+
+// Notifications
+
+// https://developer.apple.com/documentation/foundation/nsnotification/name-swift.struct
+typedef NSString *NSNotificationName;
+
+// https://developer.apple.com/documentation/foundation/nsnotification
+@interface NSNotification : NSObject
+@end
+
+// https://developer.apple.com/documentation/foundation/operationqueue
+@interface NSOperationQueue : NSObject
+@property (class, readonly, strong) NSOperationQueue *mainQueue;
+@end
+
+// https://developer.apple.com/documentation/foundation/notificationcenter
+@interface NSNotificationCenter : NSObject
+@property (class, readonly, strong) NSNotificationCenter *defaultCenter;
+// https://developer.apple.com/documentation/foundation/notificationcenter/addobserver(forname:object:queue:using:)
+- (id<NSObject>)addObserverForName:(NSNotificationName)name
+                            object:(id)obj
+                             queue:(NSOperationQueue *)queue
+                        usingBlock:(void (^)(NSNotification *notification))block;
+- (void)removeObserver:(id)observer;
+@end
+
+// Preferences, bundles, places
+
+// https://developer.apple.com/documentation/foundation/userdefaults
+@interface NSUserDefaults : NSObject
+// https://developer.apple.com/documentation/foundation/userdefaults/init(suitename:)
+// Nil for the application's own domain and for the global one.
+- (instancetype)initWithSuiteName:(NSString *)suitename NS_DESIGNATED_INITIALIZER;
+- (id)objectForKey:(NSString *)defaultName;
+@end
+
+// https://developer.apple.com/documentation/foundation/bundle
+@interface NSBundle : NSObject
+@property (readonly, copy) NSString *bundleIdentifier;
++ (instancetype)bundleWithPath:(NSString *)path;
+// https://developer.apple.com/documentation/foundation/bundle/object(forinfodictionarykey:)
+- (id)objectForInfoDictionaryKey:(NSString *)key;
+@end
+
+// https://developer.apple.com/documentation/foundation/nsurl
+@interface NSURL : NSObject
++ (instancetype)URLWithString:(NSString *)URLString;
+@end
+
+// https://developer.apple.com/documentation/foundation/filemanager/searchpathdirectory
+enum NSSearchPathDirectory : NSUInteger {
+    NSApplicationSupportDirectory = 14,
+};
+// https://developer.apple.com/documentation/foundation/filemanager/searchpathdomainmask
+typedef NSUInteger NSSearchPathDomainMask;
+enum : NSSearchPathDomainMask {
+    NSUserDomainMask = 1,
+};
+
+extern "C" {
+
+// https://developer.apple.com/documentation/foundation/nssearchpathfordirectoriesindomains(_:_:_:)
+NSArray<NSString *> *NSSearchPathForDirectoriesInDomains(
+    NSSearchPathDirectory directory, NSSearchPathDomainMask domainMask, BOOL expandTilde);
+
+} // extern "C"

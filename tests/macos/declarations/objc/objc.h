@@ -1,0 +1,36 @@
+#pragma once
+
+// https://developer.apple.com/documentation/objectivec/objective-c-runtime
+
+// https://developer.apple.com/documentation/objectivec/bool
+// A C++ bool on Apple silicon.
+using BOOL = bool;
+#define YES __objc_yes
+#define NO __objc_no
+
+// https://developer.apple.com/documentation/objectivec/nil
+#define nil nullptr
+
+// https://developer.apple.com/documentation/objectivec/nsinteger
+using NSInteger = long;
+// https://developer.apple.com/documentation/objectivec/nsuinteger
+using NSUInteger = unsigned long;
+
+// https://developer.apple.com/documentation/swift/objective-c-and-c-code-customization
+#define NS_DESIGNATED_INITIALIZER __attribute__((objc_designated_initializer))
+#define NS_UNAVAILABLE __attribute__((unavailable))
+
+@class NSString;
+
+// https://developer.apple.com/documentation/objectivec/nsobject-c.protocol
+@protocol NSObject
+- (BOOL)isKindOfClass:(Class)aClass;
+@end
+
+// https://developer.apple.com/documentation/objectivec/nsobject-swift.class
+__attribute__((objc_root_class))
+@interface NSObject<NSObject>
++ (instancetype)alloc;
++ (Class)class;
+- (instancetype)init NS_DESIGNATED_INITIALIZER;
+@end

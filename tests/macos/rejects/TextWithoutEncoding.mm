@@ -1,0 +1,7 @@
+// rejected: calling a private constructor of class 'QString'
+#include <QString>
+
+QString name()
+{
+    return "Moorline";
+}
