@@ -11,7 +11,6 @@ inline constexpr qreal pillLeadingPadding = 16;
 inline constexpr qreal pillTrailingPadding = 20;
 inline constexpr qreal dividerPadding = 14;
 inline constexpr qreal dividerWidth = 1;
-inline constexpr qreal dividerVerticalPadding = 10;
 /// Instead of a divider between the two weather widgets, which read as one.
 inline constexpr qreal weatherGap = 14;
 

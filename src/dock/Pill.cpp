@@ -68,8 +68,7 @@ void Pill::layOut()
         if (i > 0) {
             QGraphicsWidget *divider = m_separators[i - 1];
             if (divider)
-                divider->setGeometry(
-                    x + dividerPadding, dividerVerticalPadding, dividerWidth, pillHeight - 2 * dividerVerticalPadding);
+                divider->setGeometry(x + dividerPadding, 0, dividerWidth, pillHeight);
             x += separatorWidth(divider);
         }
         BarWidget *widget = m_row[i].widget;

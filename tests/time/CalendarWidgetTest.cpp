@@ -1,0 +1,109 @@
+#include "time/CalendarWidget.h"
+
+#include "LocaleScope.h"
+#include "RepaintCounter.h"
+#include "fakes/FakeClock.h"
+#include "support/TestCase.h"
+#include "theme/Theme.h"
+#include "time/TimeKeeper.h"
+
+namespace moorline::test {
+
+using namespace std::chrono_literals;
+
+class CalendarWidgetTest final : public TestCase {
+    Q_OBJECT
+private Q_SLOTS:
+    void writesTheWeekdayInTheUsersLanguage_data();
+    void writesTheWeekdayInTheUsersLanguage();
+    void repaintsOnlyWhenTheDayChanges();
+    void isNotWiderThanItsWords();
+    void paintsTheWeekdayInItsOwnColorAboveTheDay();
+};
+
+void CalendarWidgetTest::writesTheWeekdayInTheUsersLanguage_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("American") << QStringLiteral("en_US") << QStringLiteral("TUE");
+    QTest::newRow("German") << QStringLiteral("de_DE") << QStringLiteral("DI.");
+    QTest::newRow("French") << QStringLiteral("fr_FR") << QStringLiteral("MAR.");
+    QTest::newRow("Turkish") << QStringLiteral("tr_TR") << QStringLiteral("SAL");
+    QTest::newRow("Japanese") << QStringLiteral("ja_JP") << QStringLiteral("火");
+}
+
+void CalendarWidgetTest::writesTheWeekdayInTheUsersLanguage()
+{
+    QFETCH(const QString, locale);
+    QFETCH(const QString, text);
+
+    const LocaleScope scope(locale);
+    QCOMPARE(weekdayString(QDate(2025, 3, 4)), text);
+}
+
+void CalendarWidgetTest::repaintsOnlyWhenTheDayChanges()
+{
+    FakeClock clock(QDateTime(QDate(2024, 2, 28), QTime(23, 58), Qt::UTC));
+    TimeKeeper keeper(clock);
+    keeper.start();
+    CalendarWidget widget(keeper);
+    RepaintCounter counter(widget);
+    clock.advance(119s);
+    QCOMPARE(counter.takeRepaints(), 0);
+    const QImage before = painted(widget);
+    clock.advance(1s);
+    QCOMPARE(counter.takeRepaints(), 1);
+    QVERIFY(painted(widget) != before);
+    clock.advance(23h);
+    QCOMPARE(counter.takeRepaints(), 0);
+}
+
+void CalendarWidgetTest::isNotWiderThanItsWords()
+{
+    const LocaleScope scope(QStringLiteral("en_US"));
+    FakeClock clock;
+    TimeKeeper keeper(clock);
+    CalendarWidget widget(keeper);
+    const QImage image = painted(widget);
+    QRect ink;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qAlpha(image.pixel(x, y)) > 0)
+                ink |= QRect(x, y, 1, 1);
+        }
+    }
+    QVERIFY(ink.left() <= 2);
+    QVERIFY(ink.right() >= image.width() - 3);
+}
+
+void CalendarWidgetTest::paintsTheWeekdayInItsOwnColorAboveTheDay()
+{
+    const LocaleScope scope(QStringLiteral("en_US"));
+    FakeClock clock;
+    TimeKeeper keeper(clock);
+    CalendarWidget widget(keeper);
+    const QImage image = painted(widget, 2);
+    const auto rowsOf = [&image](const QColor &color) {
+        QList<int> rows;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (image.pixelColor(x, y) == color)
+                    rows.append(y);
+            }
+        }
+        return rows;
+    };
+    const QList<int> weekday = rowsOf(QColor(Theme::calendarWeekday.rgb()));
+    const QList<int> day = rowsOf(Theme::primaryText.rgb());
+    QVERIFY(!weekday.isEmpty());
+    QVERIFY(!day.isEmpty());
+    QVERIFY(weekday.last() < day.first());
+}
+
+} // namespace moorline::test
+
+using moorline::test::CalendarWidgetTest;
+MOORLINE_TEST(CalendarWidgetTest);
+
+#include "CalendarWidgetTest.moc"

@@ -1,0 +1,182 @@
+#include "time/MonthCounterWidget.h"
+
+#include "LocaleScope.h"
+#include "RepaintCounter.h"
+#include "fakes/FakeClock.h"
+#include "support/TestCase.h"
+#include "theme/Theme.h"
+#include "time/TimeKeeper.h"
+
+#include <QTimeZone>
+#include <cmath>
+
+namespace moorline::test {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+QDateTime utc(int year, int month, int day, const QTime &time = QTime(0, 0))
+{
+    return {QDate(year, month, day), time, Qt::UTC};
+}
+
+/// The length of the bar's filled part, in points, as painted.
+qreal paintedFill(const QDateTime &now)
+{
+    constexpr int scale = 2;
+    FakeClock clock(now);
+    TimeKeeper keeper(clock);
+    MonthCounterWidget widget(keeper);
+    const QImage image = painted(widget, scale);
+    const int middleOfTheBar = image.height() - 2 * scale;
+    int filled = 0;
+    while (filled < image.width() && image.pixelColor(filled, middleOfTheBar).alpha() > 128)
+        ++filled;
+    return qreal(filled) / scale;
+}
+
+} // namespace
+
+class MonthCounterWidgetTest final : public TestCase {
+    Q_OBJECT
+private Q_SLOTS:
+    void progressIsTheFractionOfTheYear_data();
+    void progressIsTheFractionOfTheYear();
+    void summerTimeCountsTheHoursThatReallyPassed();
+    void theYearIsThatOfItsOwnTimeZone();
+    void anInvalidTimeHasNoProgress();
+    void thePercentageIsCutOff_data();
+    void thePercentageIsCutOff();
+    void aFreshYearShowsASliver();
+    void theFillGrowsWithTheYear();
+    void repaintsOnlyForAVisibleStep();
+    void theYearIsWrittenWithTheUsersDigits();
+    void isAtLeastAsWideAsItsBar();
+};
+
+void MonthCounterWidgetTest::progressIsTheFractionOfTheYear_data()
+{
+    QTest::addColumn<QDateTime>("now");
+    QTest::addColumn<double>("progress");
+
+    const QTime lastMoment(23, 59, 59, 999);
+    QTest::newRow("the first moment") << utc(2025, 1, 1) << 0.0;
+    QTest::newRow("after one day") << utc(2025, 1, 2) << 1 / 365.0;
+    QTest::newRow("the middle of a common year") << utc(2025, 7, 2, QTime(12, 0)) << 0.5;
+    QTest::newRow("the middle of a leap year") << utc(2024, 7, 2) << 0.5;
+    QTest::newRow("a leap year's March") << utc(2024, 3, 1) << 60 / 366.0;
+    QTest::newRow("a common year's March") << utc(2025, 3, 1) << 59 / 365.0;
+    QTest::newRow("a century's March") << utc(1900, 3, 1) << 59 / 365.0;
+    QTest::newRow("the last moment") << utc(2025, 12, 31, lastMoment) << 1 - 1 / (365.0 * 86400000);
+}
+
+void MonthCounterWidgetTest::progressIsTheFractionOfTheYear()
+{
+    QFETCH(const QDateTime, now);
+    QFETCH(const double, progress);
+
+    QVERIFY(std::abs(yearProgress(now) - progress) < 1e-12);
+    QVERIFY(yearProgress(now) < 1);
+}
+
+void MonthCounterWidgetTest::summerTimeCountsTheHoursThatReallyPassed()
+{
+    const QTimeZone newYork("America/New_York");
+    const double july = yearProgress(QDate(2025, 7, 1).startOfDay(newYork));
+    QVERIFY(std::abs(july - (181 * 24 - 1) / (365 * 24.0)) < 1e-12);
+    const double december = yearProgress(QDate(2025, 12, 1).startOfDay(newYork));
+    QVERIFY(std::abs(december - 334 / 365.0) < 1e-12);
+}
+
+void MonthCounterWidgetTest::theYearIsThatOfItsOwnTimeZone()
+{
+    const QDateTime newYearInTokyo(QDate(2026, 1, 1), QTime(0, 0), QTimeZone("Asia/Tokyo"));
+    QCOMPARE(yearProgress(newYearInTokyo), 0.0);
+    QVERIFY(yearProgress(newYearInTokyo.toUTC()) > 0.99);
+    QCOMPARE(yearProgress(QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::OffsetFromUTC, 19800)), 0.0);
+}
+
+void MonthCounterWidgetTest::anInvalidTimeHasNoProgress()
+{
+    QCOMPARE(yearProgress(QDateTime()), 0.0);
+}
+
+void MonthCounterWidgetTest::thePercentageIsCutOff_data()
+{
+    QTest::addColumn<double>("progress");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("nothing") << 0.0 << QStringLiteral("0%");
+    QTest::newRow("almost one") << 0.00999 << QStringLiteral("0%");
+    QTest::newRow("half") << 0.5 << QStringLiteral("50%");
+    QTest::newRow("more than half a percent") << 0.179 << QStringLiteral("17%");
+    QTest::newRow("just before midnight on 31 December")
+        << yearProgress(utc(2025, 12, 31, QTime(23, 59, 59))) << QStringLiteral("99%");
+    QTest::newRow("the first of January") << yearProgress(utc(2025, 1, 1)) << QStringLiteral("0%");
+}
+
+void MonthCounterWidgetTest::thePercentageIsCutOff()
+{
+    QFETCH(const double, progress);
+    QFETCH(const QString, text);
+
+    QCOMPARE(percentString(progress), text);
+}
+
+void MonthCounterWidgetTest::aFreshYearShowsASliver()
+{
+    QCOMPARE(paintedFill(utc(2025, 1, 1)), 2.0);
+    QCOMPARE(paintedFill(utc(2025, 1, 5)), 2.0);
+}
+
+void MonthCounterWidgetTest::theFillGrowsWithTheYear()
+{
+    QVERIFY(std::abs(paintedFill(utc(2025, 7, 2, QTime(12, 0))) - 34) <= 1);
+    QVERIFY(std::abs(paintedFill(utc(2025, 12, 31, QTime(23, 59))) - 68) <= 1);
+}
+
+void MonthCounterWidgetTest::repaintsOnlyForAVisibleStep()
+{
+    FakeClock clock(utc(2025, 3, 4));
+    TimeKeeper keeper(clock);
+    keeper.start();
+    MonthCounterWidget widget(keeper);
+    RepaintCounter counter(widget);
+    int repaints = 0;
+    for (int hour = 0; hour < 24 * 30; ++hour) {
+        clock.setNow(clock.now().addSecs(3599));
+        clock.advance(1s);
+        repaints += counter.takeRepaints();
+    }
+    // Thirty days are 8.2 percent of the year and 5.6 points of the bar: 8 or 9 percentages and 11 or 12 steps.
+    QVERIFY(repaints >= 16);
+    QVERIFY(repaints <= 21);
+}
+
+void MonthCounterWidgetTest::theYearIsWrittenWithTheUsersDigits()
+{
+    FakeClock clock(utc(2025, 3, 4));
+    TimeKeeper keeper(clock);
+    const LocaleScope american(QStringLiteral("en_US"));
+    MonthCounterWidget western(keeper);
+    const LocaleScope egyptian(QStringLiteral("ar_EG"));
+    MonthCounterWidget eastern(keeper);
+    QVERIFY(painted(western) != painted(eastern));
+}
+
+void MonthCounterWidgetTest::isAtLeastAsWideAsItsBar()
+{
+    FakeClock clock(utc(2025, 1, 1));
+    TimeKeeper keeper(clock);
+    MonthCounterWidget widget(keeper);
+    QVERIFY(widget.size().width() >= 68);
+    QVERIFY(widget.size().width() < 100);
+}
+
+} // namespace moorline::test
+
+using moorline::test::MonthCounterWidgetTest;
+MOORLINE_TEST(MonthCounterWidgetTest);
+
+#include "MonthCounterWidgetTest.moc"
