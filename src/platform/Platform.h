@@ -19,6 +19,8 @@ namespace moorline {
 
 /// One adapter for each port, and what else differs between systems. Lives as long as the program.
 struct Platform {
+    /// What the adapters have in common. The first member, so that it outlives them.
+    std::shared_ptr<void> foundation;
     std::unique_ptr<Clock> clock;
     std::unique_ptr<Screens> screens;
     std::unique_ptr<Pointer> pointer;

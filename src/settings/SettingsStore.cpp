@@ -64,10 +64,12 @@ void SettingsStore::persist() const
 {
     // Written beside the file, flushed to disk, and renamed over it: a reader finds the old file or the new one.
     QSaveFile file(m_filePath);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(encodeSettings(m_settings));
+    if (!file.open(QIODevice::WriteOnly))
+        return;
+    const QByteArray json = encodeSettings(m_settings);
+    // commit() alone does not see that a full disk took only the beginning.
+    if (file.write(json) == json.size() && file.flush())
         file.commit();
-    }
 }
 
 void SettingsStore::setSettings(const Settings &settings)
@@ -132,7 +134,8 @@ void SettingsStore::removePinnedItem(const PinnedItem &item)
 void SettingsStore::pin(const QList<QUrl> &urls)
 {
     for (const QUrl &url : urls) {
-        const QString path = url.toLocalFile();
+        // The URL of a folder may end in a slash, its path does not.
+        const QString path = url.adjusted(QUrl::StripTrailingSlash).toLocalFile();
         const auto shortcut = QFileInfo(path).suffix() == m_applicationExtension ? m_makeShortcut(url) : std::nullopt;
         if (shortcut)
             addShortcut(*shortcut);

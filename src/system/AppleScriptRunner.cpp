@@ -10,6 +10,11 @@ namespace {
 
 constexpr std::chrono::seconds detachedTimeout{10};
 
+QStringList arguments(const QString &script)
+{
+    return {QStringLiteral("-e"), script};
+}
+
 std::optional<QString> trimmedText(const QByteArray &output)
 {
     if (!output.isValidUtf8())
@@ -27,7 +32,7 @@ AppleScriptRunner::AppleScriptRunner(Clock &clock, QString program)
 
 QCoro::Task<std::optional<QString>> AppleScriptRunner::run(QString script, std::chrono::milliseconds timeout) const
 {
-    auto *process = ScriptProcess::start(m_clock, m_program, {QStringLiteral("-e"), script}, timeout);
+    auto *process = ScriptProcess::start(m_clock, m_program, arguments(script), timeout);
     if (!process->isSettled())
         co_await qCoro(process, &ScriptProcess::settled);
     const auto answer = process->answer();
@@ -36,7 +41,7 @@ QCoro::Task<std::optional<QString>> AppleScriptRunner::run(QString script, std::
 
 void AppleScriptRunner::runDetached(QString script) const
 {
-    run(std::move(script), detachedTimeout);
+    static_cast<void>(ScriptProcess::start(m_clock, m_program, arguments(script), detachedTimeout));
 }
 
 } // namespace moorline

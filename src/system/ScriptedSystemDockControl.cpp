@@ -2,9 +2,11 @@
 
 #include "system/AppleScriptRunner.h"
 
-#include <QCoroProcess>
 #include <QLocale>
 #include <QProcess>
+#include <QScopedPointer>
+#include <coroutine>
+#include <memory>
 
 namespace moorline {
 
@@ -21,15 +23,47 @@ QStringList delayArguments(double seconds)
         QStringLiteral("-float"), decimalText(seconds)};
 }
 
-/// The exit status; absent when the program could not be started or crashed.
-QCoro::Task<std::optional<int>> run(QString program, QStringList arguments)
+enum class Ending { notStarted, failed, succeeded };
+
+/// Suspends until a program has ended, or could not be started.
+class ProgramEnd {
+public:
+    explicit ProgramEnd(QProcess &process)
+        : m_process(process)
+    {
+    }
+
+    [[nodiscard]] bool await_ready() const { return m_process.state() == QProcess::NotRunning; }
+
+    void await_suspend(std::coroutine_handle<> waiting)
+    {
+        QObject::connect(&m_process, &QProcess::finished, &m_process, [waiting] { waiting.resume(); });
+        QObject::connect(&m_process, &QProcess::errorOccurred, &m_process, [waiting](QProcess::ProcessError error) {
+            if (error == QProcess::FailedToStart)
+                waiting.resume();
+        });
+    }
+
+    [[nodiscard]] Ending await_resume() const
+    {
+        if (m_process.error() == QProcess::FailedToStart)
+            return Ending::notStarted;
+        const bool succeeded = m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
+        return succeeded ? Ending::succeeded : Ending::failed;
+    }
+
+private:
+    QProcess &m_process;
+};
+
+QCoro::Task<Ending> run(QString program, QStringList arguments)
 {
-    QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedChannels);
-    if (!co_await qCoro(process).start(program, arguments))
-        co_return std::nullopt;
-    co_await qCoro(process).waitForFinished(std::chrono::milliseconds(-1));
-    co_return process.exitStatus() == QProcess::NormalExit ? std::optional(process.exitCode()) : std::nullopt;
+    // This goes on from within a signal of the process, which must outlive that.
+    const std::unique_ptr<QProcess, QScopedPointerDeleteLater> process(new QProcess);
+    process->setProcessChannelMode(QProcess::ForwardedChannels);
+    process->setStandardInputFile(QProcess::nullDevice());
+    process->start(program, arguments);
+    co_return co_await ProgramEnd(*process);
 }
 
 } // namespace
@@ -54,12 +88,10 @@ QCoro::Task<bool> ScriptedSystemDockControl::enableAutoHide()
 QCoro::Task<bool> ScriptedSystemDockControl::setRevealDelay(double seconds)
 {
     const Programs programs = m_programs;
-    const auto written = co_await run(programs.defaults, delayArguments(seconds));
-    if (written != 0)
+    if (co_await run(programs.defaults, delayArguments(seconds)) != Ending::succeeded)
         co_return false;
     // The Dock reads the delay when it starts.
-    const auto restarted = co_await run(programs.killall, QStringList(QStringLiteral("Dock")));
-    co_return restarted.has_value();
+    co_return co_await run(programs.killall, QStringList(QStringLiteral("Dock"))) != Ending::notStarted;
 }
 
 QString decimalText(double value)

@@ -1,0 +1,126 @@
+# shellcheck shell=bash
+# What the scripts of this tree need from the system, and how to get it. To be sourced.
+#
+#   need build desktop ...   makes sure that the packages of these groups are there
+
+# The system's own Python: the modules below are installed for that one, not for another that may come first in PATH.
+export system_python=/usr/bin/python3
+
+# "a|b" stands for a package that has another name in some releases.
+packages_of() {
+    case $1 in
+    build)
+        echo g++ cmake ninja-build pkg-config \
+            qt6-base-dev 'qt6-svg-dev|libqt6svg6-dev' qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools libgl-dev \
+            qcoro-qt6-dev libglib2.0-dev \
+            libxcb1-dev libxcb-ewmh-dev libxcb-icccm4-dev libxcb-shape0-dev libxcb-randr0-dev libxcb-xfixes0-dev \
+            libxcb-xtest0-dev
+        ;;
+    run) echo x11-utils ;;
+    desktop)
+        echo xvfb openbox picom 'dbus-daemon|dbus' x11-utils x11-xserver-utils fonts-dejavu-core \
+            python3 python3-xlib python3-pil
+        ;;
+    test)
+        echo clang xfwm4 plank tint2 dbus-x11 libglib2.0-bin xdotool wmctrl \
+            python3-pytest python3-dbusmock python3-dbus python3-gi
+        ;;
+    pictures) echo fonts-inter tint2 ;;
+    bench) echo plank ;;
+    format) echo clang-format ;;
+    esac
+}
+
+# Looked for where the package manager is not ours to ask.
+commands_of() {
+    case $1 in
+    build) echo c++ cmake ninja pkg-config ;;
+    run) echo xdpyinfo ;;
+    desktop) echo Xvfb openbox picom dbus-daemon xprop xrandr "$system_python" ;;
+    test) echo clang++ xfwm4 plank tint2 xdotool wmctrl ;;
+    pictures) echo tint2 ;;
+    bench) echo plank ;;
+    format) echo clang-format ;;
+    esac
+}
+
+fedora_packages='gcc-c++ cmake ninja-build pkgconf qt6-qtbase-devel qt6-qtsvg-devel qt6-qttools-devel qcoro-qt6-devel
+    libxcb-devel xcb-util-wm-devel glib2-devel clang clang-tools-extra xorg-x11-server-Xvfb openbox picom xfwm4 plank
+    tint2 dbus-daemon dbus-x11 xdotool wmctrl xprop xdpyinfo xrandr python3-pytest python3-xlib python3-pillow
+    python3-dbusmock python3-dbus python3-gobject rsms-inter-fonts'
+arch_packages='base-devel cmake ninja pkgconf qt6-base qt6-svg qt6-tools qcoro libxcb xcb-util-wm glib2 clang
+    xorg-server-xvfb openbox picom xfwm4 plank tint2 dbus xdotool wmctrl xorg-xprop xorg-xdpyinfo xorg-xrandr
+    python-pytest python-xlib python-pillow python-dbusmock python-dbus python-gobject inter-font'
+
+need() {
+    if command -v apt-get >/dev/null; then
+        need_packages "$@"
+    else
+        need_commands "$@"
+    fi
+}
+
+need_packages() {
+    local group package missing=()
+    for group in "$@"; do
+        for package in $(packages_of "$group"); do
+            is_any_installed "$package" || missing+=("$package")
+        done
+    done
+    ((${#missing[@]} == 0)) || install_packages "${missing[@]}"
+}
+
+need_commands() {
+    local group name missing=()
+    for group in "$@"; do
+        for name in $(commands_of "$group"); do
+            command -v "$name" >/dev/null || missing+=("$name")
+        done
+    done
+    ((${#missing[@]} == 0)) && return
+    echo "These programs are missing: ${missing[*]}" >&2
+    echo "All that is needed, on Fedora: $fedora_packages" >&2
+    echo "On Arch Linux: $arch_packages" >&2
+    return 1
+}
+
+is_any_installed() {
+    local name
+    for name in ${1//|/ }; do
+        [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$name" 2>/dev/null) != installed ]] || return 0
+    done
+    return 1
+}
+
+install_packages() {
+    local names=() package
+    echo "Installing what is missing: $*" >&2
+    as_root apt-get update -q >&2 || return
+    for package in "$@"; do
+        names+=("$(name_here "$package")")
+    done
+    as_root apt-get install -q --yes --no-install-recommends "${names[@]}" >&2
+}
+
+as_root() {
+    if ((EUID == 0)); then
+        env DEBIAN_FRONTEND=noninteractive "$@"
+    elif command -v sudo >/dev/null; then
+        sudo env DEBIAN_FRONTEND=noninteractive "$@"
+    else
+        echo "This needs root, and there is no sudo: $*" >&2
+        return 1
+    fi
+}
+
+# The first of a package's names that this release knows.
+name_here() {
+    local name
+    for name in ${1//|/ }; do
+        if [[ -n $(apt-cache show --no-all-versions "$name" 2>/dev/null) ]]; then
+            echo "$name"
+            return
+        fi
+    done
+    echo "${1%%|*}"
+}

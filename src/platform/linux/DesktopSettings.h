@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/SystemSettings.h"
+#include "platform/linux/DesktopDock.h"
+
+namespace moorline {
+
+/// A program with its arguments, to be looked for in PATH.
+struct SettingsProgram {
+    QString name;
+    QStringList arguments = {};
+
+    bool operator==(const SettingsProgram &) const = default;
+};
+
+/// Where the user can change the dock: first the dock's own settings, then those of the desktop.
+[[nodiscard]] QList<SettingsProgram> dockSettingsPrograms(
+    const DesktopDock::State &dock, const QStringList &desktopNames);
+
+/// Starts the first of the desktop's settings programs that is installed.
+class DesktopSettings final : public SystemSettings {
+public:
+    explicit DesktopSettings(const DesktopDock &dock, const QStringList &desktopNames = currentDesktopNames());
+
+    void open(SettingsPane pane) override;
+
+private:
+    const DesktopDock &m_dock;
+    QStringList m_desktopNames;
+};
+
+} // namespace moorline

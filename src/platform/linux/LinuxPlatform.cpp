@@ -1,0 +1,124 @@
+#include "platform/Platform.h"
+#include "platform/linux/ClientWindows.h"
+#include "platform/linux/DesktopDock.h"
+#include "platform/linux/DesktopDockControl.h"
+#include "platform/linux/DesktopEntries.h"
+#include "platform/linux/DesktopPreferences.h"
+#include "platform/linux/DesktopSettings.h"
+#include "platform/linux/DockWindows.h"
+#include "platform/linux/NullAdapters.h"
+#include "platform/linux/SvgSymbols.h"
+#include "platform/linux/X11PanelWindow.h"
+#include "platform/linux/X11Pointer.h"
+#include "platform/linux/X11Screens.h"
+#include "platform/linux/X11WindowServer.h"
+#include "platform/linux/X11Workspace.h"
+#include "platform/linux/XConnection.h"
+#include "platform/linux/XdgDirectories.h"
+#include "platform/qt/QtClock.h"
+
+#include <QGuiApplication>
+
+namespace moorline {
+
+namespace {
+
+constexpr auto qtPlatform = "QT_QPA_PLATFORM";
+
+bool hasDisplay()
+{
+    struct Disconnecter {
+        void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
+    };
+    const std::unique_ptr<xcb_connection_t, Disconnecter> connection(xcb_connect(nullptr, nullptr));
+    return xcb_connection_has_error(connection.get()) == 0;
+}
+
+/// What adapters for an X server have in common.
+struct X11Desktop {
+    explicit X11Desktop(std::unique_ptr<XConnection> opened)
+        : connection(std::move(opened))
+        , clients(*connection)
+        , docks(clients)
+    {
+    }
+
+    std::unique_ptr<XConnection> connection;
+    ClientWindows clients;
+    DockWindows docks;
+};
+
+/// What all adapters have in common, in the order of dependence.
+struct Foundation {
+    std::unique_ptr<X11Desktop> desktop;
+    DesktopDock dock;
+};
+
+/// Null when Qt does not draw on an X server.
+std::unique_ptr<X11Desktop> openDesktop()
+{
+    if (QGuiApplication::platformName() != QLatin1StringView("xcb"))
+        return nullptr;
+    auto connection = XConnection::open();
+    return connection ? std::make_unique<X11Desktop>(std::move(connection)) : nullptr;
+}
+
+std::shared_ptr<Foundation> layFoundation()
+{
+    auto desktop = openDesktop();
+    const DockWindows *docks = desktop ? &desktop->docks : nullptr;
+    return std::make_shared<Foundation>(Foundation{std::move(desktop), DesktopDock(docks)});
+}
+
+void addDesktop(Platform &platform, X11Desktop &desktop)
+{
+    platform.screens = std::make_unique<X11Screens>(desktop.connection.get());
+    platform.pointer = std::make_unique<X11Pointer>(*desktop.connection);
+    platform.panelWindow = std::make_unique<X11PanelWindow>(*desktop.connection, desktop.clients);
+    platform.windowServer = std::make_unique<X11WindowServer>(desktop.clients);
+    platform.workspace = std::make_unique<X11Workspace>(*desktop.connection);
+}
+
+void addNothing(Platform &platform)
+{
+    platform.screens = std::make_unique<X11Screens>(nullptr);
+    platform.pointer = std::make_unique<NullPointer>();
+    platform.panelWindow = std::make_unique<NullPanelWindow>();
+    platform.windowServer = std::make_unique<NullWindowServer>();
+    platform.workspace = std::make_unique<Workspace>();
+}
+
+} // namespace
+
+bool preparePlatform(DisplayNeed need)
+{
+    const bool isChosenByUser = qEnvironmentVariableIsSet(qtPlatform);
+    if (isChosenByUser && qgetenv(qtPlatform) != "xcb")
+        return true;
+    // Also in a Wayland session with an X server: only there may a program place its own window.
+    if (hasDisplay())
+        return qputenv(qtPlatform, "xcb");
+    return need == DisplayNeed::optional && qputenv(qtPlatform, "offscreen");
+}
+
+std::unique_ptr<Platform> createPlatform()
+{
+    const auto foundation = layFoundation();
+    auto platform = std::make_unique<Platform>();
+    platform->foundation = foundation;
+    platform->clock = std::make_unique<QtClock>();
+    if (foundation->desktop)
+        addDesktop(*platform, *foundation->desktop);
+    else
+        addNothing(*platform);
+    platform->preferences = std::make_unique<DesktopPreferences>(foundation->dock);
+    platform->systemDockControl = std::make_unique<DesktopDockControl>(foundation->dock);
+    platform->systemSettings = std::make_unique<DesktopSettings>(foundation->dock);
+    platform->directories = std::make_unique<XdgDirectories>();
+    platform->appBundles = std::make_unique<DesktopEntries>();
+    platform->systemImages = std::make_unique<SvgSymbols>();
+    platform->wordingCatalogue = QStringLiteral(":/wording/linux_en.qm");
+    return platform;
+}
+
+} // namespace moorline

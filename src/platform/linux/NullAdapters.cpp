@@ -1,0 +1,87 @@
+#include "platform/linux/NullAdapters.h"
+
+namespace moorline {
+
+namespace {
+
+// Further from any edge than any screen is large.
+constexpr QPointF nowhere(0, 1'000'000);
+
+} // namespace
+
+QPointF NullPointer::location() const
+{
+    return nowhere;
+}
+
+Qt::MouseButtons NullPointer::pressedButtons() const
+{
+    return Qt::NoButton;
+}
+
+std::optional<QList<WindowDescription>> NullWindowServer::onScreenWindows() const
+{
+    return std::nullopt;
+}
+
+int NullWindowServer::level(WindowLevel level) const
+{
+    switch (level) {
+    case WindowLevel::dock:
+        return 20;
+    case WindowLevel::mainMenu:
+        return 24;
+    }
+    Q_UNREACHABLE();
+}
+
+std::optional<QVariantList> NullWindowServer::managedDisplaySpaces() const
+{
+    return std::nullopt;
+}
+
+std::optional<QString> NullWindowServer::mainDisplayUUID() const
+{
+    return std::nullopt;
+}
+
+void NullPanelWindow::adopt(QWidget &panel)
+{
+    m_panel = &panel;
+}
+
+void NullPanelWindow::setLevel(int level)
+{
+    m_level = level;
+}
+
+int NullPanelWindow::level() const
+{
+    return m_level;
+}
+
+void NullPanelWindow::setCollectionBehavior([[maybe_unused]] unsigned behavior)
+{
+}
+
+void NullPanelWindow::setFrame(const QRectF &frame)
+{
+    m_frame = frame;
+    m_panel->resize(frame.size().toSize());
+}
+
+QRectF NullPanelWindow::frame() const
+{
+    return m_frame;
+}
+
+void NullPanelWindow::orderFrontRegardless()
+{
+    m_panel->show();
+}
+
+void NullPanelWindow::setInteractiveArea([[maybe_unused]] const QPainterPath &area)
+{
+}
+
+} // namespace moorline

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/PanelWindow.h"
+#include "platform/Pointer.h"
+#include "platform/WindowServer.h"
+
+#include <QPointer>
+#include <QWidget>
+
+namespace moorline {
+
+/// Where there is no X server: a pointer that is nowhere near the bar.
+class NullPointer final : public Pointer {
+public:
+    [[nodiscard]] QPointF location() const override;
+    [[nodiscard]] Qt::MouseButtons pressedButtons() const override;
+};
+
+/// Where there is no X server: one that tells nothing.
+class NullWindowServer final : public WindowServer {
+public:
+    [[nodiscard]] std::optional<QList<WindowDescription>> onScreenWindows() const override;
+    [[nodiscard]] int level(WindowLevel level) const override;
+    [[nodiscard]] std::optional<QVariantList> managedDisplaySpaces() const override;
+    [[nodiscard]] std::optional<QString> mainDisplayUUID() const override;
+};
+
+/// Where there is no X server: keeps its frame, and gives the panel its size so that it can be drawn into a picture.
+class NullPanelWindow final : public PanelWindow {
+public:
+    void adopt(QWidget &panel) override;
+    void setLevel(int level) override;
+    [[nodiscard]] int level() const override;
+    void setCollectionBehavior(unsigned behavior) override;
+    void setFrame(const QRectF &frame) override;
+    [[nodiscard]] QRectF frame() const override;
+    void orderFrontRegardless() override;
+    void setInteractiveArea(const QPainterPath &area) override;
+
+private:
+    QPointer<QWidget> m_panel;
+    QRectF m_frame;
+    int m_level = 0;
+};
+
+} // namespace moorline

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/Directories.h"
+
+namespace moorline {
+
+/// The user's folders by the XDG base directory rules.
+class XdgDirectories final : public Directories {
+public:
+    [[nodiscard]] QString applicationSupport() const override;
+};
+
+} // namespace moorline

@@ -1,0 +1,282 @@
+#include "platform/linux/DesktopDock.h"
+#include "platform/linux/ClientWindows.h"
+#include "platform/linux/DesktopDockControl.h"
+#include "platform/linux/DesktopPreferences.h"
+#include "platform/linux/DockWindows.h"
+#include "platform/linux/XConnection.h"
+#include "support/TestCase.h"
+
+#include <QCoroTask>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <memory>
+
+namespace {
+
+using moorline::ClientWindows;
+using moorline::DesktopDock;
+using moorline::DesktopDockControl;
+using moorline::DesktopPreferences;
+using moorline::DockWindow;
+using moorline::DockWindows;
+using moorline::XConnection;
+using State = DesktopDock::State;
+using Kind = DesktopDock::Kind;
+using Edge = DesktopDock::Edge;
+
+const QString plankSettings = QStringLiteral("net.launchpad.plank.dock.settings:/net/launchpad/plank/docks/dock1/");
+const QString bottom = QStringLiteral("bottom center horizontal");
+
+void run(const QString &program, const QStringList &arguments)
+{
+    if (QProcess::execute(program, arguments) != 0)
+        qFatal("%s %s failed", qPrintable(program), qPrintable(arguments.join(u' ')));
+}
+
+void setPlank(const char *key, const QString &value)
+{
+    run(QStringLiteral("gsettings"), {QStringLiteral("set"), plankSettings, QLatin1StringView(key), value});
+}
+
+/// A program of the desktop that runs as long as this lives.
+class RunningProgram final {
+public:
+    explicit RunningProgram(const QString &program, const QStringList &arguments = {})
+    {
+        m_process.setStandardErrorFile(QProcess::nullDevice());
+        m_process.setStandardOutputFile(QProcess::nullDevice());
+        m_process.start(program, arguments);
+        if (!m_process.waitForStarted())
+            qFatal("%s does not start", qPrintable(program));
+    }
+    ~RunningProgram() { stop(); }
+    RunningProgram(const RunningProgram &) = delete;
+    RunningProgram &operator=(const RunningProgram &) = delete;
+
+    void stop()
+    {
+        m_process.terminate();
+        m_process.waitForFinished();
+    }
+
+private:
+    QProcess m_process;
+};
+
+/// The docks of a real desktop come and go beside the program under test.
+class DesktopDockTest final : public moorline::test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        TestCase::init();
+        run(QStringLiteral("gsettings"), {QStringLiteral("reset-recursively"), plankSettings});
+        run(QStringLiteral("xdotool"), {QStringLiteral("mousemove"), QStringLiteral("700"), QStringLiteral("300")});
+        m_connection = XConnection::open();
+        QVERIFY(m_connection);
+        m_clients = std::make_unique<ClientWindows>(*m_connection);
+        m_windows = std::make_unique<DockWindows>(*m_clients);
+        QTRY_COMPARE(m_windows->windows().size(), 0);
+    }
+
+    void cleanup()
+    {
+        m_windows.reset();
+        m_clients.reset();
+        m_connection.reset();
+        TestCase::cleanup();
+    }
+
+    void withoutAnyPanelNothingIsInTheWay() { QCOMPARE(desktopDock().state(), State()); }
+
+    void aPanelIsSeenWhileItReservesAnEdge_data()
+    {
+        QTest::addColumn<QString>("position");
+        QTest::addColumn<Edge>("edge");
+
+        QTest::newRow("bottom") << bottom << Edge::bottom;
+        QTest::newRow("left") << QStringLiteral("center left vertical") << Edge::left;
+        QTest::newRow("right") << QStringLiteral("center right vertical") << Edge::right;
+    }
+
+    void aPanelIsSeenWhileItReservesAnEdge()
+    {
+        QFETCH(QString, position);
+        QFETCH(Edge, edge);
+        const DesktopDock dock = desktopDock();
+        RunningProgram panel(QStringLiteral("tint2"), tint2(position));
+        QTRY_COMPARE(dock.state().kind, Kind::panel);
+        QCOMPARE(dock.state().edge, edge);
+        QVERIFY(!dock.state().hides);
+        QCOMPARE(dock.state().program, QStringLiteral("tint2"));
+        panel.stop();
+        QTRY_COMPARE(dock.state(), State());
+    }
+
+    void aPanelAtTheTopIsNoDock()
+    {
+        const DesktopDock dock = desktopDock();
+        const RunningProgram panel(QStringLiteral("tint2"), tint2(QStringLiteral("top center horizontal")));
+        QTRY_COMPARE(onlyWindow().strut, QMargins(0, 40, 0, 0));
+        QCOMPARE(dock.state(), State());
+    }
+
+    void aPanelThatHidesIsNotInTheWayEvenWhileItShowsItself()
+    {
+        const DesktopDock dock = desktopDock();
+        const RunningProgram panel(QStringLiteral("tint2"), tint2(bottom, "autohide = 1\nautohide_height = 4\n"));
+        QTRY_COMPARE(onlyWindow().strut.bottom(), 4);
+        QTRY_COMPARE(dock.state(), State());
+        run(QStringLiteral("xdotool"), {QStringLiteral("mousemove"), QStringLiteral("700"), QStringLiteral("899")});
+        QTRY_COMPARE(onlyWindow().strut.bottom(), 40);
+        QCOMPARE(dock.state(), State());
+    }
+
+    void aPanelThatReservesNothingIsNotInTheWay()
+    {
+        const DesktopDock dock = desktopDock();
+        const RunningProgram panel(QStringLiteral("tint2"), tint2(bottom, "strut_policy = none\n"));
+        QTRY_COMPARE(onlyWindow().frame.height(), 40);
+        QCOMPARE(dock.state(), State());
+    }
+
+    void thePanelAtTheBottomCountsBeforeTheOneAtTheSide()
+    {
+        const DesktopDock dock = desktopDock();
+        const RunningProgram side(QStringLiteral("tint2"), tint2(QStringLiteral("center left vertical")));
+        QTRY_COMPARE(dock.state().edge, Edge::left);
+        RunningProgram panel(QStringLiteral("tint2"), tint2(bottom));
+        QTRY_COMPARE(dock.state().edge, Edge::bottom);
+        panel.stop();
+        QTRY_COMPARE(dock.state().edge, Edge::left);
+    }
+
+    void aPanelTakesNoChanges()
+    {
+        DesktopDock dock = desktopDock();
+        const RunningProgram panel(QStringLiteral("tint2"), tint2(bottom));
+        QTRY_COMPARE(dock.state().kind, Kind::panel);
+        DesktopDockControl control(dock);
+        QVERIFY(!QCoro::waitFor(control.enableAutoHide()));
+        QVERIFY(!QCoro::waitFor(control.setRevealDelay(0.5)));
+    }
+
+    void plankIsTheDockWhileItRuns()
+    {
+        setPlank("hide-mode", QStringLiteral("none"));
+        const DesktopDock dock = desktopDock();
+        const DesktopPreferences preferences(dock);
+        QCOMPARE(dock.state().kind, Kind::none);
+        RunningProgram plank(QStringLiteral("plank"));
+        QTRY_COMPARE(dock.state().kind, Kind::plank);
+        QTRY_VERIFY(!dock.state().hides);
+        QCOMPARE(dock.state().program, QStringLiteral("plank"));
+        const auto domain = preferences.open(QStringLiteral("com.apple.dock"));
+        QCOMPARE(domain->value(QStringLiteral("orientation")), QVariant(QStringLiteral("bottom")));
+        QCOMPARE(domain->value(QStringLiteral("autohide")), QVariant(false));
+        setPlank("position", QStringLiteral("left"));
+        QTRY_COMPARE(domain->value(QStringLiteral("orientation")), QVariant(QStringLiteral("left")));
+        plank.stop();
+        QTRY_COMPARE(dock.state(), State());
+    }
+
+    void everyHidingModeOfPlankCounts_data()
+    {
+        QTest::addColumn<QString>("mode");
+        for (const char *mode : {"intelligent", "auto", "dodge-maximized", "window-dodge", "dodge-active"})
+            QTest::newRow(mode) << QString::fromLatin1(mode);
+    }
+
+    void everyHidingModeOfPlankCounts()
+    {
+        QFETCH(QString, mode);
+        setPlank("hide-mode", QStringLiteral("none"));
+        const DesktopDock dock = desktopDock();
+        const RunningProgram plank(QStringLiteral("plank"));
+        QTRY_VERIFY(!dock.state().hides);
+        setPlank("hide-mode", mode);
+        QTRY_VERIFY(dock.state().hides);
+        QCOMPARE(dock.state().kind, Kind::plank);
+    }
+
+    void plankClearsTheSpaceWhenItIsMadeToHide()
+    {
+        setPlank("hide-mode", QStringLiteral("none"));
+        DesktopDock dock = desktopDock();
+        const RunningProgram plank(QStringLiteral("plank"));
+        QTRY_VERIFY(onlyWindow().strut.bottom() > 0);
+        QTRY_VERIFY(!dock.state().hides);
+        DesktopDockControl control(dock);
+        QVERIFY(QCoro::waitFor(control.enableAutoHide()));
+        QVERIFY(dock.state().hides);
+        QTRY_COMPARE(onlyWindow().strut, QMargins());
+    }
+
+    void planksRevealDelayIsKeptInMilliseconds()
+    {
+        DesktopDock dock = desktopDock();
+        const RunningProgram plank(QStringLiteral("plank"));
+        QTRY_COMPARE(dock.state().kind, Kind::plank);
+        DesktopDockControl control(dock);
+        QVERIFY(QCoro::waitFor(control.setRevealDelay(0.25)));
+        QCOMPARE(dock.state().revealDelay, 0.25);
+        QTRY_COMPARE(plankValue("unhide-delay"), QStringLiteral("250"));
+    }
+
+    void aPanelBelowAHidingPlankIsWhatIsInTheWay()
+    {
+        setPlank("hide-mode", QStringLiteral("auto"));
+        DesktopDock dock = desktopDock();
+        const RunningProgram plank(QStringLiteral("plank"));
+        QTRY_COMPARE(dock.state().kind, Kind::plank);
+        QTRY_VERIFY(dock.state().hides);
+        RunningProgram panel(QStringLiteral("tint2"), tint2(bottom));
+        QTRY_COMPARE(dock.state().kind, Kind::panel);
+        QVERIFY(!dock.state().hides);
+        QVERIFY(!dock.enableAutoHide());
+        panel.stop();
+        QTRY_COMPARE(dock.state().kind, Kind::plank);
+    }
+
+private:
+    [[nodiscard]] DesktopDock desktopDock() const { return DesktopDock(m_windows.get(), {}); }
+
+    /// An empty description until there is exactly one dock window.
+    [[nodiscard]] DockWindow onlyWindow() const
+    {
+        const auto windows = m_windows->windows();
+        return windows.size() == 1 ? windows.first() : DockWindow();
+    }
+
+    /// Arguments for a panel of 40 device pixels at a place, in the words of its configuration file.
+    [[nodiscard]] QStringList tint2(const QString &position, const QByteArray &more = {}) const
+    {
+        QFile file(m_folder.filePath(QString(position).replace(u' ', u'-')));
+        const QByteArray content = "panel_items = C\ntime1_format = x\npanel_size = 100% 40\npanel_position = "
+            + position.toUtf8() + '\n' + more;
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("cannot write %s", qPrintable(file.fileName()));
+        return {QStringLiteral("-c"), file.fileName()};
+    }
+
+    static QString plankValue(const char *key)
+    {
+        QProcess process;
+        process.start(QStringLiteral("gsettings"), {QStringLiteral("get"), plankSettings, QLatin1StringView(key)});
+        process.waitForFinished();
+        return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+    }
+
+    QTemporaryDir m_folder;
+    std::unique_ptr<XConnection> m_connection;
+    std::unique_ptr<ClientWindows> m_clients;
+    std::unique_ptr<DockWindows> m_windows;
+};
+
+MOORLINE_TEST(DesktopDockTest);
+
+} // namespace
+
+#include "DesktopDockTest.moc"

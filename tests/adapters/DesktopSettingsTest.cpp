@@ -1,0 +1,145 @@
+#include "platform/linux/DesktopSettings.h"
+#include "support/TestCase.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+using moorline::DesktopDock;
+using moorline::DesktopSettings;
+using moorline::SettingsPane;
+using moorline::SettingsProgram;
+
+/// The command line of the first settings program for a dock and a desktop.
+QString firstCommand(const QString &dockProgram, const QStringList &desktopNames)
+{
+    const DesktopDock::State dock{.program = dockProgram};
+    const auto programs = moorline::dockSettingsPrograms(dock, desktopNames);
+    return programs.isEmpty() ? QString()
+                              : (QStringList(programs.first().name) + programs.first().arguments).join(u' ');
+}
+
+class DesktopSettingsTest final : public moorline::test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        TestCase::init();
+        m_path = qgetenv("PATH");
+        m_folder = std::make_unique<QTemporaryDir>();
+        QVERIFY(m_folder->isValid());
+        qputenv("PATH", QFile::encodeName(m_folder->path()));
+    }
+
+    void cleanup()
+    {
+        qputenv("PATH", m_path);
+        m_folder.reset();
+        TestCase::cleanup();
+    }
+
+    void eachDockAndDesktopHasItsProgram_data()
+    {
+        QTest::addColumn<QString>("dock");
+        QTest::addColumn<QString>("desktop");
+        QTest::addColumn<QString>("command");
+
+        const auto row = [](const char *dock, const char *desktop, const char *command) {
+            QTest::addRow("%s on %s", dock, desktop)
+                << QString::fromLatin1(dock) << QString::fromLatin1(desktop) << QString::fromLatin1(command);
+        };
+        row("", "GNOME", "gnome-control-center");
+        row("", "ubuntu:GNOME", "gnome-control-center ubuntu");
+        row("", "Budgie:GNOME", "budgie-desktop-settings");
+        row("", "KDE", "systemsettings");
+        row("", "XFCE", "xfce4-panel --preferences");
+        row("", "MATE", "mate-control-center");
+        row("", "X-Cinnamon", "cinnamon-settings panel");
+        row("", "LXQt", "lxqt-config");
+        row("", "LXDE", "lxpanelctl config");
+        row("plank", "", "plank --preferences");
+        row("plank", "XFCE", "plank --preferences");
+        row("tint2", "", "tint2conf");
+        row("tint2", "KDE", "tint2conf");
+        row("xfce4-panel", "", "xfce4-panel --preferences");
+        row("", "", "");
+        row("polybar", "i3", "");
+    }
+
+    void eachDockAndDesktopHasItsProgram()
+    {
+        QFETCH(QString, dock);
+        QFETCH(QString, desktop);
+        QTEST(firstCommand(dock, desktop.split(u':')), "command");
+    }
+
+    void noProgramIsTriedTwice()
+    {
+        const DesktopDock::State panel{.program = QStringLiteral("xfce4-panel")};
+        const auto programs = moorline::dockSettingsPrograms(panel, {QStringLiteral("XFCE")});
+        QCOMPARE(programs,
+            (QList<SettingsProgram>{{QStringLiteral("xfce4-panel"), {QStringLiteral("--preferences")}},
+                {QStringLiteral("xfce4-settings-manager")}}));
+    }
+
+    void theFirstInstalledProgramIsStartedWithItsArguments()
+    {
+        install(QStringLiteral("xfce4-panel"));
+        install(QStringLiteral("xfce4-settings-manager"));
+        open({QStringLiteral("XFCE")});
+        QTRY_COMPARE(started(), QStringLiteral("xfce4-panel --preferences\n"));
+    }
+
+    void aProgramThatIsNotInstalledIsPassedOver()
+    {
+        install(QStringLiteral("xfce4-settings-manager"));
+        open({QStringLiteral("XFCE")});
+        QTRY_COMPARE(started(), QStringLiteral("xfce4-settings-manager\n"));
+    }
+
+    void anotherDesktopsProgramIsNotStarted()
+    {
+        install(QStringLiteral("mate-control-center"));
+        open({QStringLiteral("XFCE")});
+        open({QStringLiteral("MATE")});
+        QTRY_COMPARE(started(), QStringLiteral("mate-control-center\n"));
+    }
+
+private:
+    static void open(const QStringList &desktopNames)
+    {
+        const DesktopDock dock(nullptr, {});
+        DesktopSettings(dock, desktopNames).open(SettingsPane::desktopAndDock);
+    }
+
+    QString record() const { return m_folder->filePath(QStringLiteral("started")); }
+
+    /// Puts a program into PATH that records how it was called.
+    void install(const QString &name) const
+    {
+        QFile script(m_folder->filePath(name));
+        const QString text =
+            QStringLiteral("#!/bin/sh\necho \"${0##*/}${*:+ $*}\" >>'%1.part'\n/bin/mv '%1.part' '%1'\n");
+        if (!script.open(QIODevice::WriteOnly) || script.write(text.arg(record()).toUtf8()) < 0)
+            qFatal("cannot write %s", qPrintable(script.fileName()));
+        script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    QString started() const
+    {
+        QFile file(record());
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    }
+
+    QByteArray m_path;
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+MOORLINE_TEST(DesktopSettingsTest);
+
+} // namespace
+
+#include "DesktopSettingsTest.moc"

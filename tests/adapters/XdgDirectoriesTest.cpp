@@ -1,0 +1,43 @@
+#include "platform/linux/XdgDirectories.h"
+#include "support/TestCase.h"
+
+#include <QDir>
+
+namespace {
+
+using moorline::XdgDirectories;
+
+class XdgDirectoriesTest final : public moorline::test::TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        qunsetenv("XDG_CONFIG_HOME");
+        TestCase::cleanup();
+    }
+
+    void applicationSupportIsTheConfigurationFolder()
+    {
+        qputenv("XDG_CONFIG_HOME", "/somewhere/configuration");
+        QCOMPARE(XdgDirectories().applicationSupport(), QStringLiteral("/somewhere/configuration"));
+    }
+
+    void withoutOneItIsDotConfigInTheHomeFolder()
+    {
+        qunsetenv("XDG_CONFIG_HOME");
+        QCOMPARE(XdgDirectories().applicationSupport(), QDir::homePath() + QStringLiteral("/.config"));
+    }
+
+    void aRelativeConfigurationFolderIsIgnored()
+    {
+        qputenv("XDG_CONFIG_HOME", "configuration");
+        QCOMPARE(XdgDirectories().applicationSupport(), QDir::homePath() + QStringLiteral("/.config"));
+    }
+};
+
+MOORLINE_TEST(XdgDirectoriesTest);
+
+} // namespace
+
+#include "XdgDirectoriesTest.moc"

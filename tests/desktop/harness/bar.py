@@ -1,0 +1,153 @@
+"""The program under test, as it runs on a desktop."""
+
+import json
+import os
+from pathlib import Path
+
+from Xlib import X
+
+from . import pill
+from .screen import RIGHT_BUTTON, Frame
+from .waiting import settled, wait_until
+
+APPLICATION = "app.moorline.Moorline"
+PANEL_HEIGHT = 98
+PANEL_HEIGHT_WITH_NUDGE = 132
+PILL_HEIGHT = 72
+MARGIN = 13
+
+
+def binary():
+    """The program that is tested: $MOORLINE_BINARY, else the release build of this tree."""
+    default = Path(__file__).parents[3] / "build/release/src/app/moorline"
+    path = Path(os.environ.get("MOORLINE_BINARY", default)).absolute()
+    if not path.exists():
+        raise RuntimeError(f"there is no program at {path}; build it or set MOORLINE_BINARY")
+    return path
+
+
+class Bar:
+    """A running bar. Frames are in pixels, from the top left corner of the display."""
+
+    def __init__(self, desktop, settings=None, scale=1, visible=True, **environment):
+        self.desktop = desktop
+        self.screen = desktop.screen
+        self.scale = scale
+        if settings is not None:
+            write_settings(desktop, settings)
+        if scale != 1:
+            environment["QT_SCALE_FACTOR"] = scale
+        self.process = desktop.start(
+            "bar", binary(), QT_FORCE_STDERR_LOGGING=1, MOORLINE_DEBUG=1, **environment
+        )
+        self.window = wait_until(self._find_window, timeout=10, what="the bar maps its window")
+        settled(self.frame)
+        if visible:
+            wait_until(self.pill_edges, what="the pill is drawn")
+
+    # Window
+
+    def frame(self):
+        return self.screen.frame(self.window)
+
+    def frame_on_screen(self):
+        """The part of the frame that is on the display."""
+        x, y, width, height = self.frame()
+        return Frame(x, y, width, min(height, self._screen_height() - y))
+
+    def shown_top(self, nudge=False, gap=2):
+        """Where the panel's top edge belongs while it shows."""
+        height = PANEL_HEIGHT_WITH_NUDGE if nudge else PANEL_HEIGHT
+        return self._screen_height() - (gap - MARGIN + height) * self.scale
+
+    def hidden_top(self):
+        return self._screen_height() + 4 * self.scale
+
+    def is_hidden(self):
+        return self.frame().y == self.hidden_top()
+
+    def is_shown(self, nudge=False):
+        return self.frame().y == self.shown_top(nudge)
+
+    def wait_until_hidden(self, timeout=6.0):
+        wait_until(self.is_hidden, timeout, "the bar slides out")
+
+    def wait_until_shown(self, nudge=False, timeout=6.0):
+        wait_until(lambda: self.is_shown(nudge), timeout, "the bar slides in")
+
+    # Pixels
+
+    def pill_row(self, gap=2):
+        """The row of pixels through the middle of the pill."""
+        return self._screen_height() - (gap + PILL_HEIGHT // 2) * self.scale
+
+    def pill_center(self):
+        return int(self.frame().center_x), self.pill_row()
+
+    def pill_edges(self, gap=2):
+        """Left, top, right and bottom of the pill on screen, or None while it is not to be seen."""
+        frame = self.frame()
+        top = self._screen_height() - (gap + PILL_HEIGHT + 12) * self.scale
+        area = (0, top, self.screen.size[0], self._screen_height() - top)
+        column = int(frame.x + min(40 * self.scale, frame.width // 2))
+        found = pill.edges(self.screen.picture(area), min(max(column, 0), area[2] - 1), self.pill_row(gap) - top)
+        if found is None:
+            return None
+        left, upper, right, lower = found
+        return left, upper + top, right, lower + top
+
+    def is_pill_visible(self):
+        """Looks near the pill's left end, where no widget draws."""
+        x = self.frame().x + 8 * self.scale
+        return pill.is_pill(self.screen.pixel(x, self.pill_row()))
+
+    # Settings and commands
+
+    @property
+    def settings_path(self):
+        return settings_path(self.desktop)
+
+    def settings(self):
+        return json.loads(self.settings_path.read_text())
+
+    def popups(self):
+        own = self.screen.mapped_windows_of_class("moorline")
+        return [window for window in own if window != self.window and self._is_popup(window)]
+
+    def open_menu(self):
+        self.screen.click(*self.pill_center(), RIGHT_BUTTON)
+        popup = wait_until(lambda: next(iter(self.popups()), None), what="the menu opens")
+        return settled(lambda: self.screen.frame(popup))
+
+    def choose_mode(self, automatic):
+        """Chooses the upper or the lower of the two entries that meet in the middle of the menu."""
+        frame = self.open_menu()
+        offset = (10 if automatic else -10) * self.scale
+        self.screen.click(frame.center_x, frame.center_y + offset)
+
+    def log_lines(self):
+        return self.process.output().splitlines()
+
+    def _find_window(self):
+        assert self.process.is_running(), f"the bar ended: {self.process.output()}"
+        for window in self.screen.mapped_windows_of_class("moorline"):
+            if "_NET_WM_WINDOW_TYPE_DOCK" in self.screen.atom_names(window, "_NET_WM_WINDOW_TYPE"):
+                return window
+        return None
+
+    def _is_popup(self, window):
+        attributes = window.get_attributes()
+        return attributes.override_redirect and attributes.win_class == X.InputOutput
+
+    def _screen_height(self):
+        return self.screen.size[1]
+
+
+def settings_path(desktop):
+    return desktop.config_home / APPLICATION / "settings.json"
+
+
+def write_settings(desktop, settings):
+    path = settings_path(desktop)
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_text(json.dumps(settings))
