@@ -178,6 +178,7 @@ void DockBarView::layOut()
 {
     const qreal pillTop = size().height() - panelMargin - pillHeight;
     m_pill->setPos(std::floor((size().width() - m_pill->size().width()) / 2), pillTop);
+    m_pill->setRoom(QRectF(-m_pill->pos(), size()));
     const qreal nudgeWidth = std::min(m_nudge->naturalWidth(), size().width());
     m_nudge->setGeometry(
         std::floor((size().width() - nudgeWidth) / 2), pillTop - nudgeGap - nudgeHeight, nudgeWidth, nudgeHeight);

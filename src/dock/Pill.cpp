@@ -84,6 +84,14 @@ void Pill::layOut()
     Q_EMIT widthChanged();
 }
 
+void Pill::setRoom(const QRectF &room)
+{
+    if (room == m_room)
+        return;
+    m_room = room;
+    update();
+}
+
 QPainterPath Pill::outline() const
 {
     return continuousRoundedRect(QRectF(QPointF(0, 0), size()), pillCornerRadius);
@@ -99,7 +107,7 @@ QRectF Pill::boundingRect() const
 void Pill::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
 {
     const QRectF pill(QPointF(0, 0), size());
-    m_shadow.paint(*painter, outline());
+    m_shadow.paint(*painter, outline(), m_room);
     painter->fillPath(outline(), Theme::pillFill);
     const qreal inset = 0.5;
     painter->setPen(QPen(m_dropHovering ? m_dropColor : Theme::pillStroke, 1));

@@ -24,6 +24,8 @@ public:
     /// Takes the widgets over and deletes those that stood here before.
     void setRow(const QList<Entry> &row);
     [[nodiscard]] const QList<Entry> &row() const { return m_row; }
+    /// What the shadow has to stay inside of, in the pill's own coordinates.
+    void setRoom(const QRectF &room);
     /// The outline while files hover over the pill.
     void setDropColor(const QColor &color) { m_dropColor = color; }
     /// The shape of the pill in its own coordinates.
@@ -53,6 +55,7 @@ private:
     /// Dividers and gaps are as many as there are widgets, less one; a gap is null.
     QList<QGraphicsWidget *> m_separators;
     Shadow m_shadow;
+    QRectF m_room;
     QColor m_dropColor;
     bool m_dropHovering = false;
 };

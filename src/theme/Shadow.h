@@ -17,16 +17,20 @@ public:
     /// `blurRadius` is twice the standard deviation of the blur; `offset` is in points, y growing downwards.
     Shadow(QColor color, qreal blurRadius, QPointF offset);
 
-    /// Paints the shadow of `shape` (points, the painter's coordinates), also under the shape itself.
-    void paint(QPainter &painter, const QPainterPath &shape);
+    /// Paints the shadow of `shape` (points, the painter's coordinates), also under the shape itself. Towards the edges
+    /// of `room` it fades to nothing, so that a window as large as the room cuts nothing off visibly.
+    void paint(QPainter &painter, const QPainterPath &shape, const QRectF &room);
 
 private:
-    [[nodiscard]] QImage render(const QPainterPath &shape, qreal scale) const;
+    [[nodiscard]] QImage render(qreal scale) const;
+    [[nodiscard]] QImage blurredMask(qreal scale) const;
 
     QColor m_color;
     qreal m_blurRadius;
     QPointF m_offset;
     QPainterPath m_shape;
+    /// Relative to the top left corner of the shape's bounds.
+    QRectF m_room;
     qreal m_scale = 0;
     QImage m_image;
 };

@@ -118,6 +118,7 @@ private Q_SLOTS:
         auto *pill = new Pill;
         scene.addItem(pill);
         pill->setRow({{WidgetKind::clock, new Block({200, 30})}});
+        pill->setRoom(QRectF(-100, -100, 500, 300));
         QImage image(pill->size().toSize(), QImage::Format_ARGB32_Premultiplied);
         image.fill(Qt::white);
         QPainter painter(&image);

@@ -18,13 +18,15 @@ QPainterPath pathOf(const QRectF &rect)
     return path;
 }
 
-QImage painted(Shadow &shadow, const QPainterPath &shape, qreal scale = 1)
+constexpr QRectF canvas(0, 0, 400, 400);
+
+QImage painted(Shadow &shadow, const QPainterPath &shape, qreal scale = 1, const QRectF &room = canvas)
 {
     QImage image(QSize(400, 400) * scale, QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(scale);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    shadow.paint(painter, shape);
+    shadow.paint(painter, shape, room);
     return image;
 }
 
@@ -45,7 +47,21 @@ private Q_SLOTS:
     void followsAShapeThatChanges();
     void isAsWideAtEveryScale();
     void anEmptyShapeThrowsNone();
+    void fadesToNothingTowardsTheEdgesOfItsRoom();
 };
+
+void ShadowTest::fadesToNothingTowardsTheEdgesOfItsRoom()
+{
+    Shadow shadow(Qt::black, 22, {0, 14});
+    const QRectF room = box.adjusted(0, -13, 0, 13);
+    const QImage image = painted(shadow, pathOf(box), 1, room);
+    const int middle = int(box.center().x());
+    QCOMPARE(alphaAt(image, middle, int(room.bottom())), 0.0);
+    QVERIFY(alphaAt(image, middle, int(room.bottom()) - 1) < 0.05);
+    QVERIFY(alphaAt(image, middle, int(box.bottom())) > 0.5);
+    QCOMPARE(alphaAt(image, int(room.left()) - 1, int(box.bottom())), 0.0);
+    QVERIFY(alphaAt(image, int(room.left()), int(box.bottom())) < 0.05);
+}
 
 void ShadowTest::fadesLikeAGaussianAcrossAnEdge()
 {
