@@ -4,12 +4,13 @@
 #include "theme/Symbols.h"
 
 #include <QCursor>
-#include <QPalette>
 
 namespace moorline {
 
 namespace {
 
+/// Nothing tells whether the status bar is dark or light: this stands out from both where the icon is no template.
+const QColor iconColor(0xa6, 0xa6, 0xa6);
 const QString alwaysVisibleIdentifier = QStringLiteral("alwaysVisible");
 
 } // namespace
@@ -18,7 +19,7 @@ StatusItem::StatusItem(SettingsStore &store, const Symbols &symbols, BarCommands
     : QObject(parent)
     , m_store(store)
     , m_commands(std::move(commands))
-    , m_item(symbols.icon(QStringLiteral("dock.rectangle"), m_menu.palette().color(QPalette::WindowText)))
+    , m_item(symbols.icon(QStringLiteral("dock.rectangle"), iconColor))
 {
     buildMenu();
     m_item.setToolTip(QStringLiteral("Moorline"));

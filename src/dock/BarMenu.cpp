@@ -1,6 +1,7 @@
 #include "dock/BarMenu.h"
 
 #include "settings/SettingsStore.h"
+#include "theme/Color.h"
 #include "theme/Symbols.h"
 
 #include <QCoreApplication>
@@ -13,6 +14,22 @@ namespace {
 QString text(const char *source)
 {
     return QCoreApplication::translate("BarMenu", source);
+}
+
+/// The menu belongs to the bar and is as dark as it is, whatever the other windows of the desktop look like.
+QPalette menuPalette(const QColor &accent)
+{
+    const QColor background(0x1c, 0x1c, 0x1f);
+    QPalette palette(QColor(0x3c, 0x3c, 0x40));
+    palette.setColor(QPalette::Base, background);
+    // Some styles emboss what is disabled in this colour.
+    palette.setColor(QPalette::Light, background);
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText, QPalette::HighlightedText}) {
+        palette.setColor(role, QColor(0xf2, 0xf2, 0xf2));
+        palette.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x84));
+    }
+    palette.setColor(QPalette::Highlight, accent.darker(160));
+    return palette;
 }
 
 void addCommand(QMenu &menu, const QString &title, const std::function<void()> &command)
@@ -41,6 +58,7 @@ void addMode(QMenu &menu, SettingsStore &store, const Symbols &symbols, DockVisi
 std::unique_ptr<QMenu> makeBarMenu(SettingsStore &store, const Symbols &symbols, const BarCommands &commands)
 {
     auto menu = std::make_unique<QMenu>();
+    menu->setPalette(menuPalette(colorFromHex(store.settings().highlightColorHex)));
     addCommand(*menu, text(QT_TRANSLATE_NOOP("BarMenu", "Dock Settings…")), commands.openSettings);
     menu->addSeparator();
     addMode(*menu, store, symbols, DockVisibilityMode::alwaysVisible);
