@@ -1,4 +1,5 @@
 #include "app/AppDelegate.h"
+#include "app/SingleInstance.h"
 
 #include <QApplication>
 #include <QProcessEnvironment>
@@ -36,6 +37,15 @@ int main(int argc, char **argv)
     QGuiApplication::setQuitOnLastWindowClosed(false);
 
     const auto platform = createPlatform();
+    // One-shot runs may come beside the bar that a person looks at.
+    std::optional<SingleInstance> instance;
+    if (displayNeed(plan) == DisplayNeed::required)
+        instance.emplace(platform->directories->applicationSupport() + u'/' + applicationIdentifier);
+    if (instance && !instance->isFirst()) {
+        qInfo("Moorline: already running");
+        return EXIT_SUCCESS;
+    }
+
     QTranslator wording;
     loadWording(wording, platform->wordingCatalogue);
 
