@@ -2,7 +2,7 @@
 
 #include "system/ScriptProcess.h"
 
-#include <QCoroSignal>
+#include <coroutine>
 
 namespace moorline {
 
@@ -14,6 +14,27 @@ QStringList arguments(const QString &script)
 {
     return {QStringLiteral("-e"), script};
 }
+
+/// Suspends until a run has settled, and goes on at that very moment.
+class Settling {
+public:
+    explicit Settling(ScriptProcess &process)
+        : m_process(process)
+    {
+    }
+
+    [[nodiscard]] bool await_ready() const { return m_process.isSettled(); }
+
+    void await_suspend(std::coroutine_handle<> waiting)
+    {
+        QObject::connect(&m_process, &ScriptProcess::settled, &m_process, [waiting] { waiting.resume(); });
+    }
+
+    [[nodiscard]] std::optional<QByteArray> await_resume() const { return m_process.answer(); }
+
+private:
+    ScriptProcess &m_process;
+};
 
 std::optional<QString> trimmedText(const QByteArray &output)
 {
@@ -33,9 +54,7 @@ AppleScriptRunner::AppleScriptRunner(Clock &clock, QString program)
 QCoro::Task<std::optional<QString>> AppleScriptRunner::run(QString script, std::chrono::milliseconds timeout) const
 {
     auto *process = ScriptProcess::start(m_clock, m_program, arguments(script), timeout);
-    if (!process->isSettled())
-        co_await qCoro(process, &ScriptProcess::settled);
-    const auto answer = process->answer();
+    const auto answer = co_await Settling(*process);
     co_return answer ? trimmedText(*answer) : std::nullopt;
 }
 

@@ -12,7 +12,8 @@ namespace moorline {
 /// Runs are independent and may overlap.
 class AppleScriptRunner {
 public:
-    /// `program` is the script host; another one stands in for it where there is no AppleScript.
+    /// `clock` outlives every run, also one that goes on without its runner. `program` is the script host; another one
+    /// stands in for it where there is no AppleScript.
     explicit AppleScriptRunner(Clock &clock, QString program = QStringLiteral("/usr/bin/osascript"));
 
     /// The trimmed output of the script; absent when it failed in whatever way. The timeout starts when the script has

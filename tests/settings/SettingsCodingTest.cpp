@@ -232,10 +232,7 @@ private Q_SLOTS:
         QTEST(decodeSettings(json)->recentAppCount, "expected");
     }
 
-    void wholeNumbersAreReadAsFractionsToo()
-    {
-        QCOMPARE(decodeSettings(R"({"bottomGap":7})")->bottomGap, 7.0);
-    }
+    void wholeNumbersAreReadAsFractionsToo() { QCOMPARE(decodeSettings(R"({"bottomGap":7})")->bottomGap, 7.0); }
 
     void shortcutWithoutBundleIdentifierIsKnownByItsPath()
     {

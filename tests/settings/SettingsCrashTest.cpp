@@ -57,8 +57,8 @@ private:
         const SettingsStore store(directories, QStringLiteral("app"), [](const QUrl &) { return std::nullopt; });
     }
 
-    /// Kills a program that changes settings as fast as it can, some time after it told of so many changes. Answers the last
-    /// change that it told of.
+    /// Kills a program that changes settings as fast as it can, some time after it told of so many changes. Answers the
+    /// last change that it told of.
     static qint64 changeUntilKilled(const test::TemporaryDirectories &directories, int changes)
     {
         QProcess helper;

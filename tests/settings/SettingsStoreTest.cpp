@@ -1,5 +1,5 @@
-#include "settings/SettingsCoding.h"
 #include "settings/SettingsStore.h"
+#include "settings/SettingsCoding.h"
 #include "settings/TemporaryDirectories.h"
 #include "support/TestCase.h"
 
@@ -171,8 +171,8 @@ private Q_SLOTS:
     {
         enable({WidgetKind::music, WidgetKind::clock});
         m_store->pin({file("/a")});
-        QCOMPARE(m_store->settings().enabledWidgets,
-            (QList{WidgetKind::music, WidgetKind::clock, WidgetKind::pinnedItems}));
+        QCOMPARE(
+            m_store->settings().enabledWidgets, (QList{WidgetKind::music, WidgetKind::clock, WidgetKind::pinnedItems}));
     }
 
     void pinningAnApplicationAloneShowsNoOtherWidget()

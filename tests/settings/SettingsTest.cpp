@@ -99,7 +99,8 @@ private Q_SLOTS:
 
     void pinnedItemIsKnownByItsPath()
     {
-        QCOMPARE((PinnedItem{QStringLiteral("/home/notes"), QStringLiteral("notes")}.id()), QStringLiteral("/home/notes"));
+        QCOMPARE(
+            (PinnedItem{QStringLiteral("/home/notes"), QStringLiteral("notes")}.id()), QStringLiteral("/home/notes"));
     }
 
     void visibilityModesHaveLabels()

@@ -30,10 +30,10 @@ private Q_SLOTS:
 
     void theLocaleOfTimesCountsNotTheLanguage()
     {
-        QCOMPARE(formatIn({QStringLiteral("LANG=en_US.UTF-8"), QStringLiteral("LC_TIME=de_DE.UTF-8")}),
-            QByteArray("24h"));
-        QCOMPARE(formatIn({QStringLiteral("LANG=de_DE.UTF-8"), QStringLiteral("LC_TIME=en_US.UTF-8")}),
-            QByteArray("12h"));
+        QCOMPARE(
+            formatIn({QStringLiteral("LANG=en_US.UTF-8"), QStringLiteral("LC_TIME=de_DE.UTF-8")}), QByteArray("24h"));
+        QCOMPARE(
+            formatIn({QStringLiteral("LANG=de_DE.UTF-8"), QStringLiteral("LC_TIME=en_US.UTF-8")}), QByteArray("12h"));
     }
 
 private:

@@ -1,7 +1,7 @@
+#include "system/AppleScriptRunner.h"
 #include "fakes/FakeClock.h"
 #include "support/TestCase.h"
 #include "system/Answer.h"
-#include "system/AppleScriptRunner.h"
 #include "system/Programs.h"
 
 using namespace moorline;
@@ -11,11 +11,25 @@ using Text = std::optional<QString>;
 class AppleScriptRunnerTest final : public test::TestCase {
     Q_OBJECT
 private Q_SLOTS:
+    void init()
+    {
+        TestCase::init();
+        m_clock = std::make_unique<test::FakeClock>();
+        m_programs = std::make_unique<test::Programs>();
+    }
+
+    void cleanup()
+    {
+        // A detached program uses the clock until it has ended.
+        QTRY_VERIFY(!test::Programs::areRunning());
+        TestCase::cleanup();
+    }
+
     void scriptIsPassedWholeAsOneArgument()
     {
-        const QString program = m_programs.addRecorder("host");
+        const QString program = m_programs->addRecorder("host");
         QCOMPARE(run(program, QStringLiteral("tell \"x\"\n  say 'é' $HOME\nend")), Text(QString()));
-        QCOMPARE(m_programs.recorded("host"), QStringLiteral("<-e>\n<tell \"x\"\n  say 'é' $HOME\nend>\n"));
+        QCOMPARE(m_programs->recorded("host"), QStringLiteral("<-e>\n<tell \"x\"\n  say 'é' $HOME\nend>\n"));
     }
 
     void answerIsTheTrimmedOutput_data()
@@ -45,57 +59,59 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, body);
         QFETCH(Text, expected);
-        QCOMPARE(run(m_programs.add("host", body)), expected);
+        QCOMPARE(run(m_programs->add("host", body)), expected);
     }
 
-    void missingProgramGivesNoAnswer() { QCOMPARE(run(m_programs.path("missing")), Text()); }
+    void missingProgramGivesNoAnswer() { QCOMPARE(run(m_programs->path("missing")), Text()); }
 
     void programThatMayNotRunGivesNoAnswer()
     {
-        const QString program = m_programs.add("host", "echo hi");
+        const QString program = m_programs->add("host", "echo hi");
         QVERIFY(QFile::setPermissions(program, QFile::ReadOwner));
         QCOMPARE(run(program), Text());
     }
 
     void longOutputIsReadWhole()
     {
-        const auto answer = run(m_programs.add("host", "head -c 1000000 /dev/zero | tr '\\0' x"));
+        const auto answer = run(m_programs->add("host", "head -c 1000000 /dev/zero | tr '\\0' x"));
         QVERIFY(answer);
         QCOMPARE(answer->size(), 1000000);
     }
 
     void manyErrorsDoNotStallTheProgram()
     {
-        QCOMPARE(run(m_programs.add("host", "head -c 4000000 /dev/zero >&2; echo done")), Text(QStringLiteral("done")));
+        QCOMPARE(
+            run(m_programs->add("host", "head -c 4000000 /dev/zero >&2; echo done")), Text(QStringLiteral("done")));
     }
 
-    void floodOfOutputIsCutOffAndGivesNoAnswer() { QCOMPARE(run(m_programs.add("host", "exec yes")), Text()); }
+    void floodOfOutputIsCutOffAndGivesNoAnswer() { QCOMPARE(run(m_programs->add("host", "exec yes")), Text()); }
 
     void outputThatGoesOnAfterTheProgramIsWaitedFor()
     {
-        const QString program
-            = m_programs.add("host", "mkfifo \"$home/gate\"\n{ read x <\"$home/gate\"; echo late; } &\necho early");
-        const test::Answer<Text> answer(AppleScriptRunner(m_clock, program).run(QString(), 1s));
-        QTRY_VERIFY(m_programs.exists("gate"));
-        m_clock.advance(1h);
+        const QString program =
+            m_programs->add("host", "mkfifo \"$home/gate\"\n{ read x <\"$home/gate\"; echo late; } &\necho early");
+        const test::Answer<Text> answer(AppleScriptRunner(*m_clock, program).run(QString(), 1s));
+        QTRY_VERIFY(m_programs->exists("gate"));
+        m_clock->advance(1h);
         QVERIFY(!answer.isThere());
-        m_programs.write("gate", "go\n");
+        m_programs->write("gate", "go\n");
         QTRY_VERIFY(answer.isThere());
         QCOMPARE(answer.value(), Text(QStringLiteral("early\nlate")));
     }
 
     void runsOverlap()
     {
-        const QString program = m_programs.add("host", "if [ \"$2\" = slow ]; then\n"
-                                                       "mkfifo \"$home/gate\"; read x <\"$home/gate\"\n"
-                                                       "fi\necho \"$2\"");
-        const AppleScriptRunner scripts(m_clock, program);
+        const QString program = m_programs->add("host",
+            "if [ \"$2\" = slow ]; then\n"
+            "mkfifo \"$home/gate\"; read x <\"$home/gate\"\n"
+            "fi\necho \"$2\"");
+        const AppleScriptRunner scripts(*m_clock, program);
         const test::Answer<Text> slow(scripts.run(QStringLiteral("slow"), 1s));
         const test::Answer<Text> quick(scripts.run(QStringLiteral("quick"), 1s));
         QTRY_VERIFY(quick.isThere());
         QVERIFY(!slow.isThere());
-        QTRY_VERIFY(m_programs.exists("gate"));
-        m_programs.write("gate", "go\n");
+        QTRY_VERIFY(m_programs->exists("gate"));
+        m_programs->write("gate", "go\n");
         QTRY_VERIFY(slow.isThere());
         QCOMPARE(quick.value(), Text(QStringLiteral("quick")));
         QCOMPARE(slow.value(), Text(QStringLiteral("slow")));
@@ -103,7 +119,7 @@ private Q_SLOTS:
 
     void runGoesOnWithoutItsRunner()
     {
-        auto scripts = std::make_unique<AppleScriptRunner>(m_clock, m_programs.add("host", "echo still"));
+        auto scripts = std::make_unique<AppleScriptRunner>(*m_clock, m_programs->add("host", "echo still"));
         const test::Answer<Text> answer(scripts->run(QString(), 1s));
         scripts.reset();
         QTRY_VERIFY(answer.isThere());
@@ -112,15 +128,15 @@ private Q_SLOTS:
 
     void detachedScriptRuns()
     {
-        const QString program = m_programs.addRecorder("host", "touch \"$home/done\"");
-        AppleScriptRunner(m_clock, program).runDetached(QStringLiteral("open trash"));
-        QTRY_VERIFY(m_programs.exists("done"));
-        QCOMPARE(m_programs.recorded("host"), QStringLiteral("<-e>\n<open trash>\n"));
+        const QString program = m_programs->addRecorder("host", "touch \"$home/done\"");
+        AppleScriptRunner(*m_clock, program).runDetached(QStringLiteral("open trash"));
+        QTRY_VERIFY(m_programs->exists("done"));
+        QCOMPARE(m_programs->recorded("host"), QStringLiteral("<-e>\n<open trash>\n"));
     }
 
     void detachedScriptWithoutAHostIsSilent()
     {
-        const AppleScriptRunner scripts(m_clock, m_programs.path("missing"));
+        const AppleScriptRunner scripts(*m_clock, m_programs->path("missing"));
         scripts.runDetached(QStringLiteral("open trash"));
         // The next run has an answer only after the first one failed.
         const test::Answer<Text> later(scripts.run(QString(), 1s));
@@ -129,19 +145,19 @@ private Q_SLOTS:
 
     void finishedRunsLeaveNoTimer()
     {
-        QVERIFY(run(m_programs.add("host", "echo a; exec >&- 2>&-; exit 0")));
-        QCOMPARE(m_clock.runningTimers(), 0);
+        QVERIFY(run(m_programs->add("host", "echo a; exec >&- 2>&-; exit 0")));
+        QCOMPARE(m_clock->runningTimers(), 0);
     }
 
 private:
     Text run(const QString &program, const QString &script = QStringLiteral("script"))
     {
-        const test::Answer<Text> answer(AppleScriptRunner(m_clock, program).run(script, 5s));
+        const test::Answer<Text> answer(AppleScriptRunner(*m_clock, program).run(script, 5s));
         return QTest::qWaitFor([&] { return answer.isThere(); }, 20000) ? answer.value() : QStringLiteral("no end");
     }
 
-    test::FakeClock m_clock;
-    test::Programs m_programs;
+    std::unique_ptr<test::FakeClock> m_clock;
+    std::unique_ptr<test::Programs> m_programs;
 };
 
 MOORLINE_TEST(AppleScriptRunnerTest);

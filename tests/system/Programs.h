@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <sys/wait.h>
 
 namespace moorline::test {
 
@@ -21,8 +22,9 @@ public:
     /// The path of a program that first adds its arguments, each in angle brackets, to what recorded() gives.
     [[nodiscard]] QString addRecorder(const char *name, const QByteArray &script = {}) const
     {
-        return add(name, "for each in \"$@\"; do printf '<%s>\\n' \"$each\"; done >>\"$home/" + QByteArray(name)
-            + ".log\"\n" + script);
+        return add(name,
+            "for each in \"$@\"; do printf '<%s>\\n' \"$each\"; done >>\"$home/" + QByteArray(name) + ".log\"\n"
+                + script);
     }
 
     [[nodiscard]] QString recorded(const char *name) const { return contents(QByteArray(name) + ".log"); }
@@ -39,6 +41,13 @@ public:
         QFile file(path(name));
         if (file.open(QIODevice::WriteOnly))
             file.write(bytes);
+    }
+
+    /// Whether any child of this process has yet to be waited for. Nothing is taken from whoever waits for it.
+    [[nodiscard]] static bool areRunning()
+    {
+        siginfo_t child{};
+        return ::waitid(P_ALL, 0, &child, WEXITED | WNOHANG | WNOWAIT) == 0;
     }
 
 private:

@@ -20,6 +20,13 @@ private Q_SLOTS:
         m_programs = std::make_unique<test::Programs>();
     }
 
+    void cleanup()
+    {
+        // A detached program uses the clock until it has ended.
+        QTRY_VERIFY(!test::Programs::areRunning());
+        TestCase::cleanup();
+    }
+
     void timeoutWaitsForBothOutputsToClose_data()
     {
         QTest::addColumn<QByteArray>("closing");

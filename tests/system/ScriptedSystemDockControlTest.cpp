@@ -1,9 +1,9 @@
+#include "system/ScriptedSystemDockControl.h"
 #include "fakes/FakeClock.h"
 #include "support/TestCase.h"
 #include "system/Answer.h"
 #include "system/AppleScriptRunner.h"
 #include "system/Programs.h"
-#include "system/ScriptedSystemDockControl.h"
 
 using namespace moorline;
 
@@ -14,6 +14,13 @@ private Q_SLOTS:
     {
         TestCase::init();
         m_programs = std::make_unique<test::Programs>();
+    }
+
+    void cleanup()
+    {
+        // A script uses the clock until it has ended.
+        QTRY_VERIFY(!test::Programs::areRunning());
+        TestCase::cleanup();
     }
 
     void autoHideIsAskedOfSystemEvents()
@@ -114,7 +121,8 @@ private Q_SLOTS:
     {
         const AppleScriptRunner scripts(m_clock);
         auto control = std::make_unique<ScriptedSystemDockControl>(scripts,
-            ScriptedSystemDockControl::Programs{m_programs->add("defaults", "true"), m_programs->add("killall", "true")});
+            ScriptedSystemDockControl::Programs{
+                m_programs->add("defaults", "true"), m_programs->add("killall", "true")});
         const test::Answer<bool> answer(control->setRevealDelay(1));
         QVERIFY(!answer.isThere());
         control.reset();
@@ -138,7 +146,8 @@ private:
     static bool outcome(QCoro::Task<bool> task)
     {
         const test::Answer<bool> answer(std::move(task));
-        return QTest::qWaitFor([&] { return answer.isThere(); }) ? answer.value() : throw std::runtime_error("no answer");
+        return QTest::qWaitFor([&] { return answer.isThere(); }) ? answer.value()
+                                                                 : throw std::runtime_error("no answer");
     }
 
     test::FakeClock m_clock;

@@ -19,7 +19,8 @@ WindowDescription covering()
 
 WindowDescription menuBar()
 {
-    return {QStringLiteral("Window Server"), otherProcess, test::FakeWindowServer::mainMenuLevel, QRectF(0, 0, 1440, 24)};
+    return {
+        QStringLiteral("Window Server"), otherProcess, test::FakeWindowServer::mainMenuLevel, QRectF(0, 0, 1440, 24)};
 }
 
 template <typename Value>
@@ -53,7 +54,9 @@ private Q_SLOTS:
         constexpr int menuLevel = test::FakeWindowServer::mainMenuLevel;
         const auto barAt = [&](int level) { return QList{covering(), layer(menuBar(), level)}; };
         const auto barOf = [&](qreal width) { return QList{bounds(menuBar(), QRectF(0, 0, width, 24)), covering()}; };
-        const auto at = [&](qreal x, qreal y, qreal width) { return QList{bounds(covering(), QRectF(x, y, width, 800))}; };
+        const auto at = [&](qreal x, qreal y, qreal width) {
+            return QList{bounds(covering(), QRectF(x, y, width, 800))};
+        };
 
         row("no window", {}, false);
         row("covered", {covering()}, true);

@@ -1,6 +1,6 @@
+#include "system/SpaceProbe.h"
 #include "fakes/FakeWindowServer.h"
 #include "support/TestCase.h"
-#include "system/SpaceProbe.h"
 
 using namespace moorline;
 

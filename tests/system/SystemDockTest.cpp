@@ -1,9 +1,9 @@
+#include "system/SystemDock.h"
 #include "fakes/FakePreferences.h"
 #include "fakes/FakeSystem.h"
 #include "fakes/FakeWindowServer.h"
 #include "support/TestCase.h"
 #include "system/Answer.h"
-#include "system/SystemDock.h"
 
 using namespace moorline;
 
