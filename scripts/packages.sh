@@ -13,8 +13,7 @@ packages_of() {
         echo g++ cmake ninja-build pkg-config \
             qt6-base-dev 'qt6-svg-dev|libqt6svg6-dev' qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools libgl-dev \
             qcoro-qt6-dev libglib2.0-dev \
-            libxcb1-dev libxcb-ewmh-dev libxcb-icccm4-dev libxcb-shape0-dev libxcb-randr0-dev libxcb-xfixes0-dev \
-            libxcb-xtest0-dev
+            libxcb1-dev libxcb-randr0-dev libxcb-shape0-dev libxcb-xfixes0-dev libxcb-xtest0-dev
         ;;
     run) echo x11-utils ;;
     desktop)
@@ -22,8 +21,7 @@ packages_of() {
             python3 python3-xlib python3-pil
         ;;
     test)
-        echo clang xfwm4 plank tint2 dbus-x11 libglib2.0-bin xdotool wmctrl \
-            python3-pytest python3-dbusmock python3-dbus python3-gi
+        echo clang libglib2.0-bin xfwm4 plank tint2 python3-pytest
         ;;
     pictures) echo fonts-inter tint2 ;;
     bench) echo plank ;;
@@ -37,7 +35,7 @@ commands_of() {
     build) echo c++ cmake ninja pkg-config ;;
     run) echo xdpyinfo ;;
     desktop) echo Xvfb openbox picom dbus-daemon xprop xrandr "$system_python" ;;
-    test) echo clang++ xfwm4 plank tint2 xdotool wmctrl ;;
+    test) echo clang++ xfwm4 plank tint2 glib-compile-schemas ;;
     pictures) echo tint2 ;;
     bench) echo plank ;;
     format) echo clang-format ;;
@@ -45,12 +43,11 @@ commands_of() {
 }
 
 fedora_packages='gcc-c++ cmake ninja-build pkgconf qt6-qtbase-devel qt6-qtsvg-devel qt6-qttools-devel qcoro-qt6-devel
-    libxcb-devel xcb-util-wm-devel glib2-devel clang clang-tools-extra xorg-x11-server-Xvfb openbox picom xfwm4 plank
-    tint2 dbus-daemon dbus-x11 xdotool wmctrl xprop xdpyinfo xrandr python3-pytest python3-xlib python3-pillow
-    python3-dbusmock python3-dbus python3-gobject rsms-inter-fonts'
-arch_packages='base-devel cmake ninja pkgconf qt6-base qt6-svg qt6-tools qcoro libxcb xcb-util-wm glib2 clang
-    xorg-server-xvfb openbox picom xfwm4 plank tint2 dbus xdotool wmctrl xorg-xprop xorg-xdpyinfo xorg-xrandr
-    python-pytest python-xlib python-pillow python-dbusmock python-dbus python-gobject inter-font'
+    libxcb-devel glib2-devel clang clang-tools-extra xorg-x11-server-Xvfb openbox picom xfwm4 plank tint2 dbus-daemon
+    xprop xdpyinfo xrandr python3-pytest python3-xlib python3-pillow rsms-inter-fonts'
+arch_packages='base-devel cmake ninja pkgconf qt6-base qt6-svg qt6-tools qcoro libxcb glib2 clang
+    xorg-server-xvfb openbox picom xfwm4 plank tint2 dbus xorg-xprop xorg-xdpyinfo xorg-xrandr
+    python-pytest python-xlib python-pillow inter-font'
 
 need() {
     if command -v apt-get >/dev/null; then

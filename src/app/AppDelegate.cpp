@@ -73,8 +73,9 @@ void AppDelegate::runBar()
 {
     m_timeKeeper.start();
     m_windowController.show();
-    m_statusItem = std::make_unique<StatusItem>(m_store, m_symbols, commands());
-    m_statusItem->install();
+    m_statusItem = std::make_unique<StatusItem>(m_store, *m_platform.statusBar, m_symbols, commands());
+    // Once the panel is painted: asking a tray that hangs for its place would hold everything up.
+    m_statusTimer = m_platform.clock->after(std::chrono::milliseconds(0), [this] { m_statusItem->install(); });
     if (m_plan.snapshotPath)
         scheduleSnapshot();
 }

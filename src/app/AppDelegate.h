@@ -62,6 +62,7 @@ private:
     TimeKeeper m_timeKeeper;
     DockWindowController m_windowController;
     std::unique_ptr<StatusItem> m_statusItem;
+    std::unique_ptr<Clock::Timer> m_statusTimer;
     /// Ends a run that makes one picture.
     std::unique_ptr<Clock::Timer> m_pictureTimer;
 };

@@ -1,5 +1,6 @@
 #include "app/StatusItem.h"
 
+#include "platform/StatusBar.h"
 #include "settings/SettingsStore.h"
 #include "theme/Symbols.h"
 
@@ -15,24 +16,27 @@ const QString alwaysVisibleIdentifier = QStringLiteral("alwaysVisible");
 
 } // namespace
 
-StatusItem::StatusItem(SettingsStore &store, const Symbols &symbols, BarCommands commands, QObject *parent)
+StatusItem::StatusItem(
+    SettingsStore &store, const StatusBar &statusBar, const Symbols &symbols, BarCommands commands, QObject *parent)
     : QObject(parent)
     , m_store(store)
     , m_commands(std::move(commands))
-    , m_item(symbols.icon(QStringLiteral("dock.rectangle"), iconColor))
+    , m_icon(symbols.icon(QStringLiteral("dock.rectangle"), iconColor))
 {
     buildMenu();
-    m_item.setToolTip(QStringLiteral("Moorline"));
-    m_item.setContextMenu(&m_menu);
-    connect(&m_item, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
-        if (reason == QSystemTrayIcon::Trigger)
-            m_menu.popup(QCursor::pos());
-    });
+    connect(&statusBar, &StatusBar::becameAvailable, this, &StatusItem::install);
 }
 
 void StatusItem::install()
 {
-    m_item.show();
+    m_item = std::make_unique<QSystemTrayIcon>(m_icon);
+    m_item->setToolTip(QStringLiteral("Moorline"));
+    m_item->setContextMenu(&m_menu);
+    connect(m_item.get(), &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
+        if (reason == QSystemTrayIcon::Trigger && !m_menu.isVisible())
+            m_menu.popup(QCursor::pos());
+    });
+    m_item->show();
 }
 
 void StatusItem::buildMenu()

@@ -7,13 +7,16 @@
 
 namespace moorline {
 
+class StatusBar;
+
 /// The program's item in the system's status bar, with the commands that are always in reach.
 class StatusItem final : public QObject {
     Q_OBJECT
 public:
-    StatusItem(SettingsStore &store, const Symbols &symbols, BarCommands commands, QObject *parent = nullptr);
+    StatusItem(SettingsStore &store, const StatusBar &statusBar, const Symbols &symbols, BarCommands commands,
+        QObject *parent = nullptr);
 
-    /// Puts the item into the status bar, now or as soon as there is one.
+    /// Puts the item into the status bar, now and whenever another one comes.
     void install();
     [[nodiscard]] const QMenu &menu() const { return m_menu; }
 
@@ -25,7 +28,8 @@ private:
     SettingsStore &m_store;
     BarCommands m_commands;
     QMenu m_menu;
-    QSystemTrayIcon m_item;
+    QIcon m_icon;
+    std::unique_ptr<QSystemTrayIcon> m_item;
 };
 
 } // namespace moorline

@@ -93,6 +93,13 @@ void AutoHideNudge::paintButton(QPainter &painter) const
     drawText(painter, {textLeft, y}, text, buttonStyle, Theme::primaryText);
 }
 
+void AutoHideNudge::hideEvent(QHideEvent *event)
+{
+    m_pressed = false;
+    setHovered(false);
+    QGraphicsWidget::hideEvent(event);
+}
+
 void AutoHideNudge::hoverMoveEvent(QGraphicsSceneHoverEvent *event)
 {
     setHovered(buttonRect().contains(event->pos()));

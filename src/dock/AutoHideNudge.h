@@ -23,6 +23,7 @@ Q_SIGNALS:
     void accepted();
 
 protected:
+    void hideEvent(QHideEvent *event) override;
     void hoverMoveEvent(QGraphicsSceneHoverEvent *event) override;
     void hoverLeaveEvent(QGraphicsSceneHoverEvent *event) override;
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;

@@ -61,8 +61,8 @@ std::unique_ptr<QMenu> makeBarMenu(SettingsStore &store, const Symbols &symbols,
     menu->setPalette(menuPalette(colorFromHex(store.settings().highlightColorHex)));
     addCommand(*menu, text(QT_TRANSLATE_NOOP("BarMenu", "Dock Settings…")), commands.openSettings);
     menu->addSeparator();
-    addMode(*menu, store, symbols, DockVisibilityMode::alwaysVisible);
-    addMode(*menu, store, symbols, DockVisibilityMode::hideWhenSystemDockAppears);
+    for (const DockVisibilityMode mode : allDockVisibilityModes())
+        addMode(*menu, store, symbols, mode);
     menu->addSeparator();
     addCommand(*menu, text(QT_TRANSLATE_NOOP("BarMenu", "Quit Moorline")), commands.quit);
     return menu;

@@ -21,6 +21,8 @@ using namespace BarMetrics;
 namespace {
 
 constexpr std::chrono::seconds taskInterval{2};
+/// Between the pointer and the menu, in points.
+constexpr int menuGap = 8;
 
 /// The room for the whole pill on the primary screen.
 qreal maximumPillWidth(const Screens &screens)
@@ -47,6 +49,8 @@ DockBarView::DockBarView(Context context, ContentWidthChange onContentWidthChang
     connect(&m_context.store, &SettingsStore::settingsDidChange, this, &DockBarView::settingsChanged);
     m_nudge->setVisible(isNudgeShown());
     settingsChanged();
+    // Also a row without a single widget has a width.
+    reportContentWidth();
 }
 
 DockBarView::~DockBarView() = default;
@@ -76,7 +80,6 @@ void DockBarView::settingsChanged()
     m_pill->setDropColor(colorFromHex(m_context.store.settings().highlightColorHex));
     updateNudge();
     updateRow();
-    refitIcons(m_pill->size().width());
 }
 
 void DockBarView::refit()
@@ -116,7 +119,7 @@ QList<WidgetKind> DockBarView::row() const
 
 void DockBarView::updateRow()
 {
-    QList<WidgetKind> kinds = visibleWidgets(m_context.store.settings(), m_state);
+    QList<WidgetKind> kinds = moorline::visibleWidgets(m_context.store.settings(), m_state);
     if (kinds == m_visibleKinds)
         return;
     m_visibleKinds = std::move(kinds);
@@ -196,7 +199,8 @@ QPainterPath DockBarView::interactiveArea() const
 void DockBarView::showMenu(const QPoint &place)
 {
     m_menu = makeBarMenu(m_context.store, m_context.symbols, m_context.commands);
-    m_menu->popup(place);
+    // Clear above the pointer: a second click in the same place must not choose what happens to lie there.
+    m_menu->popup(place - QPoint(0, m_menu->sizeHint().height() + menuGap));
 }
 
 } // namespace moorline

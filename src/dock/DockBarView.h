@@ -44,6 +44,8 @@ public:
     /// Fits everything to the screens again, as after one came or went.
     void refit();
 
+    /// The kinds that have their place now, whether the program has a widget for them or not.
+    [[nodiscard]] const QList<WidgetKind> &visibleWidgets() const { return m_visibleKinds; }
     /// The widgets that stand in the row now.
     [[nodiscard]] QList<WidgetKind> row() const;
     [[nodiscard]] qreal iconSize() const { return m_iconSize; }

@@ -15,6 +15,7 @@
 #include "system/SystemDock.h"
 
 #include <cmath>
+#include <limits>
 
 namespace moorline {
 
@@ -193,7 +194,13 @@ void DockWindowController::updateVisibilityMonitoring()
 std::optional<qreal> DockWindowController::pointerHeight() const
 {
     const auto screen = targetScreen();
-    return screen ? std::optional(m_context.pointer.location().y() - screen->frame.y()) : std::nullopt;
+    if (!screen)
+        return std::nullopt;
+    const QPointF pointer = m_context.pointer.location();
+    const qreal height = pointer.y() - screen->frame.y();
+    // The bottom edge of another screen is not ours, and nor is the screen below.
+    const bool isOnScreen = height >= 0 && pointer.x() >= screen->frame.left() && pointer.x() <= screen->frame.right();
+    return isOnScreen ? height : std::numeric_limits<qreal>::infinity();
 }
 
 void DockWindowController::evaluateHiding()

@@ -76,6 +76,7 @@ private:
     void animateToCurrentPosition();
     void logTick() const;
     [[nodiscard]] QRectF targetFrame() const;
+    /// Above the bottom edge of the screen, and infinite on another one; absent without a screen.
     [[nodiscard]] std::optional<qreal> pointerHeight() const;
 
     Context m_context;

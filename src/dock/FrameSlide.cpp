@@ -12,7 +12,7 @@ constexpr milliseconds duration{180};
 /// Sixty steps a second.
 constexpr milliseconds stepInterval{16};
 /// At the end of the duration less than half a point of the panel's way is left.
-constexpr Spring spring{.response = 0.21, .damping = 1};
+constexpr Spring spring{.response = 0.2, .damping = 1};
 
 double progressAt(milliseconds elapsed)
 {

@@ -99,7 +99,9 @@ QPainterPath Pill::outline() const
 
 QRectF Pill::boundingRect() const
 {
-    const QMarginsF blur(shadowBlurRadius, shadowBlurRadius, shadowBlurRadius, shadowBlurRadius);
+    // Three standard deviations, beyond which nothing of the blur is left to see.
+    constexpr qreal reach = 1.5 * shadowBlurRadius;
+    const QMarginsF blur(reach, reach, reach, reach);
     const QRectF pill(QPointF(0, 0), size());
     return pill.united(pill.translated(shadowOffset).marginsAdded(blur));
 }

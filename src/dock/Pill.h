@@ -32,6 +32,7 @@ public:
     [[nodiscard]] QPainterPath outline() const;
 
     [[nodiscard]] QRectF boundingRect() const override;
+    [[nodiscard]] QPainterPath shape() const override { return outline(); }
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
 Q_SIGNALS:

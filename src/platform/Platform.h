@@ -7,6 +7,7 @@
 #include "platform/Pointer.h"
 #include "platform/Preferences.h"
 #include "platform/Screens.h"
+#include "platform/StatusBar.h"
 #include "platform/SystemDockControl.h"
 #include "platform/SystemImages.h"
 #include "platform/SystemSettings.h"
@@ -27,6 +28,7 @@ struct Platform {
     std::unique_ptr<PanelWindow> panelWindow;
     std::unique_ptr<WindowServer> windowServer;
     std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<StatusBar> statusBar;
     std::unique_ptr<Preferences> preferences;
     /// Null where the body's own, made of scripts and processes, is the right one.
     std::unique_ptr<SystemDockControl> systemDockControl;

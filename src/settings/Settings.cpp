@@ -44,6 +44,42 @@ QString label(DockVisibilityMode mode)
     return {};
 }
 
+QString label(RecentAppsMode mode)
+{
+    switch (mode) {
+    case RecentAppsMode::runningOnly:
+        return QCoreApplication::translate("RecentAppsMode", "Only apps that are running");
+    case RecentAppsMode::anyState:
+        return QCoreApplication::translate("RecentAppsMode", "Recently used apps, open or not");
+    }
+    return {};
+}
+
+QString label(MusicStyle style)
+{
+    switch (style) {
+    case MusicStyle::player:
+        return QCoreApplication::translate("MusicStyle", "Player with controls");
+    case MusicStyle::compact:
+        return QCoreApplication::translate("MusicStyle", "Compact");
+    }
+    return {};
+}
+
+const QList<DockVisibilityMode> &allDockVisibilityModes()
+{
+    using enum DockVisibilityMode;
+    static const QList<DockVisibilityMode> all{alwaysVisible, hideWhenSystemDockAppears};
+    return all;
+}
+
+const QList<RecentAppsMode> &allRecentAppsModes()
+{
+    using enum RecentAppsMode;
+    static const QList<RecentAppsMode> all{runningOnly, anyState};
+    return all;
+}
+
 const Settings &Settings::defaults()
 {
     static const Settings settings;

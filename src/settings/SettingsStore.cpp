@@ -33,6 +33,15 @@ QString displayName(const QString &path)
     return name.isEmpty() ? path : name;
 }
 
+/// Appends what is not there yet, by id.
+template <typename Item>
+void add(QList<Item> &items, const Item &item)
+{
+    const auto isSame = [&item](const Item &other) { return other.id() == item.id(); };
+    if (std::none_of(items.cbegin(), items.cend(), isSame))
+        items.append(item);
+}
+
 } // namespace
 
 SettingsStore::SettingsStore(
@@ -99,11 +108,8 @@ void SettingsStore::toggleWidget(WidgetKind kind)
 
 void SettingsStore::addShortcut(const AppShortcut &shortcut)
 {
-    const auto isSame = [&shortcut](const AppShortcut &other) { return other.id() == shortcut.id(); };
     Settings settings = m_settings;
-    if (std::any_of(settings.appShortcuts.cbegin(), settings.appShortcuts.cend(), isSame))
-        return;
-    settings.appShortcuts.append(shortcut);
+    add(settings.appShortcuts, shortcut);
     setSettings(settings);
 }
 
@@ -116,11 +122,8 @@ void SettingsStore::removeShortcut(const AppShortcut &shortcut)
 
 void SettingsStore::addPinnedItem(const PinnedItem &item)
 {
-    const auto isSame = [&item](const PinnedItem &other) { return other.path == item.path; };
     Settings settings = m_settings;
-    if (std::any_of(settings.pinnedItems.cbegin(), settings.pinnedItems.cend(), isSame))
-        return;
-    settings.pinnedItems.append(item);
+    add(settings.pinnedItems, item);
     setSettings(settings);
 }
 
@@ -133,20 +136,20 @@ void SettingsStore::removePinnedItem(const PinnedItem &item)
 
 void SettingsStore::pin(const QList<QUrl> &urls)
 {
+    // One record and one assignment: a drop of hundreds of files is written once.
+    Settings settings = m_settings;
     for (const QUrl &url : urls) {
         // The URL of a folder may end in a slash, its path does not.
         const QString path = url.adjusted(QUrl::StripTrailingSlash).toLocalFile();
         const auto shortcut = QFileInfo(path).suffix() == m_applicationExtension ? m_makeShortcut(url) : std::nullopt;
         if (shortcut)
-            addShortcut(*shortcut);
+            add(settings.appShortcuts, *shortcut);
         else
-            addPinnedItem({path, displayName(path)});
+            add(settings.pinnedItems, PinnedItem{path, displayName(path)});
     }
-    if (!m_settings.pinnedItems.isEmpty() && !isEnabled(WidgetKind::pinnedItems)) {
-        Settings settings = m_settings;
+    if (!settings.pinnedItems.isEmpty() && !isEnabled(WidgetKind::pinnedItems))
         settings.enabledWidgets.append(WidgetKind::pinnedItems);
-        setSettings(settings);
-    }
+    setSettings(settings);
 }
 
 } // namespace moorline

@@ -61,6 +61,7 @@ bool SystemDock::isRevealed() const
 
 QCoro::Task<> SystemDock::enableAutoHide()
 {
+    // Adapters live as long as the program, so this one may be used after the wait, unlike the dock itself.
     SystemSettings &settings = m_settings;
     if (!co_await m_control.enableAutoHide())
         settings.open(SettingsPane::desktopAndDock);

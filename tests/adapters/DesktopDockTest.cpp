@@ -57,10 +57,16 @@ public:
     void stop()
     {
         m_process.terminate();
-        m_process.waitForFinished();
+        // Plank forgets a request to end that comes while it starts.
+        if (!m_process.waitForFinished(stopTime)) {
+            m_process.kill();
+            m_process.waitForFinished();
+        }
     }
 
 private:
+    static constexpr int stopTime = 1000;
+
     QProcess m_process;
 };
 

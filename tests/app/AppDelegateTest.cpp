@@ -25,6 +25,7 @@ struct Program {
         platform.panelWindow = std::make_unique<FakePanelWindow>();
         platform.windowServer = std::make_unique<FakeWindowServer>();
         platform.workspace = std::make_unique<FakeWorkspace>();
+        platform.statusBar = std::make_unique<FakeStatusBar>();
         platform.preferences = std::make_unique<FakePreferences>();
         platform.systemDockControl = std::make_unique<FakeSystemDockControl>();
         platform.systemSettings = std::make_unique<FakeSystemSettings>();

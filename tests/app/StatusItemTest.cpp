@@ -10,7 +10,7 @@ namespace {
 
 struct Fixture : DockFixture {
     Fixture()
-        : item(store, symbols,
+        : item(store, statusBar, symbols,
             {[this] { called.append(QStringLiteral("settings")); }, [this] { called.append(QStringLiteral("quit")); }})
     {
     }
@@ -25,8 +25,16 @@ struct Fixture : DockFixture {
     }
 
     QStringList called;
+    FakeStatusBar statusBar;
     StatusItem item;
 };
+
+/// The offscreen platform has no tray that could come later, and says so once for each item.
+void expectTrayWarning()
+{
+    QTest::ignoreMessage(
+        QtWarningMsg, "QObject::connect: No such signal QPlatformNativeInterface::systemTrayWindowChanged(QScreen*)");
+}
 
 const QString alwaysVisible = QStringLiteral("Always Visible");
 
@@ -81,6 +89,16 @@ private Q_SLOTS:
         fixture.action(QStringLiteral("Dock Settings…"))->trigger();
         fixture.action(QStringLiteral("Quit Moorline"))->trigger();
         QCOMPARE(fixture.called, (QStringList{QStringLiteral("settings"), QStringLiteral("quit")}));
+    }
+
+    void theItemIsInstalledAnewWhenAStatusBarComes()
+    {
+        Fixture fixture;
+        expectTrayWarning();
+        fixture.item.install();
+        // A second item takes the place of the first.
+        expectTrayWarning();
+        Q_EMIT fixture.statusBar.becameAvailable();
     }
 
     void theItemShowsTheDockSymbol()

@@ -1,3 +1,4 @@
+import signal
 from pathlib import Path
 
 import pytest
@@ -8,14 +9,29 @@ from harness.desktop import WINDOW_MANAGERS, Desktop
 
 FAILURES = Path(__file__).parents[2] / "build/desktop-failures"
 
-# The widgets that always have something to show.
-CLOCK_ONLY = {"enabledWidgets": ["clock"], "pinnedItemsIntroduced": True}
+# Widgets that always have something to show, and more of them than the narrowest panel holds.
+ROW = {"enabledWidgets": ["clock", "calendar", "month-counter"], "pinnedItemsIntroduced": True}
+
+
+def pytest_configure():
+    # Asked to end, the run takes its desktops down first.
+    signal.signal(signal.SIGTERM, signal.default_int_handler)
+
+
+def pytest_addoption(parser):
+    parser.addoption("--window-manager", choices=WINDOW_MANAGERS, help="run only what runs under this one")
 
 
 def pytest_generate_tests(metafunc):
     if "desktop" in metafunc.fixturenames:
         only_openbox = metafunc.definition.get_closest_marker("only_openbox")
         metafunc.parametrize("window_manager", ["openbox"] if only_openbox else list(WINDOW_MANAGERS))
+
+
+def pytest_collection_modifyitems(config, items):
+    wanted = config.getoption("--window-manager")
+    if wanted:
+        items[:] = [item for item in items if item.callspec.params["window_manager"] == wanted]
 
 
 @pytest.fixture
@@ -32,10 +48,10 @@ def screen(desktop):
 
 @pytest.fixture
 def start_bar(desktop):
-    """Starts the bar with a clock alone, and with what else the test wants of the settings."""
+    """Starts the bar with a short row of widgets, and what else the test wants of the settings."""
 
     def start(scale=1, visible=True, environment=None, **settings):
-        return Bar(desktop, {**CLOCK_ONLY, **settings}, scale, visible, **(environment or {}))
+        return Bar(desktop, {**ROW, **settings}, scale, visible, **(environment or {}))
 
     return start
 

@@ -13,43 +13,46 @@ SCALE = 2
 SIZE = (1440 * SCALE, 900 * SCALE)
 WIDGETS = ["clock", "calendar", "month-counter"]
 SETTINGS = {"enabledWidgets": WIDGETS, "pinnedItemsIntroduced": True, "clockFormat": "24h"}
-# Left free around what a picture shows.
-MARGIN = 48 * SCALE
+# What of the bottom of the screen a picture shows, in points.
+PICTURE_WIDTH = 760
+MENU_HALF_WIDTH = 139
 
 
 def desktop():
     return Desktop("openbox", SIZE, fonts="Inter", wallpaper=gradient(SIZE))
 
 
-def picture_around(screen, frame, height):
-    """The bottom of the screen, as wide as the frame and its margins."""
-    left, right = int(frame.x - MARGIN), int(frame.right + MARGIN)
-    top = screen.size[1] - height
-    return screen.picture((left, top, right - left, height))
+def bottom_of(screen, height):
+    width, height = PICTURE_WIDTH * SCALE, height * SCALE
+    return screen.picture(((screen.size[0] - width) // 2, screen.size[1] - height, width, height))
 
 
-def bar_alone(path):
+def still_picture(screen, height):
+    """The picture once everything in it has come to rest."""
+    settled(lambda: bottom_of(screen, height).tobytes())
+    return bottom_of(screen, height)
+
+
+def bar_alone():
     with desktop() as surroundings:
-        bar = Bar(surroundings, SETTINGS, SCALE)
-        picture_around(surroundings.screen, bar.frame(), 130 * SCALE).save(path, optimize=True)
+        Bar(surroundings, SETTINGS, SCALE)
+        return still_picture(surroundings.screen, 120)
 
 
-def bar_with_nudge(path):
+def bar_with_nudge():
     with desktop() as surroundings:
         start_tint2(surroundings)
         bar = Bar(surroundings, SETTINGS, SCALE)
         wait_until(lambda: bar.is_shown(nudge=True), what="the bar makes room for the nudge")
-        settled(lambda: surroundings.screen.picture(bar.frame_on_screen()).tobytes())
-        picture_around(surroundings.screen, bar.frame(), 160 * SCALE).save(path, optimize=True)
+        return still_picture(surroundings.screen, 150)
 
 
-def bar_with_menu(path):
+def bar_with_menu():
     with desktop() as surroundings:
         bar = Bar(surroundings, SETTINGS, SCALE)
-        menu = bar.open_menu()
-        settled(lambda: surroundings.screen.picture(menu).tobytes())
-        height = surroundings.screen.size[1] - menu.y + 20 * SCALE
-        picture_around(surroundings.screen, bar.frame(), height).save(path, optimize=True)
+        column, row = bar.pill_center()
+        bar.open_menu(column - MENU_HALF_WIDTH * SCALE, row - 30 * SCALE)
+        return still_picture(surroundings.screen, 200)
 
 
 def main(folder):
@@ -57,7 +60,7 @@ def main(folder):
     folder.mkdir(exist_ok=True)
     for name, take in {"bar": bar_alone, "nudge": bar_with_nudge, "menu": bar_with_menu}.items():
         path = folder / f"{name}.png"
-        take(path)
+        take().save(path, optimize=True)
         print(path)
 
 

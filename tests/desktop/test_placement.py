@@ -6,11 +6,6 @@ from harness import pill
 from harness.waiting import settled, wait_until
 
 
-def row(*kinds):
-    names = {"monthCounter": "month-counter"}
-    return [names.get(kind, kind) for kind in kinds]
-
-
 @pytest.mark.parametrize("gap", [0, 2, 11])
 def test_lower_edge_of_the_pill_is_the_bottom_gap_above_the_screen_edge(screen, start_bar, gap):
     bar = start_bar(bottomGap=gap)
@@ -35,7 +30,7 @@ def test_panel_is_the_pill_with_its_margins(start_bar):
 
 def test_width_follows_the_content(desktop, start_bar):
     widths = []
-    for kinds in (row("clock"), row("clock", "calendar"), row("clock", "calendar", "monthCounter")):
+    for kinds in (["clock"], ["clock", "calendar"], ["clock", "calendar", "month-counter"]):
         bar = start_bar(enabledWidgets=kinds)
         widths.append(bar.frame().width)
         bar.process.stop()
@@ -43,13 +38,13 @@ def test_width_follows_the_content(desktop, start_bar):
 
 
 def test_panel_is_never_narrower_than_160_points(start_bar):
-    bar = start_bar(enabledWidgets=row("calendar"))
+    bar = start_bar(enabledWidgets=["calendar"])
     assert bar.frame().width == 160
 
 
-@pytest.mark.display(size=(300, 500))
+@pytest.mark.display(size=(250, 500))
 def test_panel_leaves_16_points_of_a_narrow_screen(screen, start_bar):
-    bar = start_bar(enabledWidgets=row("clock", "calendar", "monthCounter"))
+    bar = start_bar(enabledWidgets=["clock", "calendar", "month-counter"])
     frame = bar.frame()
     assert frame.width == screen.size[0] - 16
     assert frame.x == 8
@@ -124,6 +119,6 @@ def test_bar_follows_a_resized_screen(desktop, screen, start_bar):
     desktop.set_monitors((0, 0, 1440, 900))
     bar = start_bar()
     desktop.set_monitors((0, 0, 1000, 900))
-    wait_until(lambda: bar.frame().center_x == 500, what="the bar is centred on the narrower screen")
+    wait_until(lambda: abs(bar.frame().center_x - 500) <= 1, what="the bar is centred on the narrower screen")
     settled(bar.frame)
     assert bar.frame().y == bar.shown_top()

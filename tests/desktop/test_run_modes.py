@@ -107,8 +107,9 @@ def test_bar_without_a_display_says_so_and_fails(desktop):
 
 def test_settings_live_under_the_application_identifier(desktop, start_bar):
     start_bar()
-    assert (desktop.config_home / APPLICATION / "settings.json").is_file()
-    assert [path.name for path in (desktop.config_home / APPLICATION).iterdir()] == ["settings.json"]
+    folder = desktop.config_home / APPLICATION
+    assert (folder / "settings.json").is_file()
+    assert [path.name for path in folder.glob("settings*")] == ["settings.json"], "something was left beside the file"
 
 
 def test_defaults_are_written_at_the_first_start(desktop):
@@ -116,3 +117,14 @@ def test_defaults_are_written_at_the_first_start(desktop):
     settings = bar.settings()
     assert settings["hideDelaySeconds"] == 0.5
     assert settings["pinnedItemsIntroduced"] is True
+
+
+def test_a_second_bar_ends_and_leaves_the_first_alone(desktop, start_bar):
+    bar = start_bar()
+    assert run(desktop) == ["Moorline: already running"]
+    assert bar.process.is_running() and bar.is_pill_visible()
+
+
+def test_a_bar_that_was_killed_can_be_started_again(desktop, start_bar):
+    start_bar().process.kill()
+    assert start_bar().is_pill_visible()

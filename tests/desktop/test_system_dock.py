@@ -5,7 +5,7 @@ import time
 import pytest
 
 from harness import pill
-from harness.panels import start_plank, start_tint2
+from harness.panels import start_plank, start_tint2, stop_tint2
 from harness.waiting import assert_holds, wait_until
 
 BOTTOM = 899
@@ -31,16 +31,17 @@ def start_beside_panel(start_bar, screen, **settings):
     return bar
 
 
-def nudge_row(bar):
-    return bar.shown_top(nudge=True) + 13 + 13
+def is_nudge_visible(screen, bar):
+    """Looks just inside the strip's upper edge, above its text."""
+    return pill.is_pill(screen.pixel(bar.frame().center_x, bar.shown_top(nudge=True) + 13 + 3))
 
 
 def test_nudge_stands_eight_points_above_the_pill(screen, start_bar, tint2):
     bar = start_beside_panel(start_bar, screen)
     frame = bar.frame()
     assert frame.height == 132
-    column = screen.picture((int(frame.center_x), frame.y, 1, 132))
-    dark = [pill.is_pill(column.getpixel((0, y))) for y in range(132)]
+    column = screen.picture((int(frame.center_x), frame.y, 1, 100))
+    dark = [pill.is_pill(column.getpixel((0, y))) for y in range(column.height)]
     strip = [y for y in range(13, 13 + 26) if dark[y]]
     assert (strip[0], strip[-1]) == (13, 38)
     assert not any(dark[:13]) and not any(dark[39:47])
@@ -59,9 +60,11 @@ def test_no_nudge_when_it_is_switched_off(screen, start_bar, tint2):
 
 def test_nudge_follows_a_panel_that_comes_and_goes(desktop, screen, start_bar):
     bar = start_bar(**AUTOMATIC)
-    window = start_tint2(desktop)
-    wait_until(lambda: pill.is_pill(screen.pixel(bar.frame().center_x - 60, nudge_row(bar))), what="the nudge shows")
-    assert screen.is_mapped(window)
+    start_tint2(desktop)
+    wait_until(lambda: is_nudge_visible(screen, bar), what="the nudge shows")
+    wait_until(lambda: bar.is_shown(nudge=True), what="the panel makes room")
+    stop_tint2(desktop)
+    wait_until(lambda: not is_nudge_visible(screen, bar), what="the nudge goes")
 
 
 def test_plank_calls_for_the_nudge_too(desktop, screen, start_bar):

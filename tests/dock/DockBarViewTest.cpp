@@ -191,6 +191,43 @@ private Q_SLOTS:
         QCOMPARE(fixture.systemSettings.opened, QList<SettingsPane>{SettingsPane::desktopAndDock});
     }
 
+    void aRowWithoutWidgetsHasAWidthToo()
+    {
+        Fixture fixture;
+        fixture.change([](Settings &settings) { settings.enabledWidgets.clear(); });
+        const auto bar = fixture.make();
+        QVERIFY(bar->row().isEmpty());
+        QCOMPARE(fixture.widths, QList<qreal>{36.0});
+    }
+
+    void musicThatIsToldNeverToHideShowsAtTheNextRound()
+    {
+        Fixture fixture;
+        fixture.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock, WidgetKind::music}; });
+        const auto bar = fixture.make();
+        bar->appear();
+        QVERIFY(!bar->visibleWidgets().contains(WidgetKind::music));
+        fixture.change([](Settings &settings) { settings.hideMusicWhenIdle = false; });
+        fixture.clock.advance(2s);
+        QVERIFY(bar->visibleWidgets().contains(WidgetKind::music));
+    }
+
+    void musicComesAndGoesWithPlayback()
+    {
+        Fixture fixture;
+        fixture.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::music}; });
+        const auto bar = fixture.make();
+        bar->appear();
+        fixture.playback = {true, fixture.clock.now()};
+        fixture.clock.advance(2s);
+        QVERIFY(bar->visibleWidgets().contains(WidgetKind::music));
+        fixture.playback = {false, fixture.clock.now()};
+        fixture.clock.advance(4min + 58s);
+        QVERIFY(bar->visibleWidgets().contains(WidgetKind::music));
+        fixture.clock.advance(4s);
+        QVERIFY(!bar->visibleWidgets().contains(WidgetKind::music));
+    }
+
     void theTaskRunsOnlyWhileTheBarShows()
     {
         Fixture fixture;

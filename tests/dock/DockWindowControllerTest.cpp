@@ -319,6 +319,29 @@ private Q_SLOTS:
         QVERIFY(!fixture.controller.isHiddenForSystemDock());
     }
 
+    void theEdgeOfAnotherScreenMeansNothing_data()
+    {
+        QTest::addColumn<QPointF>("pointer");
+        QTest::newRow("bottom edge of the screen to the right") << QPointF(2000, 0);
+        QTest::newRow("bottom edge of the screen to the left") << QPointF(-500, 2);
+        QTest::newRow("on the screen below") << QPointF(720, -300);
+    }
+
+    void theEdgeOfAnotherScreenMeansNothing()
+    {
+        QFETCH(QPointF, pointer);
+        Fixture fixture;
+        fixture.useAutoMode();
+        fixture.show();
+        fixture.revealSystemDock();
+        fixture.pointer.place = pointer;
+        fixture.clock.advance(5s);
+        QVERIFY(!fixture.controller.isHiddenForSystemDock());
+        fixture.windowServer.setSpaceType(4);
+        fixture.clock.advance(5s);
+        QVERIFY(fixture.controller.isHiddenForFullScreen());
+    }
+
     void switchingToAlwaysVisibleBringsItBackAtOnce()
     {
         Fixture fixture;

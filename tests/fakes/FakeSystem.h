@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/AppBundles.h"
+#include "platform/StatusBar.h"
 #include "platform/SystemDockControl.h"
 #include "platform/SystemImages.h"
 #include "platform/SystemSettings.h"
@@ -12,6 +13,8 @@
 namespace moorline::test {
 
 class FakeWorkspace final : public Workspace { };
+
+class FakeStatusBar final : public StatusBar { };
 
 class FakeSystemDockControl final : public SystemDockControl {
 public:

@@ -60,6 +60,16 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(m_store->filePath()));
     }
 
+    void aDropOfManyFilesIsOneChange()
+    {
+        QList<QUrl> urls;
+        for (int i = 0; i < 100; ++i)
+            urls.append(QUrl::fromLocalFile(QStringLiteral("/home/me/%1.txt").arg(i)));
+        m_store->pin(urls);
+        QCOMPARE(m_store->settings().pinnedItems.size(), 100);
+        QCOMPARE(m_changes->count(), 1);
+    }
+
     void everyChangeIsAnnouncedOnce()
     {
         Settings settings = m_store->settings();

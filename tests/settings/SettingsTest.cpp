@@ -108,6 +108,9 @@ private Q_SLOTS:
         QCOMPARE(label(DockVisibilityMode::alwaysVisible), QStringLiteral("Always visible"));
         QCOMPARE(
             label(DockVisibilityMode::hideWhenSystemDockAppears), QStringLiteral("Hide when the macOS Dock appears"));
+        QCOMPARE(label(RecentAppsMode::runningOnly), QStringLiteral("Only apps that are running"));
+        QCOMPARE(label(RecentAppsMode::anyState), QStringLiteral("Recently used apps, open or not"));
+        QCOMPARE(label(MusicStyle::player), QStringLiteral("Player with controls"));
     }
 };
 

@@ -56,7 +56,8 @@ ClientSnapshot ClientWindowReader::read()
     ClientSnapshot snapshot;
     readRoot(snapshot);
     const Children children = classifyRootChildren();
-    snapshot.windows = readWindows(snapshot.hasWindowManager() ? m_managed : children.ordinary, snapshot.hasWindowManager());
+    snapshot.windows =
+        readWindows(snapshot.hasWindowManager() ? m_managed : children.ordinary, snapshot.hasWindowManager());
     snapshot.windows += readWindows(children.docks, false);
     readReachableFrames(snapshot.windows);
     findFrames(snapshot.windows);
@@ -68,18 +69,22 @@ void ClientWindowReader::readRoot(ClientSnapshot &snapshot)
     const xcb_window_t root = m_connection.root();
     const PendingProperty check = m_connection.request(root, XAtom::netSupportingWmCheck);
     const PendingProperty stacking = m_connection.request(root, XAtom::netClientListStacking);
+    const PendingProperty mapped = m_connection.request(root, XAtom::netClientList);
     const PendingProperty active = m_connection.request(root, XAtom::netActiveWindow);
     const PendingProperty desktop = m_connection.request(root, XAtom::netCurrentDesktop);
     const auto tree = xcb_query_tree(m_connection.native(), root);
 
     const xcb_window_t checkWindow = check.read().value(XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
-    m_managed = withoutRepetition(stacking.read().values(XCB_ATOM_WINDOW));
+    // Some window managers write the stacking only when it is next changed; a window that is not in it yet came on top.
+    m_managed = withoutRepetition(stacking.read().values(XCB_ATOM_WINDOW) + mapped.read().values(XCB_ATOM_WINDOW));
     snapshot.activeWindow = active.read().value(XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
     snapshot.currentDesktop = desktop.read().value(XCB_ATOM_CARDINAL);
     if (const XReply<xcb_query_tree_reply_t> reply{xcb_query_tree_reply(m_connection.native(), tree, nullptr)})
         m_rootChildren = childrenIn(*reply);
     if (confirmsWindowManager(checkWindow))
         snapshot.windowManagerProof = checkWindow;
+    else
+        m_managed.clear();
 }
 
 /// A window manager that died leaves its mark on the root window, but not the window that the mark names.

@@ -23,6 +23,7 @@ const ClientSnapshot &ClientWindows::snapshot()
     // Set first: whatever is reported from here on may have come too late for this reading.
     m_isCurrent = true;
     m_snapshot = ClientWindowReader(m_connection, m_watched).read();
+    m_connection.reportSoon();
     m_known = {m_snapshot.windowManagerProof};
     for (const ClientWindow &window : m_snapshot.windows)
         m_known << window.window << window.frameWindow;
@@ -67,10 +68,9 @@ void ClientWindows::noteShape(xcb_window_t window)
 
 bool ClientWindows::isRootProperty(xcb_atom_t name) const
 {
-    constexpr std::array relevant{XAtom::netActiveWindow, XAtom::netClientListStacking, XAtom::netCurrentDesktop,
-        XAtom::netSupportingWmCheck};
-    return std::any_of(
-        relevant.begin(), relevant.end(), [&](XAtom atom) { return m_connection.atom(atom) == name; });
+    constexpr std::array relevant{XAtom::netActiveWindow, XAtom::netClientList, XAtom::netClientListStacking,
+        XAtom::netCurrentDesktop, XAtom::netSupportingWmCheck};
+    return std::any_of(relevant.begin(), relevant.end(), [&](XAtom atom) { return m_connection.atom(atom) == name; });
 }
 
 bool ClientWindows::isWindowProperty(xcb_atom_t name) const
@@ -79,8 +79,7 @@ bool ClientWindows::isWindowProperty(xcb_atom_t name) const
         XAtom::netWmDesktop, XAtom::netWmPid, XAtom::netWmState, XAtom::netWmStrut, XAtom::netWmStrutPartial,
         XAtom::netWmWindowType};
     return name == XCB_ATOM_WM_CLASS || name == XCB_ATOM_WM_TRANSIENT_FOR
-        || std::any_of(
-            relevant.begin(), relevant.end(), [&](XAtom atom) { return m_connection.atom(atom) == name; });
+        || std::any_of(relevant.begin(), relevant.end(), [&](XAtom atom) { return m_connection.atom(atom) == name; });
 }
 
 } // namespace moorline

@@ -34,10 +34,11 @@ bool belongsToFullScreen(const ClientSnapshot &snapshot, const ClientWindow *win
 
 const ClientWindow *topmostOn(const QRect &screen, const ClientSnapshot &snapshot, qint64 ownProcess)
 {
-    const auto found = std::find_if(snapshot.windows.rbegin(), snapshot.windows.rend(), [&](const ClientWindow &window) {
-        return window.kind == ClientWindow::Kind::ordinary && window.process != ownProcess
-            && isOnScreen(window, snapshot) && isOn(screen, window);
-    });
+    const auto found =
+        std::find_if(snapshot.windows.rbegin(), snapshot.windows.rend(), [&](const ClientWindow &window) {
+            return window.kind == ClientWindow::Kind::ordinary && window.process != ownProcess
+                && isOnScreen(window, snapshot) && isOn(screen, window);
+        });
     return found == snapshot.windows.rend() ? nullptr : &*found;
 }
 
@@ -45,7 +46,9 @@ const ClientWindow *topmostOn(const QRect &screen, const ClientSnapshot &snapsho
 
 bool isOnScreen(const ClientWindow &window, const ClientSnapshot &snapshot)
 {
-    const bool isElsewhere = window.desktop && snapshot.currentDesktop && window.desktop != snapshot.currentDesktop;
+    // The desktop of a window that is not managed is only what its program says.
+    const bool isElsewhere =
+        window.isManaged && window.desktop && snapshot.currentDesktop && window.desktop != snapshot.currentDesktop;
     return window.isViewable && !window.isHidden && !isElsewhere;
 }
 

@@ -7,6 +7,7 @@
 #include "platform/linux/DesktopSettings.h"
 #include "platform/linux/DockWindows.h"
 #include "platform/linux/NullAdapters.h"
+#include "platform/linux/StatusNotifierBar.h"
 #include "platform/linux/SvgSymbols.h"
 #include "platform/linux/X11PanelWindow.h"
 #include "platform/linux/X11Pointer.h"
@@ -74,7 +75,7 @@ void addDesktop(Platform &platform, X11Desktop &desktop)
 {
     platform.screens = std::make_unique<X11Screens>(desktop.connection.get());
     platform.pointer = std::make_unique<X11Pointer>(*desktop.connection);
-    platform.panelWindow = std::make_unique<X11PanelWindow>(*desktop.connection, desktop.clients);
+    platform.panelWindow = std::make_unique<X11PanelWindow>(*desktop.connection, desktop.clients, *platform.clock);
     platform.windowServer = std::make_unique<X11WindowServer>(desktop.clients);
     platform.workspace = std::make_unique<X11Workspace>(*desktop.connection);
 }
@@ -92,8 +93,9 @@ void addNothing(Platform &platform)
 
 bool preparePlatform(DisplayNeed need)
 {
-    const bool isChosenByUser = qEnvironmentVariableIsSet(qtPlatform);
-    if (isChosenByUser && qgetenv(qtPlatform) != "xcb")
+    const QByteArray chosen = qgetenv(qtPlatform);
+    // Chosen for this program alone, while "wayland" and the like are often set for a whole session.
+    if (chosen == "offscreen" || chosen == "minimal" || chosen == "vnc")
         return true;
     // Also in a Wayland session with an X server: only there may a program place its own window.
     if (hasDisplay())
@@ -114,6 +116,7 @@ std::unique_ptr<Platform> createPlatform()
     platform->preferences = std::make_unique<DesktopPreferences>(foundation->dock);
     platform->systemDockControl = std::make_unique<DesktopDockControl>(foundation->dock);
     platform->systemSettings = std::make_unique<DesktopSettings>(foundation->dock);
+    platform->statusBar = std::make_unique<StatusNotifierBar>();
     platform->directories = std::make_unique<XdgDirectories>();
     platform->appBundles = std::make_unique<DesktopEntries>();
     platform->systemImages = std::make_unique<SvgSymbols>();

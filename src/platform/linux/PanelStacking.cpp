@@ -18,10 +18,11 @@ constexpr std::chrono::milliseconds restackPeriod{1000};
 
 } // namespace
 
-PanelStacking::PanelStacking(XConnection &connection, ClientWindows &clients)
+PanelStacking::PanelStacking(XConnection &connection, ClientWindows &clients, Clock &clock)
     : m_connection(connection)
     , m_clients(clients)
     , m_order(connection.root())
+    , m_clock(clock)
 {
     xcb_connection_t *native = connection.native();
     if (const XReply<xcb_query_tree_reply_t> tree{
@@ -69,9 +70,12 @@ void PanelStacking::check()
     const xcb_window_t frame = highestManagedFrame();
     const QList<xcb_window_t> &order = m_order.windows();
     const qsizetype panel = order.indexOf(m_panel);
-    if (frame == XCB_WINDOW_NONE || panel < 0 || panel > order.indexOf(frame) || !mayRestack())
+    if (frame == XCB_WINDOW_NONE || panel < 0 || panel > order.indexOf(frame))
         return;
-    placeAbove(frame);
+    if (mayRestack())
+        placeAbove(frame);
+    else
+        m_retry = m_clock.after(restackPeriod, [this] { check(); });
 }
 
 xcb_window_t PanelStacking::highestManagedFrame()
@@ -97,8 +101,9 @@ void PanelStacking::placeAbove(xcb_window_t sibling)
 
 bool PanelStacking::mayRestack()
 {
-    if (!m_sinceFirstRestack.isValid() || m_sinceFirstRestack.hasExpired(restackPeriod.count())) {
-        m_sinceFirstRestack.start();
+    const std::chrono::milliseconds now = m_clock.uptime();
+    if (m_restacks == 0 || now - m_firstRestackAt >= restackPeriod) {
+        m_firstRestackAt = now;
         m_restacks = 0;
     }
     return ++m_restacks <= maximumRestacks;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/Clock.h"
 #include "platform/linux/StackingOrder.h"
 
-#include <QElapsedTimer>
 #include <QObject>
 
 namespace moorline {
@@ -10,12 +10,13 @@ namespace moorline {
 class ClientWindows;
 class XConnection;
 
-/// Keeps the panel directly above everything that the window manager stacks, full-screen windows with the focus included.
-/// What bypasses the window manager as the panel does, such as menus, notifications and screen lockers, is never passed.
+/// Keeps the panel directly above everything that the window manager stacks, full-screen windows with the focus
+/// included. What bypasses the window manager as the panel does, such as menus, notifications and screen lockers, is
+/// never passed.
 class PanelStacking final : public QObject {
     Q_OBJECT
 public:
-    PanelStacking(XConnection &connection, ClientWindows &clients);
+    PanelStacking(XConnection &connection, ClientWindows &clients, Clock &clock);
 
     /// Puts the window in its place and keeps it there from now on.
     void keepInPlace(xcb_window_t panel);
@@ -35,8 +36,10 @@ private:
     StackingOrder m_order;
     xcb_window_t m_panel = XCB_WINDOW_NONE;
     bool m_isCheckScheduled = false;
-    QElapsedTimer m_sinceFirstRestack;
+    Clock &m_clock;
+    std::chrono::milliseconds m_firstRestackAt{0};
     int m_restacks = 0;
+    std::unique_ptr<Clock::Timer> m_retry;
 };
 
 } // namespace moorline

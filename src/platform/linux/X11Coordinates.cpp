@@ -49,7 +49,7 @@ X11Coordinates X11Coordinates::current()
 
 QPointF X11Coordinates::pointFromNative(const QPoint &native) const
 {
-    return frameFromQt({toQt(native, screenAt(native)), QSizeF()}).topLeft();
+    return frameFromQt({toQt(native, screenAt(native)), QSizeF(0, 0)}).topLeft();
 }
 
 QRectF X11Coordinates::windowBoundsFromNative(const QRect &native) const

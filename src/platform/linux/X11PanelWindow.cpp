@@ -4,7 +4,6 @@
 #include "platform/linux/X11Coordinates.h"
 #include "platform/linux/XConnection.h"
 
-#include <QEvent>
 #include <QGuiApplication>
 #include <QtGui/qguiapplication_platform.h>
 #include <algorithm>
@@ -48,9 +47,9 @@ xcb_window_t nativeWindow(const QWidget &panel)
 
 } // namespace
 
-X11PanelWindow::X11PanelWindow(XConnection &connection, ClientWindows &clients)
+X11PanelWindow::X11PanelWindow(XConnection &connection, ClientWindows &clients, Clock &clock)
     : m_connection(connection)
-    , m_stacking(connection, clients)
+    , m_stacking(connection, clients, clock)
 {
     connect(&connection, &XConnection::compositionChanged, this, &X11PanelWindow::updateShape);
 }
@@ -58,14 +57,15 @@ X11PanelWindow::X11PanelWindow(XConnection &connection, ClientWindows &clients)
 void X11PanelWindow::adopt(QWidget &panel)
 {
     m_panel = &panel;
-    panel.setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint
-        | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
+    panel.setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint | Qt::BypassWindowManagerHint
+        | Qt::WindowDoesNotAcceptFocus);
     panel.setAttribute(Qt::WA_TranslucentBackground);
     panel.setAttribute(Qt::WA_ShowWithoutActivating);
     panel.setAttribute(Qt::WA_X11DoNotAcceptFocus);
-    panel.installEventFilter(this);
     panel.winId();
-    prepareNativeWindow();
+    m_shape.emplace(qtConnection(), nativeWindow(panel));
+    writePanelHints(qtConnection(), m_connection, nativeWindow(panel));
+    updateShape();
 }
 
 void X11PanelWindow::setCollectionBehavior([[maybe_unused]] unsigned behavior)
@@ -99,31 +99,12 @@ void X11PanelWindow::setInteractiveArea(const QPainterPath &area)
     updateShape();
 }
 
-bool X11PanelWindow::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched == m_panel && event->type() == QEvent::WinIdChange && m_panel->internalWinId() != 0)
-        prepareNativeWindow();
-    return QObject::eventFilter(watched, event);
-}
-
-void X11PanelWindow::prepareNativeWindow()
-{
-    m_shape.emplace(qtConnection(), nativeWindow(*m_panel));
-    writePanelHints(qtConnection(), m_connection, nativeWindow(*m_panel));
-    updateShape();
-    if (m_panel->isVisible()) {
-        waitForQt();
-        m_stacking.keepInPlace(nativeWindow(*m_panel));
-    }
-}
-
 void X11PanelWindow::updateShape()
 {
     if (!m_panel || !m_shape)
         return;
     const X11Coordinates coordinates = X11Coordinates::current();
-    m_shape->setInput(
-        m_area ? std::optional(rasterized(*m_area, coordinates.primaryScale())) : std::nullopt);
+    m_shape->setInput(m_area ? std::optional(rasterized(*m_area, coordinates.primaryScale())) : std::nullopt);
     m_shape->setBounding(boundingRegion(coordinates));
 }
 

@@ -16,7 +16,7 @@ class X11Coordinates;
 class X11PanelWindow final : public QObject, public PanelWindow {
     Q_OBJECT
 public:
-    X11PanelWindow(XConnection &connection, ClientWindows &clients);
+    X11PanelWindow(XConnection &connection, ClientWindows &clients, Clock &clock);
 
     void adopt(QWidget &panel) override;
     /// X has one level for all that bypasses the window manager. The number is only kept.
@@ -30,8 +30,6 @@ public:
     void setInteractiveArea(const QPainterPath &area) override;
 
 private:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-    void prepareNativeWindow();
     void updateShape();
     [[nodiscard]] std::optional<QRegion> boundingRegion(const X11Coordinates &coordinates) const;
 

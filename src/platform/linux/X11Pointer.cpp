@@ -7,6 +7,9 @@ namespace moorline {
 
 namespace {
 
+/// Far from every edge that means something.
+constexpr QPointF nowhere(0, 1e6);
+
 XReply<xcb_query_pointer_reply_t> queryPointer(const XConnection &connection)
 {
     return XReply<xcb_query_pointer_reply_t>(xcb_query_pointer_reply(
@@ -23,7 +26,7 @@ X11Pointer::X11Pointer(const XConnection &connection)
 QPointF X11Pointer::location() const
 {
     const auto reply = queryPointer(m_connection);
-    return reply ? X11Coordinates::current().pointFromNative({reply->root_x, reply->root_y}) : QPointF();
+    return reply ? X11Coordinates::current().pointFromNative({reply->root_x, reply->root_y}) : nowhere;
 }
 
 Qt::MouseButtons X11Pointer::pressedButtons() const

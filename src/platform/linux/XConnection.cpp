@@ -33,8 +33,7 @@ void announceVersions(xcb_connection_t *connection)
 {
     const auto randr = xcb_randr_query_version(connection, 1, 5);
     const auto fixes = xcb_xfixes_query_version(connection, 4, 0);
-    const XReply<xcb_randr_query_version_reply_t> randrReply(
-        xcb_randr_query_version_reply(connection, randr, nullptr));
+    const XReply<xcb_randr_query_version_reply_t> randrReply(xcb_randr_query_version_reply(connection, randr, nullptr));
     const XReply<xcb_xfixes_query_version_reply_t> fixesReply(
         xcb_xfixes_query_version_reply(connection, fixes, nullptr));
 }
@@ -60,8 +59,7 @@ std::unique_ptr<XConnection> XConnection::open()
         new XConnection(std::move(native), screen, screenNumber, {*shape, *randr, *fixes}));
 }
 
-XConnection::XConnection(
-    NativeConnection native, const xcb_screen_t *screen, int screenNumber, FirstEvents firstEvents)
+XConnection::XConnection(NativeConnection native, const xcb_screen_t *screen, int screenNumber, FirstEvents firstEvents)
     : m_native(std::move(native))
     , m_screen(screen)
     , m_atoms(m_native.get())
@@ -71,7 +69,7 @@ XConnection::XConnection(
     watchRoot();
     watchCompositor(screenNumber);
     connect(&m_notifier, &QSocketNotifier::activated, this, &XConnection::readEvents);
-    // Waiting for a reply takes the events before it off the socket, which then has nothing left to notify of.
+    // A single question may take events off the socket as well; they are reported before the program sleeps.
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
         &XConnection::dispatchQueuedEvents);
 }
@@ -96,6 +94,11 @@ void XConnection::watch(xcb_window_t window) const
     constexpr std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(m_native.get(), window, XCB_CW_EVENT_MASK, &mask);
     xcb_shape_select_input(m_native.get(), window, true);
+}
+
+void XConnection::reportSoon()
+{
+    QMetaObject::invokeMethod(this, &XConnection::dispatchQueuedEvents, Qt::QueuedConnection);
 }
 
 bool XConnection::hasMonitors() const
@@ -123,8 +126,7 @@ void XConnection::watchCompositor(int screenNumber)
         return;
     m_compositorSelection = selection->atom;
     xcb_xfixes_select_selection_input(m_native.get(), root(), m_compositorSelection,
-        XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER
-            | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY
+        XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY
             | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     const XReply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
         m_native.get(), xcb_get_selection_owner(m_native.get(), m_compositorSelection), nullptr));

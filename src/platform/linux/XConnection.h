@@ -32,6 +32,9 @@ public:
     /// Begins to report changes of the window's properties, place and shape. Harmless for a window that is gone.
     void watch(xcb_window_t window) const;
 
+    /// Reports in the next turn what came while replies were waited for. The socket has nothing left to notify of then.
+    void reportSoon();
+
     /// Whether a compositor blends windows, so that transparent ones look transparent.
     [[nodiscard]] bool isComposited() const { return m_isComposited; }
     /// Whether any output is lit. True where the server cannot tell.

@@ -50,6 +50,7 @@ std::unique_ptr<Platform> createPlatform()
     platform->panelWindow = std::make_unique<MacPanelWindow>();
     platform->windowServer = std::make_unique<MacWindowServer>();
     platform->workspace = std::make_unique<MacWorkspace>();
+    platform->statusBar = std::make_unique<StatusBar>();
     platform->preferences = std::make_unique<MacPreferences>();
     platform->systemSettings = std::make_unique<MacSystemSettings>();
     platform->directories = std::make_unique<MacDirectories>();

@@ -7,7 +7,7 @@ from pathlib import Path
 from Xlib import X
 
 from . import pill
-from .screen import RIGHT_BUTTON, Frame
+from .screen import RIGHT_BUTTON
 from .waiting import settled, wait_until
 
 APPLICATION = "app.moorline.Moorline"
@@ -48,12 +48,9 @@ class Bar:
     # Window
 
     def frame(self):
-        return self.screen.frame(self.window)
-
-    def frame_on_screen(self):
-        """The part of the frame that is on the display."""
-        x, y, width, height = self.frame()
-        return Frame(x, y, width, min(height, self._screen_height() - y))
+        frame = self.screen.frame(self.window)
+        assert frame, f"the panel is gone; exit status {self.process.exit_status}: {self.process.output()}"
+        return frame
 
     def shown_top(self, nudge=False, gap=2):
         """Where the panel's top edge belongs while it shows."""
@@ -86,20 +83,23 @@ class Bar:
 
     def pill_edges(self, gap=2):
         """Left, top, right and bottom of the pill on screen, or None while it is not to be seen."""
-        frame = self.frame()
-        top = self._screen_height() - (gap + PILL_HEIGHT + 12) * self.scale
+        column = self._column()
+        top = self._screen_height() - (gap + PILL_HEIGHT + MARGIN - 1) * self.scale
         area = (0, top, self.screen.size[0], self._screen_height() - top)
-        column = int(frame.x + min(40 * self.scale, frame.width // 2))
-        found = pill.edges(self.screen.picture(area), min(max(column, 0), area[2] - 1), self.pill_row(gap) - top)
+        found = pill.edges(self.screen.picture(area), column, self.pill_row(gap) - top)
         if found is None:
             return None
         left, upper, right, lower = found
         return left, upper + top, right, lower + top
 
     def is_pill_visible(self):
-        """Looks near the pill's left end, where no widget draws."""
-        x = self.frame().x + 8 * self.scale
-        return pill.is_pill(self.screen.pixel(x, self.pill_row()))
+        """Looks just inside the pill's upper edge, where no widget draws."""
+        top = self._screen_height() - (2 + PILL_HEIGHT) * self.scale
+        return pill.is_pill(self.screen.pixel(self._column(), top + 5 * self.scale))
+
+    def _column(self):
+        """The column of pixels through the middle of the panel, as far as it is on the display."""
+        return min(max(int(self.frame().center_x), 0), self.screen.size[0] - 1)
 
     # Settings and commands
 
@@ -114,8 +114,9 @@ class Bar:
         own = self.screen.mapped_windows_of_class("moorline")
         return [window for window in own if window != self.window and self._is_popup(window)]
 
-    def open_menu(self):
-        self.screen.click(*self.pill_center(), RIGHT_BUTTON)
+    def open_menu(self, x=None, y=None):
+        """Opens the menu at a point of the pill, or at its middle, and answers the menu's frame."""
+        self.screen.click(*((x, y) if x else self.pill_center()), RIGHT_BUTTON)
         popup = wait_until(lambda: next(iter(self.popups()), None), what="the menu opens")
         return settled(lambda: self.screen.frame(popup))
 

@@ -25,7 +25,9 @@ class Client:
         wait_until(lambda: self.screen.is_mapped(self.window), what=f"{title} is mapped")
 
     def close(self):
-        self._display.close()
+        if self._display:
+            self._display.close()
+            self._display = None
 
     # What it does
 

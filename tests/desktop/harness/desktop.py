@@ -4,7 +4,7 @@ import os
 import shutil
 import subprocess
 import tempfile
-from contextlib import contextmanager
+from contextlib import ExitStack, contextmanager
 from pathlib import Path
 
 from PIL import Image
@@ -69,8 +69,14 @@ class Desktop:
         surroundings = {**self.environment, **environment}
         surroundings = {key: str(value) for key, value in surroundings.items() if value is not None}
         process = Process(arguments, surroundings, self.directory / f"{name}.log", pass_fds)
-        self._processes.append(process)
+        self._processes.append((name, process))
         return process
+
+    def stop(self, name):
+        """Ends every program that was started under that name."""
+        for started, process in self._processes:
+            if started == name:
+                process.stop()
 
     def run(self, *arguments):
         return subprocess.run(arguments, env=self.environment, check=True, capture_output=True, text=True).stdout
@@ -142,13 +148,14 @@ class Desktop:
             self._start_compositor()
 
     def _stop(self):
-        for client in self._clients:
-            client.close()
-        for process in reversed(self._processes):
-            if self.screen and process is self._processes[0]:
-                self.screen.close()
-            process.stop()
-        shutil.rmtree(self.directory, ignore_errors=True)
+        with ExitStack() as last_things:
+            last_things.callback(shutil.rmtree, self.directory, ignore_errors=True)
+            for _, process in self._processes:
+                last_things.callback(process.stop)
+            if self.screen:
+                last_things.callback(self.screen.close)
+            for client in self._clients:
+                last_things.callback(client.close)
 
     def _clean_environment(self):
         kept = {

@@ -24,6 +24,10 @@ def start_tint2(desktop):
     return _wait_for_window(desktop, "tint2")
 
 
+def stop_tint2(desktop):
+    desktop.stop("tint2")
+
+
 def start_plank(desktop, hide_mode="none"):
     """Plank at the bottom edge; `hide_mode` is one of its own words, such as "none" or "auto"."""
     keyfile = desktop.config_home / "glib-2.0/settings/keyfile"

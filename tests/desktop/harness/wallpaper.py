@@ -3,18 +3,19 @@
 from PIL import Image
 
 DUSK = ((46, 66, 110), (226, 146, 120), (250, 214, 165))
-COARSE = 64
 
 
 def gradient(size, colors=DUSK):
-    """A soft diagonal blend of three colours."""
-    coarse = Image.new("RGB", (COARSE, COARSE))
-    for x in range(COARSE):
-        for y in range(COARSE):
-            coarse.putpixel((x, y), _blend(colors, (0.25 * x + 0.75 * y) / (COARSE - 1)))
-    return coarse.resize(size, Image.Resampling.BICUBIC)
+    """A soft blend of three colours from the top of the screen to its bottom."""
+    width, height = size
+    column = Image.new("RGB", (1, height))
+    for y in range(height):
+        column.putpixel((0, y), _blend(colors, y / (height - 1)))
+    return column.resize((width, height))
 
 
 def _blend(colors, position):
-    first, second, share = (colors[0], colors[1], position * 2) if position < 0.5 else (colors[1], colors[2], position * 2 - 1)
+    upper = position < 0.5
+    first, second = colors[:2] if upper else colors[1:]
+    share = position * 2 if upper else position * 2 - 1
     return tuple(round(a + (b - a) * share) for a, b in zip(first, second))

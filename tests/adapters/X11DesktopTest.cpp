@@ -1,0 +1,143 @@
+#include "X11TestCase.h"
+#include "platform/linux/DockWindows.h"
+#include "platform/linux/X11Pointer.h"
+#include "platform/linux/X11Screens.h"
+#include "platform/linux/X11Workspace.h"
+
+#include <QSignalSpy>
+
+namespace {
+
+using moorline::DockWindow;
+using moorline::DockWindows;
+using moorline::Screen;
+using moorline::Screens;
+using moorline::Workspace;
+using moorline::X11Pointer;
+using moorline::X11Screens;
+using moorline::X11Workspace;
+
+/// The adapters that only listen.
+class X11DesktopTest final : public moorline::test::X11TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void thePointerCountsFromTheBottomLeft()
+    {
+        const X11Pointer pointer(*connection);
+        foreign->movePointer({30, 890});
+        QCOMPARE(pointer.location(), QPointF(30, 10));
+        foreign->movePointer({1439, 0});
+        QCOMPARE(pointer.location(), QPointF(1439, 900));
+    }
+
+    void theButtonsAreThoseHeldDownAnywhere_data()
+    {
+        QTest::addColumn<int>("number");
+        QTest::addColumn<Qt::MouseButton>("button");
+        QTest::newRow("left") << 1 << Qt::LeftButton;
+        QTest::newRow("middle") << 2 << Qt::MiddleButton;
+        QTest::newRow("right") << 3 << Qt::RightButton;
+    }
+
+    void theButtonsAreThoseHeldDownAnywhere()
+    {
+        QFETCH(int, number);
+        QFETCH(Qt::MouseButton, button);
+        const X11Pointer pointer(*connection);
+        const auto native = static_cast<std::uint8_t>(number);
+        // The window is not managed, so that no window manager makes anything of the press.
+        const xcb_window_t target = foreign->show({.bypassesManager = true});
+        foreign->movePointer({300, 250});
+        foreign->setButton(native, true);
+        QCOMPARE(pointer.pressedButtons(), Qt::MouseButtons(button));
+        foreign->setButton(native, false);
+        QCOMPARE(pointer.pressedButtons(), Qt::MouseButtons());
+        QCOMPARE(foreign->clicks(target), 1);
+    }
+
+    void theScreenIsTheWholeDisplay()
+    {
+        const X11Screens screens(connection.get());
+        const QList<Screen> all = screens.screens();
+        QCOMPARE(all.size(), 1);
+        QCOMPARE(all.first().frame, QRectF(0, 0, 1440, 900));
+        QCOMPARE(all.first().scale, 1.0);
+    }
+
+    void aReservedEdgeIsOutsideTheVisibleFrame()
+    {
+        const X11Screens screens(connection.get());
+        QSignalSpy changes(&screens, &Screens::screensChanged);
+        const xcb_window_t dock = foreign->create(dockPlan());
+        foreign->setValues(dock, "_NET_WM_STRUT", "CARDINAL", {0, 0, 0, 60});
+        foreign->map(dock);
+        QTRY_COMPARE(screens.screens().first().visibleFrame, QRectF(0, 60, 1440, 840));
+        QVERIFY(!changes.isEmpty());
+        foreign->destroy(dock);
+        QTRY_COMPARE(screens.screens().first().visibleFrame, QRectF(0, 0, 1440, 900));
+    }
+
+    void anotherDesktopIsAnotherSpace()
+    {
+        const X11Workspace workspace(*connection);
+        QSignalSpy changes(&workspace, &Workspace::activeSpaceChanged);
+        foreign->switchToDesktop(1);
+        QTRY_COMPARE(changes.size(), 1);
+        foreign->switchToDesktop(0);
+        QTRY_COMPARE(changes.size(), 2);
+    }
+
+    void anotherActiveWindowIsAnotherApplication()
+    {
+        const X11Workspace workspace(*connection);
+        const xcb_window_t first = showManaged({});
+        const xcb_window_t second = showManaged({});
+        foreign->activate(first);
+        QTRY_COMPARE(foreign->activeWindow(), first);
+        QSignalSpy changes(&workspace, &Workspace::applicationActivated);
+        foreign->activate(second);
+        QTRY_VERIFY(!changes.isEmpty());
+    }
+
+    void aDockIsListedWithProgramFrameAndStrut()
+    {
+        const DockWindows docks(*clients);
+        QVERIFY(docks.windows().isEmpty());
+        const xcb_window_t dock = foreign->create(dockPlan());
+        foreign->setValues(dock, "_NET_WM_STRUT_PARTIAL", "CARDINAL", {0, 0, 0, 60, 0, 0, 0, 0, 0, 0, 0, 1439});
+        foreign->map(dock);
+        QTRY_COMPARE(docks.windows().size(), 1);
+        const DockWindow listed = docks.windows().first();
+        QCOMPARE(listed.window, dock);
+        QCOMPARE(listed.windowClass, QStringLiteral("Panel"));
+        QCOMPARE(listed.process, 4243);
+        QCOMPARE(listed.frame, QRect(0, 840, 1440, 60));
+        QCOMPARE(listed.reachableFrame, QRect(0, 840, 1440, 60));
+        QCOMPARE(listed.strut, QMargins(0, 0, 0, 60));
+    }
+
+    void anOrdinaryWindowIsNoDock()
+    {
+        const DockWindows docks(*clients);
+        QVERIFY(showManaged({}));
+        QVERIFY(showManaged(dockPlan()));
+        QTRY_COMPARE(docks.windows().size(), 1);
+        QCOMPARE(docks.windows().first().windowClass, QStringLiteral("Panel"));
+    }
+
+private:
+    static moorline::test::WindowPlan dockPlan()
+    {
+        return {.frame = {0, 840, 1440, 60},
+            .windowClass = QByteArrayLiteral("panel\0Panel\0"),
+            .process = 4243,
+            .type = QByteArrayLiteral("_NET_WM_WINDOW_TYPE_DOCK")};
+    }
+};
+
+MOORLINE_TEST(X11DesktopTest);
+
+} // namespace
+
+#include "X11DesktopTest.moc"

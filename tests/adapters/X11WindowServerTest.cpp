@@ -1,0 +1,272 @@
+#include "platform/linux/X11WindowServer.h"
+#include "X11TestCase.h"
+
+namespace {
+
+using moorline::WindowDescription;
+using moorline::WindowLevel;
+using moorline::X11WindowServer;
+using moorline::test::WindowPlan;
+
+class X11WindowServerTest final : public moorline::test::X11TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        X11TestCase::init();
+        server = std::make_unique<X11WindowServer>(*clients);
+    }
+
+    void cleanup()
+    {
+        server.reset();
+        X11TestCase::cleanup();
+    }
+
+    void aWindowIsListedWithOwnerProcessAndLayer()
+    {
+        QVERIFY(showManaged({.process = 4242}));
+        QTRY_VERIFY(windowOf("Probe"));
+        QCOMPARE(windowOf("Probe")->ownerProcess, 4242);
+        QCOMPARE(windowOf("Probe")->layer, 0);
+    }
+
+    void theBoundsIncludeTheWindowManagersFrame()
+    {
+        const xcb_window_t window = showManaged({});
+        const xcb_window_t frame = foreign->frameOf(window);
+        QVERIFY(frame != window);
+        QTRY_COMPARE(boundsOf("Probe"), QRectF(foreign->geometry(frame)));
+        QVERIFY(boundsOf("Probe").contains(QRectF(foreign->geometry(window))));
+    }
+
+    void theBoundsFollowAMovedWindow()
+    {
+        const xcb_window_t window = showManaged({.isDecorated = false});
+        QTRY_COMPARE(boundsOf("Probe"), QRectF(200, 150, 300, 200));
+        foreign->move(window, {400, 350});
+        QTRY_COMPARE(boundsOf("Probe"), QRectF(400, 350, 300, 200));
+    }
+
+    void theBoundsAreWithoutAShadowThatTheProgramDraws()
+    {
+        QVERIFY(showManaged({.shadow = QMargins(20, 10, 22, 24), .isDecorated = false}));
+        QTRY_COMPARE(boundsOf("Probe"), QRectF(220, 160, 258, 166));
+    }
+
+    void aShadowThatComesLaterIsTakenOff()
+    {
+        const xcb_window_t window = showManaged({.isDecorated = false});
+        QTRY_COMPARE(boundsOf("Probe"), QRectF(200, 150, 300, 200));
+        foreign->setValues(window, "_GTK_FRAME_EXTENTS", "CARDINAL", {5, 6, 7, 8});
+        QTRY_COMPARE(boundsOf("Probe"), QRectF(205, 157, 289, 185));
+    }
+
+    void windowsComeFrontToBack()
+    {
+        const xcb_window_t first = showManaged({.windowClass = QByteArrayLiteral("a\0First\0")});
+        const xcb_window_t second = showManaged({.windowClass = QByteArrayLiteral("b\0Second\0")});
+        foreign->activate(first);
+        QTRY_COMPARE(owners(), (QStringList{QStringLiteral("First"), QStringLiteral("Second")}));
+        foreign->activate(second);
+        QTRY_COMPARE(owners(), (QStringList{QStringLiteral("Second"), QStringLiteral("First")}));
+    }
+
+    void aMinimizedWindowIsAbsent()
+    {
+        const xcb_window_t window = showManaged({});
+        QTRY_VERIFY(windowOf("Probe"));
+        foreign->iconify(window);
+        QTRY_VERIFY(!windowOf("Probe"));
+        foreign->activate(window);
+        QTRY_VERIFY(windowOf("Probe"));
+    }
+
+    void aWindowOnAnotherDesktopIsAbsent()
+    {
+        const xcb_window_t window = showManaged({});
+        QTRY_VERIFY(windowOf("Probe"));
+        foreign->moveToDesktop(window, 1);
+        QTRY_VERIFY(!windowOf("Probe"));
+        foreign->switchToDesktop(1);
+        QTRY_VERIFY(windowOf("Probe"));
+        foreign->switchToDesktop(0);
+        QTRY_VERIFY(!windowOf("Probe"));
+    }
+
+    void theDesktopItselfIsAbsent()
+    {
+        QVERIFY(showManaged({.windowClass = QByteArrayLiteral("d\0Desktop\0"),
+            .type = QByteArrayLiteral("_NET_WM_WINDOW_TYPE_DESKTOP")}));
+        QVERIFY(showManaged({}));
+        QTRY_COMPARE(owners(), QStringList{QStringLiteral("Probe")});
+    }
+
+    void aWindowAboveOthersIsOnTheFloatingLayer()
+    {
+        QVERIFY(showManaged({.states = {QByteArrayLiteral("_NET_WM_STATE_ABOVE")}}));
+        QTRY_VERIFY(windowOf("Probe"));
+        QTRY_COMPARE(windowOf("Probe")->layer, 3);
+    }
+
+    void aDockAtTheBottomEdgeIsTheDock()
+    {
+        QVERIFY(showManaged(dockPlan({0, 840, 1440, 60})));
+        QTRY_VERIFY(windowOf("Dock"));
+        QCOMPARE(windowOf("Dock")->layer, server->level(WindowLevel::dock));
+        QCOMPARE(boundsOf("Dock"), QRectF(0, 840, 1440, 60));
+    }
+
+    void aDockThatBypassesTheWindowManagerIsTheDock()
+    {
+        WindowPlan plan = dockPlan({0, 840, 1440, 60});
+        plan.bypassesManager = true;
+        const xcb_window_t window = foreign->show(plan);
+        QTRY_VERIFY(windowOf("Dock"));
+        foreign->destroy(window);
+        QTRY_VERIFY(!windowOf("Dock"));
+    }
+
+    void aDockThatTakesThePointerOnAStripOnlyIsHidden()
+    {
+        const xcb_window_t window = showManaged(dockPlan({0, 760, 1440, 140}));
+        QTRY_VERIFY(windowOf("Dock"));
+        foreign->setInputRegion(window, {688, 139, 64, 1});
+        QTRY_VERIFY(!windowOf("Dock"));
+        foreign->setInputRegion(window, {688, 80, 64, 60});
+        QTRY_COMPARE(boundsOf("Dock"), QRectF(688, 840, 64, 60));
+    }
+
+    void aDockThatSlidOverTheEdgeIsHidden()
+    {
+        WindowPlan plan = dockPlan({600, 840, 240, 60});
+        plan.bypassesManager = true;
+        const xcb_window_t window = foreign->show(plan);
+        QTRY_VERIFY(windowOf("Dock"));
+        foreign->move(window, {600, 899});
+        QTRY_VERIFY(!windowOf("Dock"));
+        foreign->move(window, {600, 840});
+        QTRY_VERIFY(windowOf("Dock"));
+    }
+
+    void aPanelAtTheTopEdgeIsTheMenuBar()
+    {
+        QVERIFY(showManaged(dockPlan({0, 0, 1440, 28})));
+        QTRY_VERIFY(windowOf("Panel"));
+        QCOMPARE(windowOf("Panel")->layer, server->level(WindowLevel::mainMenu));
+    }
+
+    void aPanelAtTheSideKeepsItsName()
+    {
+        QVERIFY(showManaged(dockPlan({0, 100, 60, 600})));
+        QTRY_VERIFY(windowOf("Panel"));
+        QCOMPARE(windowOf("Panel")->layer, server->level(WindowLevel::dock));
+        QVERIFY(!windowOf("Dock"));
+    }
+
+    void theSpaceIsFullScreenWhileTheActiveWindowIs()
+    {
+        const xcb_window_t window = showManaged({});
+        QTRY_COMPARE(foreign->activeWindow(), window);
+        QTRY_COMPARE(spaceType(), 0);
+        foreign->setFullScreen(window, true);
+        QTRY_COMPARE(spaceType(), 4);
+        foreign->setFullScreen(window, false);
+        QTRY_COMPARE(spaceType(), 0);
+    }
+
+    void aWindowInFrontOfTheFullScreenOneEndsIt()
+    {
+        const xcb_window_t film = showManaged({.states = {QByteArrayLiteral("_NET_WM_STATE_FULLSCREEN")}});
+        foreign->activate(film);
+        QTRY_COMPARE(spaceType(), 4);
+        const xcb_window_t other = showManaged({});
+        foreign->activate(other);
+        QTRY_COMPARE(spaceType(), 0);
+        foreign->activate(film);
+        QTRY_COMPARE(spaceType(), 4);
+    }
+
+    void aDialogOfTheFullScreenWindowKeepsItFullScreen()
+    {
+        const xcb_window_t film = showManaged({.states = {QByteArrayLiteral("_NET_WM_STATE_FULLSCREEN")}});
+        foreign->activate(film);
+        QTRY_COMPARE(spaceType(), 4);
+        const xcb_window_t dialog = showManaged({.type = "_NET_WM_WINDOW_TYPE_DIALOG", .transientFor = film});
+        foreign->activate(dialog);
+        QTRY_COMPARE(foreign->activeWindow(), dialog);
+        QTRY_COMPARE(spaceType(), 4);
+    }
+
+    void withoutAWindowManagerTheSpaceCannotBeTold()
+    {
+        QTRY_VERIFY(server->managedDisplaySpaces());
+        const auto proof = foreign->values(foreign->root(), "_NET_SUPPORTING_WM_CHECK");
+        const xcb_window_t unproven = foreign->create({});
+        foreign->setValues(foreign->root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", {unproven});
+        QTRY_VERIFY(!server->managedDisplaySpaces());
+        foreign->setValues(foreign->root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", proof);
+        QTRY_VERIFY(server->managedDisplaySpaces());
+    }
+
+    void theOnlyDisplayIsTheMainOne()
+    {
+        const auto spaces = server->managedDisplaySpaces();
+        QVERIFY(spaces);
+        QCOMPARE(spaces->size(), 1);
+        QCOMPARE(
+            spaces->first().toMap().value(QStringLiteral("Display Identifier")).toString(), server->mainDisplayUUID());
+    }
+
+private:
+    static WindowPlan dockPlan(const QRect &frame)
+    {
+        return {.frame = frame,
+            .windowClass = QByteArrayLiteral("panel\0Panel\0"),
+            .process = 4243,
+            .type = QByteArrayLiteral("_NET_WM_WINDOW_TYPE_DOCK")};
+    }
+
+    QStringList owners() const
+    {
+        const auto windows = server->onScreenWindows();
+        QStringList names;
+        for (const WindowDescription &window : *windows)
+            names.append(window.ownerName.value_or(QString()));
+        return names;
+    }
+
+    std::optional<WindowDescription> windowOf(const char *owner) const
+    {
+        const auto windows = server->onScreenWindows();
+        for (const WindowDescription &window : *windows) {
+            if (window.ownerName == QLatin1StringView(owner))
+                return window;
+        }
+        return std::nullopt;
+    }
+
+    QRectF boundsOf(const char *owner) const
+    {
+        const auto window = windowOf(owner);
+        return window ? window->bounds.value_or(QRectF()) : QRectF();
+    }
+
+    int spaceType() const
+    {
+        const auto spaces = server->managedDisplaySpaces();
+        if (!spaces)
+            return -1;
+        const QVariant space = spaces->first().toMap().value(QStringLiteral("Current Space"));
+        return space.toMap().value(QStringLiteral("type")).toInt();
+    }
+
+    std::unique_ptr<X11WindowServer> server;
+};
+
+MOORLINE_TEST(X11WindowServerTest);
+
+} // namespace
+
+#include "X11WindowServerTest.moc"
