@@ -10,7 +10,8 @@ public:
     /// `folder` is created where it is missing. The claim ends with this object, or with the process however it ends.
     explicit SingleInstance(const QString &folder);
 
-    /// False when another process holds the claim. True also when it cannot be told, as in a folder that cannot be written.
+    /// False when another process holds the claim. True also when it cannot be told, as in a folder that cannot be
+    /// written.
     [[nodiscard]] bool isFirst() const { return m_isFirst; }
 
 private:

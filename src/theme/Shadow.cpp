@@ -20,14 +20,17 @@ qreal fadeAt(qreal place, qreal start, qreal end, qreal length)
     return std::clamp(std::min(place - start, end - place) / length, 0.0, 1.0);
 }
 
-/// `room` and `length` are in pixels of the mask.
-void fadeOut(QImage &mask, const QRectF &room, qreal length)
+/// `room` and `length` are in pixels of the mask. Nothing fades under the shape, whose `cover` is as large as the mask.
+void fadeOut(QImage &mask, const QImage &cover, const QRectF &room, qreal length)
 {
     for (int y = 0; y < mask.height(); ++y) {
         const qreal vertical = fadeAt(y + 0.5, room.top(), room.bottom(), length);
+        const uchar *covered = cover.constScanLine(y);
         uchar *row = mask.scanLine(y);
-        for (int x = 0; x < mask.width(); ++x)
-            row[x] = uchar(qRound(row[x] * vertical * fadeAt(x + 0.5, room.left(), room.right(), length)));
+        for (int x = 0; x < mask.width(); ++x) {
+            const qreal fade = vertical * fadeAt(x + 0.5, room.left(), room.right(), length);
+            row[x] = uchar(qRound(row[x] * (fade + (1 - fade) * covered[x] / 255)));
+        }
     }
 }
 
@@ -70,30 +73,29 @@ void Shadow::paint(QPainter &painter, const QPainterPath &shape, const QRectF &r
 
 QImage Shadow::render(qreal scale) const
 {
-    QImage mask = blurredMask(scale);
-    const qreal margin = blurMargin(m_blurRadius / 2 * scale) / scale;
-    const QPointF origin = m_offset - QPointF(margin, margin);
-    const QRectF room = m_room.translated(-origin);
-    fadeOut(mask, QRectF(room.topLeft() * scale, room.size() * scale), fadeLength * scale);
+    const qreal standardDeviation = m_blurRadius / 2 * scale;
+    const int margin = blurMargin(standardDeviation);
+    const QSizeF bounds = m_shape.boundingRect().size() * scale;
+    const QSize size(qCeil(bounds.width()) + 2 * margin, qCeil(bounds.height()) + 2 * margin);
+    // Where the corner of the shape's bounds lies in the image when the shape stands above its shadow.
+    const QPointF corner = QPointF(margin, margin) - m_offset * scale;
+    QImage mask = blurred(silhouette(size, {qreal(margin), qreal(margin)}, scale), standardDeviation);
+    const QRectF room(m_room.topLeft() * scale + corner, m_room.size() * scale);
+    fadeOut(mask, silhouette(size, corner, scale), room, fadeLength * scale);
     return tinted(mask, m_color);
 }
 
-QImage Shadow::blurredMask(qreal scale) const
+QImage Shadow::silhouette(const QSize &size, const QPointF &corner, qreal scale) const
 {
-    const qreal standardDeviation = m_blurRadius / 2 * scale;
-    const int margin = blurMargin(standardDeviation);
-    const QRectF bounds = m_shape.boundingRect();
-    QImage mask(
-        qCeil(bounds.width() * scale) + 2 * margin, qCeil(bounds.height() * scale) + 2 * margin, QImage::Format_Alpha8);
-    mask.fill(0);
-    QPainter painter(&mask);
+    QImage image(size, QImage::Format_Alpha8);
+    image.fill(0);
+    QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(margin, margin);
+    painter.translate(corner);
     painter.scale(scale, scale);
-    painter.translate(-bounds.topLeft());
+    painter.translate(-m_shape.boundingRect().topLeft());
     painter.fillPath(m_shape, Qt::black);
-    painter.end();
-    return blurred(mask, standardDeviation);
+    return image;
 }
 
 } // namespace moorline

@@ -17,13 +17,14 @@ public:
     /// `blurRadius` is twice the standard deviation of the blur; `offset` is in points, y growing downwards.
     Shadow(QColor color, qreal blurRadius, QPointF offset);
 
-    /// Paints the shadow of `shape` (points, the painter's coordinates), also under the shape itself. Towards the edges
-    /// of `room` it fades to nothing, so that a window as large as the room cuts nothing off visibly.
+    /// Paints the shadow of `shape` (points, the painter's coordinates), also under the shape itself. Outside of the
+    /// shape it fades to nothing towards the edges of `room`, so that a window of that size cuts nothing off visibly.
     void paint(QPainter &painter, const QPainterPath &shape, const QRectF &room);
 
 private:
     [[nodiscard]] QImage render(qreal scale) const;
-    [[nodiscard]] QImage blurredMask(qreal scale) const;
+    /// The shape alone, the corner of its bounds at `corner`, in pixels.
+    [[nodiscard]] QImage silhouette(const QSize &size, const QPointF &corner, qreal scale) const;
 
     QColor m_color;
     qreal m_blurRadius;

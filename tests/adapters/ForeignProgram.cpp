@@ -197,7 +197,7 @@ bool ForeignProgram::isViewable(xcb_window_t window) const
 
 bool ForeignProgram::isManaged(xcb_window_t window) const
 {
-    return isViewable(window) && values(root(), "_NET_CLIENT_LIST_STACKING").contains(window);
+    return isViewable(window) && values(root(), "_NET_CLIENT_LIST").contains(window);
 }
 
 xcb_window_t ForeignProgram::activeWindow() const

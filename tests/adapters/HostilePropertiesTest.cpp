@@ -11,8 +11,8 @@ using moorline::X11WindowServer;
 const QList<QByteArray> propertiesOfWindows{"_NET_WM_WINDOW_TYPE", "_NET_WM_STATE", "_NET_WM_DESKTOP",
     "WM_TRANSIENT_FOR", "WM_CLASS", "_NET_WM_PID", "_NET_FRAME_EXTENTS", "_GTK_FRAME_EXTENTS", "_NET_WM_STRUT_PARTIAL",
     "_NET_WM_STRUT"};
-const QList<QByteArray> propertiesOfRoot{
-    "_NET_ACTIVE_WINDOW", "_NET_CLIENT_LIST_STACKING", "_NET_CURRENT_DESKTOP", "_NET_SUPPORTING_WM_CHECK"};
+const QList<QByteArray> propertiesOfRoot{"_NET_ACTIVE_WINDOW", "_NET_CLIENT_LIST", "_NET_CLIENT_LIST_STACKING",
+    "_NET_CURRENT_DESKTOP", "_NET_SUPPORTING_WM_CHECK"};
 
 /// Any program may write anything into the properties of any window. Here the other program is the window manager, too.
 class HostilePropertiesTest final : public moorline::test::X11TestCase {
@@ -147,6 +147,7 @@ private:
     {
         const xcb_window_t proof = foreign->create({.bypassesManager = true});
         foreign->setValues(proof, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {proof});
+        foreign->setValues(foreign->root(), "_NET_CLIENT_LIST", "WINDOW", windows);
         foreign->setValues(foreign->root(), "_NET_CLIENT_LIST_STACKING", "WINDOW", windows);
         foreign->setValues(foreign->root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", {proof});
         return proof;

@@ -70,7 +70,7 @@ private Q_SLOTS:
         const X11Screens screens(connection.get());
         QSignalSpy changes(&screens, &Screens::screensChanged);
         const xcb_window_t dock = foreign->create(dockPlan());
-        foreign->setValues(dock, "_NET_WM_STRUT", "CARDINAL", {0, 0, 0, 60});
+        foreign->setValues(dock, "_NET_WM_STRUT_PARTIAL", "CARDINAL", {0, 0, 0, 60, 0, 0, 0, 0, 0, 0, 0, 1439});
         foreign->map(dock);
         QTRY_COMPARE(screens.screens().first().visibleFrame, QRectF(0, 60, 1440, 840));
         QVERIFY(!changes.isEmpty());
@@ -91,8 +91,8 @@ private Q_SLOTS:
     void anotherActiveWindowIsAnotherApplication()
     {
         const X11Workspace workspace(*connection);
-        const xcb_window_t first = showManaged({});
-        const xcb_window_t second = showManaged({});
+        const xcb_window_t first = showActive({});
+        const xcb_window_t second = showActive({});
         foreign->activate(first);
         QTRY_COMPARE(foreign->activeWindow(), first);
         QSignalSpy changes(&workspace, &Workspace::applicationActivated);

@@ -19,6 +19,14 @@ protected:
         return QTest::qWaitFor([&] { return foreign->isManaged(window); }) ? window : xcb_window_t{XCB_WINDOW_NONE};
     }
 
+    /// Waits until the new window has the focus as well, which some window managers give it a while later.
+    [[nodiscard]] xcb_window_t showActive(const WindowPlan &plan)
+    {
+        const xcb_window_t window = showManaged(plan);
+        return QTest::qWaitFor([&] { return foreign->activeWindow() == window; }) ? window
+                                                                                  : xcb_window_t{XCB_WINDOW_NONE};
+    }
+
     std::unique_ptr<ForeignProgram> foreign;
     std::unique_ptr<XConnection> connection;
     std::unique_ptr<ClientWindows> clients;
@@ -40,8 +48,7 @@ protected Q_SLOTS:
         connection.reset();
         foreign.reset();
         const ForeignProgram observer;
-        QTRY_VERIFY(
-            !observer.hasWindowManager() || observer.values(observer.root(), "_NET_CLIENT_LIST_STACKING").isEmpty());
+        QTRY_VERIFY(!observer.hasWindowManager() || observer.values(observer.root(), "_NET_CLIENT_LIST").isEmpty());
         TestCase::cleanup();
     }
 };

@@ -15,7 +15,8 @@ WIDGETS = ["clock", "calendar", "month-counter"]
 SETTINGS = {"enabledWidgets": WIDGETS, "pinnedItemsIntroduced": True, "clockFormat": "24h"}
 # What of the bottom of the screen a picture shows, in points.
 PICTURE_WIDTH = 760
-MENU_HALF_WIDTH = 139
+# Left of the middle, so that the menu stands over the pill rather than beside it.
+MENU_OFFSET = 110
 
 
 def desktop():
@@ -51,7 +52,7 @@ def bar_with_menu():
     with desktop() as surroundings:
         bar = Bar(surroundings, SETTINGS, SCALE)
         column, row = bar.pill_center()
-        bar.open_menu(column - MENU_HALF_WIDTH * SCALE, row - 30 * SCALE)
+        bar.open_menu(column - MENU_OFFSET * SCALE, row - 20 * SCALE)
         return still_picture(surroundings.screen, 200)
 
 

@@ -9,8 +9,8 @@
 
 namespace moorline {
 
-/// A window as its program and the window manager describe it. Lengths are in device pixels from the top left of the root
-/// window.
+/// A window as its program and the window manager describe it. Lengths are in device pixels from the top left of the
+/// root window.
 struct ClientWindow {
     enum class Kind { desktop, dock, ordinary, other };
 

@@ -61,6 +61,7 @@ ClientSnapshot ClientWindowReader::read()
     snapshot.windows += readWindows(children.docks, false);
     readReachableFrames(snapshot.windows);
     findFrames(snapshot.windows);
+    sortByStacking(snapshot.windows);
     return snapshot;
 }
 
@@ -75,7 +76,7 @@ void ClientWindowReader::readRoot(ClientSnapshot &snapshot)
     const auto tree = xcb_query_tree(m_connection.native(), root);
 
     const xcb_window_t checkWindow = check.read().value(XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
-    // Some window managers write the stacking only when it is next changed; a window that is not in it yet came on top.
+    // Some window managers write the stacking only when it is next changed, so xfwm4 for the only window.
     m_managed = withoutRepetition(stacking.read().values(XCB_ATOM_WINDOW) + mapped.read().values(XCB_ATOM_WINDOW));
     snapshot.activeWindow = active.read().value(XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
     snapshot.currentDesktop = desktop.read().value(XCB_ATOM_CARDINAL);
@@ -175,6 +176,16 @@ void ClientWindowReader::findFrames(QList<ClientWindow> &windows) const
                 window->frameWindow = tree->parent;
         }
     }
+}
+
+void ClientWindowReader::sortByStacking(QList<ClientWindow> &windows) const
+{
+    QHash<xcb_window_t, qsizetype> places;
+    for (qsizetype place = 0; place < m_rootChildren.size(); ++place)
+        places.insert(m_rootChildren[place], place);
+    std::stable_sort(windows.begin(), windows.end(), [&](const ClientWindow &lower, const ClientWindow &upper) {
+        return places.value(lower.frameWindow, -1) < places.value(upper.frameWindow, -1);
+    });
 }
 
 void ClientWindowReader::watchOnce(xcb_window_t window)

@@ -28,6 +28,7 @@ private:
     [[nodiscard]] QList<ClientWindow> readWindows(const QList<xcb_window_t> &windows, bool areManaged);
     void readReachableFrames(QList<ClientWindow> &windows) const;
     void findFrames(QList<ClientWindow> &windows) const;
+    void sortByStacking(QList<ClientWindow> &windows) const;
     void watchOnce(xcb_window_t window);
 
     const XConnection &m_connection;

@@ -51,7 +51,9 @@ void PanelStacking::noteStructure(const xcb_generic_event_t &event)
 /// A frame is on the stack before the window manager says that there is a window in it.
 void PanelStacking::noteProperty(xcb_window_t window, xcb_atom_t name)
 {
-    if (window == m_connection.root() && name == m_connection.atom(XAtom::netClientListStacking))
+    const bool isList =
+        name == m_connection.atom(XAtom::netClientList) || name == m_connection.atom(XAtom::netClientListStacking);
+    if (window == m_connection.root() && isList)
         scheduleCheck();
 }
 

@@ -17,7 +17,8 @@ QMargins marginsFrom(const QList<std::uint32_t> &values)
 {
     if (values.size() < 4)
         return {};
-    const bool isSound = std::all_of(values.begin(), values.begin() + 4, [](auto value) { return value <= maximumLength; });
+    const bool isSound =
+        std::all_of(values.begin(), values.begin() + 4, [](auto value) { return value <= maximumLength; });
     if (!isSound)
         return {};
     return {static_cast<int>(values[0]), static_cast<int>(values[2]), static_cast<int>(values[1]),

@@ -6,8 +6,8 @@ namespace moorline {
 
 class XConnection;
 
-/// Asks the X server at every question. One is a tenth of a millisecond, and no event tells of the pointer over all windows
-/// without waking the program for each of its moves.
+/// Asks the X server at every question. One is a tenth of a millisecond, and no event tells of the pointer over all
+/// windows without waking the program for each of its moves.
 class X11Pointer final : public Pointer {
 public:
     explicit X11Pointer(const XConnection &connection);

@@ -107,8 +107,8 @@ std::optional<QVariantList> X11WindowServer::managedDisplaySpaces() const
     const ClientSnapshot &snapshot = m_clients.snapshot();
     if (!snapshot.hasWindowManager())
         return std::nullopt;
-    const bool isFullScreen = isFullScreenSpace(
-        snapshot, X11Coordinates::current().nativePrimary(), QCoreApplication::applicationPid());
+    const bool isFullScreen =
+        isFullScreenSpace(snapshot, X11Coordinates::current().nativePrimary(), QCoreApplication::applicationPid());
     const QVariantMap space{{QStringLiteral("type"), isFullScreen ? fullScreenSpace : ordinarySpace}};
     return QVariantList{QVariantMap{
         {QStringLiteral("Display Identifier"), displayIdentifier}, {QStringLiteral("Current Space"), space}}};

@@ -43,8 +43,8 @@ XAtoms::XAtoms(xcb_connection_t *connection)
 {
     std::array<xcb_intern_atom_cookie_t, atomNames.size()> cookies{};
     for (std::size_t i = 0; i < atomNames.size(); ++i)
-        cookies[i] = xcb_intern_atom(
-            connection, false, static_cast<std::uint16_t>(atomNames[i].size()), atomNames[i].data());
+        cookies[i] =
+            xcb_intern_atom(connection, false, static_cast<std::uint16_t>(atomNames[i].size()), atomNames[i].data());
     for (std::size_t i = 0; i < atomNames.size(); ++i) {
         const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookies[i], nullptr));
         m_atoms[i] = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};

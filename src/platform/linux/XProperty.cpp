@@ -28,8 +28,8 @@ QByteArray XProperty::bytes() const
 {
     if (!m_reply || m_reply->format != 8)
         return {};
-    return {static_cast<const char *>(xcb_get_property_value(m_reply.get())),
-        static_cast<qsizetype>(m_reply->value_len)};
+    return {
+        static_cast<const char *>(xcb_get_property_value(m_reply.get())), static_cast<qsizetype>(m_reply->value_len)};
 }
 
 PendingProperty::PendingProperty(xcb_connection_t *connection, xcb_window_t window, xcb_atom_t name)
@@ -40,8 +40,7 @@ PendingProperty::PendingProperty(xcb_connection_t *connection, xcb_window_t wind
 
 XProperty PendingProperty::read() const
 {
-    return XProperty(
-        XReply<xcb_get_property_reply_t>(xcb_get_property_reply(m_connection, m_cookie, nullptr)));
+    return XProperty(XReply<xcb_get_property_reply_t>(xcb_get_property_reply(m_connection, m_cookie, nullptr)));
 }
 
 } // namespace moorline

@@ -9,8 +9,8 @@
 
 namespace moorline {
 
-/// The value of a window's property. Any program may write anything there, so a value of another type or format than the
-/// asked one counts as none.
+/// The value of a window's property. Any program may write anything there, so a value of another type or format than
+/// the asked one counts as none.
 class XProperty final {
 public:
     explicit XProperty(XReply<xcb_get_property_reply_t> reply);
