@@ -4,6 +4,7 @@
 #include "platform/linux/X11Screens.h"
 #include "platform/linux/X11Workspace.h"
 
+#include <QProcess>
 #include <QSignalSpy>
 
 namespace {
@@ -78,6 +79,18 @@ private Q_SLOTS:
         QTRY_COMPARE(screens.screens().first().visibleFrame, QRectF(0, 0, 1440, 900));
     }
 
+    void whileTheOnlyOutputIsDarkThereIsNoScreen()
+    {
+        const X11Screens screens(connection.get());
+        QSignalSpy changes(&screens, &Screens::screensChanged);
+        xrandr(QStringLiteral("--off"));
+        QTRY_VERIFY(screens.screens().isEmpty());
+        QVERIFY(!changes.isEmpty());
+        xrandr(QStringLiteral("--auto"));
+        QTRY_COMPARE(screens.screens().size(), 1);
+        QTRY_COMPARE(screens.screens().first().frame, QRectF(0, 0, 1440, 900));
+    }
+
     void anotherDesktopIsAnotherSpace()
     {
         const X11Workspace workspace(*connection);
@@ -127,6 +140,14 @@ private Q_SLOTS:
     }
 
 private:
+    static void xrandr(const QString &change)
+    {
+        QProcess program;
+        program.start(QStringLiteral("xrandr"), {QStringLiteral("--output"), QStringLiteral("screen"), change});
+        // What it says of a screen without size is of no concern; the output follows.
+        QVERIFY(program.waitForFinished());
+    }
+
     static moorline::test::WindowPlan dockPlan()
     {
         return {.frame = {0, 840, 1440, 60},

@@ -2,7 +2,10 @@
 #include "X11TestCase.h"
 #include "platform/qt/QtClock.h"
 
+#include <QGuiApplication>
 #include <QMouseEvent>
+#include <QProcess>
+#include <QScopeGuard>
 #include <limits>
 #include <xcb/shape.h>
 
@@ -245,7 +248,28 @@ private Q_SLOTS:
         QTRY_COMPARE(bounding(), QRect(0, 0, 400, 100));
     }
 
+    void onAScreenBelowThereIsNothingToSee()
+    {
+        const auto restore = qScopeGuard([] { xrandr("--delmonitor upper --delmonitor lower"); });
+        xrandr("--setmonitor *upper 1440/360x450/112+0+0 screen");
+        xrandr("--setmonitor lower 1440/360x450/112+0+450 none");
+        QTRY_COMPARE(QGuiApplication::screens().size(), 2);
+        panel->setFrame(shownFrame);
+        show();
+        QTRY_COMPARE(foreign->geometry(window()), QRect(520, 361, 400, 100));
+        QTRY_COMPARE(bounding(), QRect(0, 0, 400, 89));
+        panel->setFrame({520, -104, 400, 100});
+        QTRY_COMPARE(bounding(), QRect());
+    }
+
 private:
+    static void xrandr(const char *arguments)
+    {
+        QProcess program;
+        program.start(QStringLiteral("xrandr"), QString::fromLatin1(arguments).split(u' '));
+        QVERIFY(program.waitForFinished());
+    }
+
     void show()
     {
         panel->orderFrontRegardless();
