@@ -1,6 +1,6 @@
 #pragma once
 
-#include "system/FileDescriptor.h"
+#include "platform/FileDescriptor.h"
 
 #include <QByteArray>
 #include <QObject>

@@ -1,5 +1,6 @@
 #include "platform/linux/DesktopEntries.h"
 
+#include "platform/FileDescriptor.h"
 #include "platform/linux/GObjectPointer.h"
 
 #include <QDir>
@@ -8,33 +9,12 @@
 #include <QStandardPaths>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace moorline {
 
 namespace {
 
 constexpr qint64 largestEntry = 1024 * 1024;
-
-class FileDescriptor final {
-public:
-    explicit FileDescriptor(int descriptor)
-        : m_descriptor(descriptor)
-    {
-    }
-    FileDescriptor(const FileDescriptor &) = delete;
-    FileDescriptor &operator=(const FileDescriptor &) = delete;
-    ~FileDescriptor()
-    {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
-    }
-
-    [[nodiscard]] int get() const { return m_descriptor; }
-
-private:
-    int m_descriptor;
-};
 
 bool isRegularFile(int descriptor)
 {
