@@ -1,6 +1,6 @@
 #include "platform/linux/X11PanelWindow.h"
 #include "X11TestCase.h"
-#include "platform/qt/QtClock.h"
+#include "fakes/FakeClock.h"
 
 #include <QGuiApplication>
 #include <QMouseEvent>
@@ -148,6 +148,28 @@ private Q_SLOTS:
         }
     }
 
+    void aStormOfRaisesIsGivenInToAndOutlasted()
+    {
+        using namespace std::chrono_literals;
+        show();
+        const xcb_window_t window1 = showActive({});
+        const xcb_window_t window2 = showActive({});
+        QTRY_VERIFY(foreign->isAbove(window(), window1) && foreign->isAbove(window(), window2));
+        const auto isCovered = [&] {
+            return !foreign->isAbove(window(), window1) || !foreign->isAbove(window(), window2);
+        };
+        bool givesIn = false;
+        for (int raise = 0; raise < 100 && !givesIn; ++raise) {
+            const xcb_window_t raised = raise % 2 == 0 ? window1 : window2;
+            foreign->activate(raised);
+            QTRY_COMPARE(foreign->activeWindow(), raised);
+            givesIn = !QTest::qWaitFor([&] { return !isCovered(); }, 300);
+        }
+        QVERIFY(givesIn);
+        clock.advance(1s);
+        QTRY_VERIFY(!isCovered());
+    }
+
     void anotherDockLiesBelow()
     {
         show();
@@ -281,7 +303,7 @@ private:
 
     const QRectF shownFrame{520, -11, 400, 100};
     std::unique_ptr<ClickCounter> widget;
-    moorline::QtClock clock;
+    moorline::test::FakeClock clock;
     std::unique_ptr<X11PanelWindow> panel;
 };
 
