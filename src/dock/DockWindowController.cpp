@@ -148,10 +148,11 @@ void DockWindowController::reposition()
     m_slide.stop();
     const QRectF target = targetFrame();
     m_panel->setFrame(target);
-    if (m_context.debug)
+    if (m_context.debug) {
         qInfo().noquote() << QStringLiteral("Moorline: requested %1 -> actual %2 level %3")
                                  .arg(rectText(target), rectText(m_panel->frame()))
                                  .arg(m_context.panelWindow.level());
+    }
 }
 
 void DockWindowController::animateToCurrentPosition()

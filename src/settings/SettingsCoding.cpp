@@ -138,7 +138,7 @@ bool decode(const QJsonValue &json, QList<Value> &value)
 {
     const QJsonArray array = json.toArray();
     value.clear();
-    for (const QJsonValue &entry : array) {
+    for (const auto &entry : array) {
         Value decoded{};
         if (!decode(entry, decoded))
             return false;

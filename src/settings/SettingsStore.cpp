@@ -13,7 +13,7 @@ namespace moorline {
 namespace {
 
 /// Far beyond any real settings file; what is larger is not read at all.
-constexpr qint64 largestFile = 8 * 1024 * 1024;
+constexpr qint64 largestFile = qint64(8) * 1024 * 1024;
 
 std::optional<QByteArray> contents(const QString &path)
 {

@@ -7,7 +7,7 @@ namespace moorline {
 namespace {
 
 /// No script that anyone waits for writes nearly as much.
-constexpr qsizetype largestOutput = 1024 * 1024;
+constexpr qsizetype largestOutput = qsizetype(1024) * 1024;
 /// How long a program may take over its own ending before it is killed.
 constexpr std::chrono::seconds gracePeriod{2};
 

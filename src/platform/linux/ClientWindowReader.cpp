@@ -151,10 +151,10 @@ void ClientWindowReader::readReachableFrames(QList<ClientWindow> &windows) const
             xcb_shape_get_rectangles_reply(native, bounding, nullptr));
         const XReply<xcb_shape_get_rectangles_reply_t> sensitive(
             xcb_shape_get_rectangles_reply(native, input, nullptr));
-        if (visible && sensitive)
-            window.reachableFrame =
-                (boundingRect(visible.get()) & boundingRect(sensitive.get())).translated(window.frame.topLeft())
-                & window.frame;
+        if (visible && sensitive) {
+            const QRect reachable = boundingRect(visible.get()) & boundingRect(sensitive.get());
+            window.reachableFrame = reachable.translated(window.frame.topLeft()) & window.frame;
+        }
     }
 }
 

@@ -20,7 +20,7 @@ const QLatin1StringView ubuntuDock("ubuntu-dock@ubuntu.com");
 QString extensionSchemas()
 {
     for (const QLatin1StringView extension : {dashToDock, ubuntuDock}) {
-        const QString folder = QStandardPaths::locate(QStandardPaths::GenericDataLocation,
+        QString folder = QStandardPaths::locate(QStandardPaths::GenericDataLocation,
             QStringLiteral("gnome-shell/extensions/%1/schemas").arg(extension), QStandardPaths::LocateDirectory);
         if (!folder.isEmpty())
             return folder;

@@ -14,7 +14,7 @@ namespace moorline {
 
 namespace {
 
-constexpr qint64 largestEntry = 1024 * 1024;
+constexpr qint64 largestEntry = qint64(1024) * 1024;
 
 bool isRegularFile(int descriptor)
 {

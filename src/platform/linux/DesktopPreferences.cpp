@@ -28,7 +28,7 @@ public:
     {
     }
 
-    QVariant value(const QString &key) const override
+    [[nodiscard]] QVariant value(const QString &key) const override
     {
         const DesktopDock::State dock = m_dock.state();
         if (key == QLatin1StringView("orientation"))
