@@ -148,28 +148,6 @@ private Q_SLOTS:
         }
     }
 
-    void aStormOfRaisesIsGivenInToAndOutlasted()
-    {
-        using namespace std::chrono_literals;
-        show();
-        const xcb_window_t window1 = showActive({});
-        const xcb_window_t window2 = showActive({});
-        QTRY_VERIFY(foreign->isAbove(window(), window1) && foreign->isAbove(window(), window2));
-        const auto isCovered = [&] {
-            return !foreign->isAbove(window(), window1) || !foreign->isAbove(window(), window2);
-        };
-        bool givesIn = false;
-        for (int raise = 0; raise < 100 && !givesIn; ++raise) {
-            const xcb_window_t raised = raise % 2 == 0 ? window1 : window2;
-            foreign->activate(raised);
-            QTRY_COMPARE(foreign->activeWindow(), raised);
-            givesIn = !QTest::qWaitFor([&] { return !isCovered(); }, 300);
-        }
-        QVERIFY(givesIn);
-        clock.advance(1s);
-        QTRY_VERIFY(!isCovered());
-    }
-
     void anotherDockLiesBelow()
     {
         show();
