@@ -9,7 +9,7 @@ namespace moorline {
 namespace {
 
 constexpr int firstAfterStandardStreams = 3;
-constexpr qsizetype chunkSize = 64 * 1024;
+constexpr qsizetype chunkSize = qsizetype(64) * 1024;
 
 /// A copy that no child inherits, and that is not in the way when a child gets its standard streams.
 FileDescriptor privateCopy(const FileDescriptor &original)
