@@ -1,30 +1,14 @@
 #include "system/AppleScriptRunner.h"
-#include "fakes/FakeClock.h"
-#include "support/TestCase.h"
 #include "system/Answer.h"
-#include "system/Programs.h"
+#include "system/ScriptTestCase.h"
 
 using namespace moorline;
 using namespace std::chrono_literals;
 using Text = std::optional<QString>;
 
-class AppleScriptRunnerTest final : public test::TestCase {
+class AppleScriptRunnerTest final : public test::ScriptTestCase {
     Q_OBJECT
 private Q_SLOTS:
-    void init()
-    {
-        TestCase::init();
-        m_clock = std::make_unique<test::FakeClock>();
-        m_programs = std::make_unique<test::Programs>();
-    }
-
-    void cleanup()
-    {
-        // A detached program uses the clock until it has ended.
-        QTRY_VERIFY(!test::Programs::areRunning());
-        TestCase::cleanup();
-    }
-
     void scriptIsPassedWholeAsOneArgument()
     {
         const QString program = m_programs->addRecorder("host");
@@ -155,9 +139,6 @@ private:
         const test::Answer<Text> answer(AppleScriptRunner(*m_clock, program).run(script, 5s));
         return QTest::qWaitFor([&] { return answer.isThere(); }, 20000) ? answer.value() : QStringLiteral("no end");
     }
-
-    std::unique_ptr<test::FakeClock> m_clock;
-    std::unique_ptr<test::Programs> m_programs;
 };
 
 MOORLINE_TEST(AppleScriptRunnerTest);

@@ -1,8 +1,6 @@
-#include "fakes/FakeClock.h"
-#include "support/TestCase.h"
 #include "system/Answer.h"
 #include "system/AppleScriptRunner.h"
-#include "system/Programs.h"
+#include "system/ScriptTestCase.h"
 
 #include <csignal>
 
@@ -10,23 +8,9 @@ using namespace moorline;
 using namespace std::chrono_literals;
 using Text = std::optional<QString>;
 
-class ScriptTimeoutTest final : public test::TestCase {
+class ScriptTimeoutTest final : public test::ScriptTestCase {
     Q_OBJECT
 private Q_SLOTS:
-    void init()
-    {
-        TestCase::init();
-        m_clock = std::make_unique<test::FakeClock>();
-        m_programs = std::make_unique<test::Programs>();
-    }
-
-    void cleanup()
-    {
-        // A detached program uses the clock until it has ended.
-        QTRY_VERIFY(!test::Programs::areRunning());
-        TestCase::cleanup();
-    }
-
     void timeoutWaitsForBothOutputsToClose_data()
     {
         QTest::addColumn<QByteArray>("closing");
@@ -118,9 +102,6 @@ private:
         const QString program = m_programs->add("host", body);
         return test::Answer<Text>(AppleScriptRunner(*m_clock, program).run(QString(), timeout));
     }
-
-    std::unique_ptr<test::FakeClock> m_clock;
-    std::unique_ptr<test::Programs> m_programs;
 };
 
 MOORLINE_TEST(ScriptTimeoutTest);
