@@ -3,6 +3,10 @@
 #include "platform/AppBundles.h"
 #include "platform/Clock.h"
 #include "platform/Directories.h"
+#include "platform/Geocoder.h"
+#include "platform/HttpClient.h"
+#include "platform/LocationManager.h"
+#include "platform/Network.h"
 #include "platform/PanelWindow.h"
 #include "platform/Pointer.h"
 #include "platform/Preferences.h"
@@ -34,6 +38,10 @@ struct Platform {
     std::unique_ptr<SystemDockControl> systemDockControl;
     std::unique_ptr<SystemSettings> systemSettings;
     std::unique_ptr<Directories> directories;
+    std::unique_ptr<HttpClient> httpClient;
+    std::unique_ptr<Network> network;
+    std::unique_ptr<LocationManager> locationManager;
+    std::unique_ptr<Geocoder> geocoder;
     std::unique_ptr<AppBundles> appBundles;
     std::unique_ptr<SystemImages> systemImages;
     /// Resource path of the catalogue that replaces texts naming macOS; empty where they stand as they are.

@@ -2,7 +2,7 @@
 
 namespace moorline {
 
-enum class SettingsPane { desktopAndDock };
+enum class SettingsPane { desktopAndDock, locationServices };
 
 /// The system's own settings program.
 class SystemSettings {

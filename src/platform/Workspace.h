@@ -15,6 +15,8 @@ Q_SIGNALS:
     void activeSpaceChanged();
     /// Another application came to the front.
     void applicationActivated();
+    /// The machine woke from sleep.
+    void didWake();
 };
 
 } // namespace moorline

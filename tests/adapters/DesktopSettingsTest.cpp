@@ -29,14 +29,17 @@ private Q_SLOTS:
     {
         TestCase::init();
         m_path = qgetenv("PATH");
+        m_dataFolders = qgetenv("XDG_DATA_DIRS");
         m_folder = std::make_unique<QTemporaryDir>();
         QVERIFY(m_folder->isValid());
         qputenv("PATH", QFile::encodeName(m_folder->path()));
+        qputenv("XDG_DATA_DIRS", QFile::encodeName(m_folder->path()));
     }
 
     void cleanup()
     {
         qputenv("PATH", m_path);
+        qputenv("XDG_DATA_DIRS", m_dataFolders);
         m_folder.reset();
         TestCase::cleanup();
     }
@@ -76,6 +79,35 @@ private Q_SLOTS:
         QTEST(firstCommand(dock, desktop.split(u':')), "command");
     }
 
+    void eachDesktopHasItsProgramForTheLocation_data()
+    {
+        QTest::addColumn<QString>("desktop");
+        QTest::addColumn<QString>("commands");
+
+        const auto row = [](const char *desktop, const char *commands) {
+            QTest::newRow(desktop) << QString::fromLatin1(desktop) << QString::fromLatin1(commands);
+        };
+        row("GNOME", "gnome-control-center location; gnome-control-center privacy location");
+        row("ubuntu:GNOME", "gnome-control-center location; gnome-control-center privacy location");
+        row("Budgie:GNOME",
+            "budgie-control-center location; gnome-control-center location; gnome-control-center privacy location");
+        row("KDE", "systemsettings; systemsettings5");
+        row("XFCE", "xfce4-settings-manager");
+        row("MATE", "mate-control-center");
+        row("X-Cinnamon", "cinnamon-settings");
+        row("LXQt", "lxqt-config");
+        row("i3", "");
+    }
+
+    void eachDesktopHasItsProgramForTheLocation()
+    {
+        QFETCH(QString, desktop);
+        QStringList commands;
+        for (const SettingsProgram &program : moorline::locationSettingsPrograms(desktop.split(u':')))
+            commands.append((QStringList(program.name) + program.arguments).join(u' '));
+        QTEST(commands.join(QStringLiteral("; ")), "commands");
+    }
+
     void noProgramIsTriedTwice()
     {
         const DesktopDock::State panel{.program = QStringLiteral("xfce4-panel")};
@@ -100,6 +132,23 @@ private Q_SLOTS:
         QTRY_COMPARE(started(), QStringLiteral("xfce4-settings-manager\n"));
     }
 
+    void theLocationPanelIsOpenedWhereThereIsOne()
+    {
+        QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("applications")));
+        QFile entry(m_folder->filePath(QStringLiteral("applications/gnome-location-panel.desktop")));
+        QVERIFY(entry.open(QIODevice::WriteOnly));
+        install(QStringLiteral("gnome-control-center"));
+        open({QStringLiteral("GNOME")}, SettingsPane::locationServices);
+        QTRY_COMPARE(started(), QStringLiteral("gnome-control-center location\n"));
+    }
+
+    void thePageInThePrivacyPanelIsOpenedWhereThereIsNone()
+    {
+        install(QStringLiteral("gnome-control-center"));
+        open({QStringLiteral("GNOME")}, SettingsPane::locationServices);
+        QTRY_COMPARE(started(), QStringLiteral("gnome-control-center privacy location\n"));
+    }
+
     void anotherDesktopsProgramIsNotStarted()
     {
         install(QStringLiteral("mate-control-center"));
@@ -109,10 +158,10 @@ private Q_SLOTS:
     }
 
 private:
-    static void open(const QStringList &desktopNames)
+    static void open(const QStringList &desktopNames, SettingsPane pane = SettingsPane::desktopAndDock)
     {
         const DesktopDock dock(nullptr, {});
-        DesktopSettings(dock, desktopNames).open(SettingsPane::desktopAndDock);
+        DesktopSettings(dock, desktopNames).open(pane);
     }
 
     QString record() const { return m_folder->filePath(QStringLiteral("started")); }
@@ -135,6 +184,7 @@ private:
     }
 
     QByteArray m_path;
+    QByteArray m_dataFolders;
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 

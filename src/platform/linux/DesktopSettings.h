@@ -9,6 +9,8 @@ namespace moorline {
 struct SettingsProgram {
     QString name;
     QStringList arguments = {};
+    /// A desktop entry without which these arguments mean nothing to the program. Empty where there is no such entry.
+    QString desktopEntry = {};
 
     bool operator==(const SettingsProgram &) const = default;
 };
@@ -16,6 +18,9 @@ struct SettingsProgram {
 /// Where the user can change the dock: first the dock's own settings, then those of the desktop.
 [[nodiscard]] QList<SettingsProgram> dockSettingsPrograms(
     const DesktopDock::State &dock, const QStringList &desktopNames);
+
+/// Where the user can say which programs may know where the machine is.
+[[nodiscard]] QList<SettingsProgram> locationSettingsPrograms(const QStringList &desktopNames);
 
 /// Starts the first of the desktop's settings programs that is installed.
 class DesktopSettings final : public SystemSettings {
@@ -25,6 +30,8 @@ public:
     void open(SettingsPane pane) override;
 
 private:
+    [[nodiscard]] QList<SettingsProgram> programs(SettingsPane pane) const;
+
     const DesktopDock &m_dock;
     QStringList m_desktopNames;
 };

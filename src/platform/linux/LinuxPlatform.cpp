@@ -6,7 +6,11 @@
 #include "platform/linux/DesktopPreferences.h"
 #include "platform/linux/DesktopSettings.h"
 #include "platform/linux/DockWindows.h"
+#include "platform/linux/GWeatherGeocoder.h"
+#include "platform/linux/GeoClueLocationManager.h"
 #include "platform/linux/NullAdapters.h"
+#include "platform/linux/NullWorkspace.h"
+#include "platform/linux/RouteMonitor.h"
 #include "platform/linux/StatusNotifierBar.h"
 #include "platform/linux/SvgSymbols.h"
 #include "platform/linux/X11PanelWindow.h"
@@ -17,6 +21,7 @@
 #include "platform/linux/XConnection.h"
 #include "platform/linux/XdgDirectories.h"
 #include "platform/qt/QtClock.h"
+#include "platform/qt/QtHttpClient.h"
 
 #include <QGuiApplication>
 
@@ -86,7 +91,7 @@ void addNothing(Platform &platform)
     platform.pointer = std::make_unique<NullPointer>();
     platform.panelWindow = std::make_unique<NullPanelWindow>();
     platform.windowServer = std::make_unique<NullWindowServer>();
-    platform.workspace = std::make_unique<Workspace>();
+    platform.workspace = std::make_unique<NullWorkspace>();
 }
 
 } // namespace
@@ -118,6 +123,11 @@ std::unique_ptr<Platform> createPlatform()
     platform->systemSettings = std::make_unique<DesktopSettings>(foundation->dock);
     platform->statusBar = std::make_unique<StatusNotifierBar>();
     platform->directories = std::make_unique<XdgDirectories>();
+    platform->httpClient = std::make_unique<QtHttpClient>(*platform->clock);
+    platform->network = std::make_unique<RouteMonitor>(*platform->clock);
+    platform->locationManager =
+        std::make_unique<GeoClueLocationManager>(*platform->clock, QGuiApplication::desktopFileName());
+    platform->geocoder = std::make_unique<GWeatherGeocoder>();
     platform->appBundles = std::make_unique<DesktopEntries>();
     platform->systemImages = std::make_unique<SvgSymbols>();
     platform->wordingCatalogue = QStringLiteral(":/wording/linux_en.qm");

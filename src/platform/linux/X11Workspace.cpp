@@ -8,6 +8,7 @@ X11Workspace::X11Workspace(const XConnection &connection)
     : m_connection(connection)
 {
     connect(&connection, &XConnection::propertyChanged, this, &X11Workspace::noteProperty);
+    connect(&m_sleep, &LogindSleep::didWake, this, &Workspace::didWake);
 }
 
 void X11Workspace::noteProperty(xcb_window_t window, xcb_atom_t name)

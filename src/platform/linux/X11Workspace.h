@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Workspace.h"
+#include "platform/linux/LogindSleep.h"
 
 #include <xcb/xcb.h>
 
@@ -18,6 +19,7 @@ private:
     void noteProperty(xcb_window_t window, xcb_atom_t name);
 
     const XConnection &m_connection;
+    LogindSleep m_sleep;
 };
 
 } // namespace moorline

@@ -2,6 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include <QDateTime>
 #include <QRectF>
 #include <QString>
 #include <QVariant>
@@ -13,6 +14,7 @@ namespace moorline {
 
 [[nodiscard]] QString toQString(NSString *text);
 [[nodiscard]] NSString *toNSString(const QString &text);
+[[nodiscard]] QDateTime toQDateTime(NSDate *date);
 [[nodiscard]] QRectF toQRectF(CGRect rect);
 [[nodiscard]] CGRect toCGRect(const QRectF &rect);
 

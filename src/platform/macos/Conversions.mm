@@ -1,7 +1,5 @@
 #import "platform/macos/Conversions.h"
 
-#include <QDateTime>
-
 namespace moorline {
 
 namespace {
@@ -42,11 +40,6 @@ QVariant variantFromData(NSData *data)
     return QByteArray(static_cast<const char *>(data.bytes), qsizetype(data.length));
 }
 
-QVariant variantFromDate(NSDate *date)
-{
-    return QDateTime::fromMSecsSinceEpoch(qRound64(date.timeIntervalSince1970 * 1000));
-}
-
 QVariant variantAtDepth(id object, int depth)
 {
     if (depth > maximumDepth)
@@ -62,7 +55,7 @@ QVariant variantAtDepth(id object, int depth)
     if ([object isKindOfClass:[NSData class]])
         return variantFromData(object);
     if ([object isKindOfClass:[NSDate class]])
-        return variantFromDate(object);
+        return toQDateTime(object);
     return {};
 }
 
@@ -80,6 +73,11 @@ NSString *toNSString(const QString &text)
 {
     return [NSString stringWithCharacters:reinterpret_cast<const unichar *>(text.utf16())
                                    length:NSUInteger(text.size())];
+}
+
+QDateTime toQDateTime(NSDate *date)
+{
+    return QDateTime::fromMSecsSinceEpoch(qRound64(date.timeIntervalSince1970 * 1000));
 }
 
 QRectF toQRectF(CGRect rect)

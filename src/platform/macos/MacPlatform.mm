@@ -2,6 +2,9 @@
 #import "platform/macos/CFPointer.h"
 #import "platform/macos/MacAppBundles.h"
 #import "platform/macos/MacDirectories.h"
+#import "platform/macos/MacGeocoder.h"
+#import "platform/macos/MacLocationManager.h"
+#import "platform/macos/MacNetwork.h"
 #import "platform/macos/MacPanelWindow.h"
 #import "platform/macos/MacPointer.h"
 #import "platform/macos/MacPreferences.h"
@@ -11,6 +14,7 @@
 #import "platform/macos/MacWindowServer.h"
 #import "platform/macos/MacWorkspace.h"
 #include "platform/qt/QtClock.h"
+#include "platform/qt/QtHttpClient.h"
 
 #import <AppKit/AppKit.h>
 #import <CoreGraphics/CoreGraphics.h>
@@ -54,6 +58,10 @@ std::unique_ptr<Platform> createPlatform()
     platform->preferences = std::make_unique<MacPreferences>();
     platform->systemSettings = std::make_unique<MacSystemSettings>();
     platform->directories = std::make_unique<MacDirectories>();
+    platform->httpClient = std::make_unique<QtHttpClient>(*platform->clock);
+    platform->network = std::make_unique<MacNetwork>();
+    platform->locationManager = std::make_unique<MacLocationManager>();
+    platform->geocoder = std::make_unique<MacGeocoder>();
     platform->appBundles = std::make_unique<MacAppBundles>();
     platform->systemImages = std::make_unique<MacSystemImages>();
     return platform;

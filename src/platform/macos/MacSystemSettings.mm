@@ -13,6 +13,8 @@ NSString *addressOf(SettingsPane pane)
     switch (pane) {
     case SettingsPane::desktopAndDock:
         return @"x-apple.systempreferences:com.apple.Desktop-Settings.extension";
+    case SettingsPane::locationServices:
+        return @"x-apple.systempreferences:com.apple.settings.PrivacySecurity.extension?Privacy_LocationServices";
     }
     Q_UNREACHABLE();
 }

@@ -12,6 +12,7 @@ public:
 private:
     NotificationObserver m_spaceObserver;
     NotificationObserver m_activationObserver;
+    NotificationObserver m_wakeObserver;
 };
 
 } // namespace moorline

@@ -40,6 +40,8 @@ extern "C" const NSNotificationName NSApplicationDidChangeScreenParametersNotifi
 extern "C" const NSNotificationName NSWorkspaceActiveSpaceDidChangeNotification;
 // https://developer.apple.com/documentation/appkit/nsworkspace/didactivateapplicationnotification
 extern "C" const NSNotificationName NSWorkspaceDidActivateApplicationNotification;
+// https://developer.apple.com/documentation/appkit/nsworkspace/didwakenotification
+extern "C" const NSNotificationName NSWorkspaceDidWakeNotification;
 
 // Screens
 

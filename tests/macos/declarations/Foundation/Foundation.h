@@ -2,6 +2,7 @@
 
 #include <CoreFoundation/CoreFoundation.h>
 #include <CoreGraphics/CoreGraphics.h>
+#include <dispatch/dispatch.h>
 #include <objc/objc.h>
 
 // Values
@@ -80,6 +81,16 @@ typedef unsigned short unichar;
 // https://developer.apple.com/documentation/foundation/nsdate
 @interface NSDate : NSObject
 @property (readonly) NSTimeInterval timeIntervalSince1970;
+@end
+
+// https://developer.apple.com/documentation/foundation/nstimezone
+@interface NSTimeZone : NSObject
+// https://developer.apple.com/documentation/foundation/nstimezone/name
+@property (readonly, copy) NSString *name;
+@end
+
+// https://developer.apple.com/documentation/foundation/nserror
+@interface NSError : NSObject
 @end
 
 // Collections

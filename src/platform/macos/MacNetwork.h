@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/Network.h"
+
+#import <Network/Network.h>
+
+namespace moorline {
+
+class MacNetwork final : public Network {
+public:
+    MacNetwork();
+    ~MacNetwork() override;
+
+private:
+    void setReachable(bool reachable);
+
+    const nw_path_monitor_t m_monitor;
+    /// True from the start: the first report tells how things are, not that they changed.
+    bool m_isReachable = true;
+};
+
+} // namespace moorline

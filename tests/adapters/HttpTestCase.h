@@ -1,0 +1,69 @@
+#pragma once
+
+#include "HttpServer.h"
+#include "fakes/FakeClock.h"
+#include "platform/qt/QtHttpClient.h"
+#include "support/TestCase.h"
+
+#include <QNetworkProxyFactory>
+#include <QThread>
+
+namespace moorline::test {
+
+/// The base of tests that ask a server on this machine under virtual time.
+class HttpTestCase : public TestCase {
+    Q_OBJECT
+protected Q_SLOTS:
+    void initTestCase()
+    {
+        // A proxy of the machine that the tests run on is none of their business.
+        QNetworkProxyFactory::setUseSystemConfiguration(false);
+        QCoreApplication::setApplicationName(QStringLiteral("Moorline"));
+        QCoreApplication::setApplicationVersion(QStringLiteral("1.2.3"));
+    }
+
+    void init()
+    {
+        TestCase::init();
+        m_answers.clear();
+        m_clock = std::make_unique<FakeClock>();
+        m_client = std::make_unique<QtHttpClient>(*m_clock);
+    }
+
+    void cleanup()
+    {
+        m_request.reset();
+        m_client.reset();
+        TestCase::cleanup();
+    }
+
+protected:
+    using Request = std::unique_ptr<HttpClient::Request>;
+
+    /// What comes of it is appended to the answers.
+    [[nodiscard]] Request get(const QUrl &url)
+    {
+        return m_client->get(url, [this](const HttpAnswer &answer) {
+            m_cameFromMainThread = QThread::currentThread() == qApp->thread();
+            m_answers.append(answer);
+        });
+    }
+
+    /// The one answer, which must come without virtual time passing. Of an impossible status when none comes.
+    [[nodiscard]] HttpAnswer answerTo(const QUrl &url)
+    {
+        m_answers.clear();
+        m_request = get(url);
+        const bool isAnswered = QTest::qWaitFor([this] { return !m_answers.isEmpty(); }, 30'000);
+        const HttpAnswer none{.failure = std::nullopt, .status = -1, .contentType = {}, .body = {}};
+        return isAnswered ? m_answers.first() : none;
+    }
+
+    std::unique_ptr<FakeClock> m_clock;
+    std::unique_ptr<QtHttpClient> m_client;
+    Request m_request;
+    QList<HttpAnswer> m_answers;
+    bool m_cameFromMainThread = false;
+};
+
+} // namespace moorline::test
