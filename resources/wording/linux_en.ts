@@ -9,6 +9,13 @@
     </message>
 </context>
 <context>
+    <name>LocationStatus</name>
+    <message>
+        <source>Denied — falling back to your IP address. Enable it in System Settings › Privacy &amp; Security › Location Services.</source>
+        <translation>Denied — falling back to your IP address. Enable it in your desktop’s privacy settings.</translation>
+    </message>
+</context>
+<context>
     <name>moorline::AutoHideNudge</name>
     <message>
         <source>The macOS Dock is sitting underneath this one. Turn on auto-hide to clear the space.</source>

@@ -3,6 +3,7 @@
 #include "app/LiveSnapshot.h"
 #include "app/PreviewRenderer.h"
 #include "app/StatusItem.h"
+#include "app/WeatherServers.h"
 #include "dock/DockBarView.h"
 
 namespace moorline {
@@ -29,6 +30,9 @@ AppDelegate::AppDelegate(Platform &platform, RunPlan plan, Outlets outlets)
     , m_spaceProbe(*platform.windowServer)
     , m_symbols(*platform.systemImages)
     , m_timeKeeper(*platform.clock)
+    , m_locationService(*platform.locationManager, *platform.geocoder, *platform.clock)
+    , m_weatherService({m_store, *platform.clock, *platform.httpClient, m_locationService,
+          m_plan.weatherOrigin ? weatherEndpoints(*m_plan.weatherOrigin) : publicWeatherEndpoints(), m_plan.debug})
     , m_windowController({m_store, m_systemDock, m_spaceProbe, *platform.clock, *platform.screens, *platform.pointer,
                              *platform.windowServer, *platform.workspace, *platform.panelWindow, m_plan.debug},
           [this](std::function<void(qreal)> contentWidthChange) { return makeBar(std::move(contentWidthChange)); })
@@ -36,6 +40,16 @@ AppDelegate::AppDelegate(Platform &platform, RunPlan plan, Outlets outlets)
 }
 
 AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::startServices()
+{
+    m_timeKeeper.start();
+    // What could not be fetched while there was no network, or is hours old after a sleep, is worth asking for at once.
+    connect(m_platform.network.get(), &Network::becameReachable, &m_weatherService, &WeatherService::refresh);
+    connect(m_platform.workspace.get(), &Workspace::didWake, &m_weatherService, &WeatherService::refresh);
+    connect(&m_locationService, &LocationService::authorizationGranted, &m_weatherService, &WeatherService::refresh);
+    m_weatherService.start();
+}
 
 void AppDelegate::applicationDidFinishLaunching()
 {
@@ -54,7 +68,7 @@ void AppDelegate::applicationDidFinishLaunching()
 
 void AppDelegate::runPreview()
 {
-    m_timeKeeper.start();
+    startServices();
     m_pictureTimer = m_platform.clock->after(previewDelay, [this] {
         PreviewRenderer([this] { return makeBar([](qreal) {}); }).render(*m_plan.previewPath);
         m_outlets.terminate();
@@ -71,7 +85,7 @@ void AppDelegate::runImport()
 
 void AppDelegate::runBar()
 {
-    m_timeKeeper.start();
+    startServices();
     m_windowController.show();
     m_statusItem = std::make_unique<StatusItem>(m_store, *m_platform.statusBar, m_symbols, commands());
     // Once the panel is painted: asking a tray that hangs for its place would hold everything up.
@@ -96,8 +110,9 @@ BarCommands AppDelegate::commands() const
 
 std::unique_ptr<DockBarView> AppDelegate::makeBar(std::function<void(qreal)> contentWidthChange)
 {
-    return std::make_unique<DockBarView>(DockBarView::Context{m_store, m_timeKeeper, m_systemDock, *m_platform.clock,
-                                             *m_platform.screens, m_symbols, commands(), nullptr},
+    return std::make_unique<DockBarView>(
+        DockBarView::Context{m_store, m_timeKeeper, m_systemDock, *m_platform.clock, *m_platform.screens, m_symbols,
+            m_weatherService, commands(), nullptr, nullptr},
         std::move(contentWidthChange));
 }
 

@@ -12,6 +12,8 @@
 #include "system/SystemDock.h"
 #include "theme/Symbols.h"
 #include "time/TimeKeeper.h"
+#include "weather/LocationService.h"
+#include "weather/WeatherService.h"
 
 namespace moorline {
 
@@ -45,6 +47,7 @@ private:
     void runPreview();
     void runImport();
     void runBar();
+    void startServices();
     void scheduleSnapshot();
     [[nodiscard]] BarCommands commands() const;
     [[nodiscard]] std::unique_ptr<DockBarView> makeBar(std::function<void(qreal)> contentWidthChange);
@@ -60,6 +63,8 @@ private:
     SpaceProbe m_spaceProbe;
     Symbols m_symbols;
     TimeKeeper m_timeKeeper;
+    LocationService m_locationService;
+    WeatherService m_weatherService;
     DockWindowController m_windowController;
     std::unique_ptr<StatusItem> m_statusItem;
     std::unique_ptr<Clock::Timer> m_statusTimer;

@@ -10,6 +10,8 @@
 #include "time/CalendarWidget.h"
 #include "time/ClockWidget.h"
 #include "time/MonthCounterWidget.h"
+#include "weather/ForecastWidget.h"
+#include "weather/WeatherWidget.h"
 
 #include <QMenu>
 #include <cmath>
@@ -98,7 +100,9 @@ BarWidget *DockBarView::widgetView(WidgetKind kind) const
     case WidgetKind::monthCounter:
         return new MonthCounterWidget(m_context.keeper);
     case WidgetKind::weather:
+        return new WeatherWidget({m_context.weather, m_context.symbols, m_context.openWeatherApp});
     case WidgetKind::forecast:
+        return new ForecastWidget({m_context.weather, m_context.symbols, m_context.openWeatherApp});
     case WidgetKind::music:
     case WidgetKind::appShortcut:
     case WidgetKind::recentApps:

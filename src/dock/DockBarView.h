@@ -14,6 +14,7 @@ class Pill;
 class Screens;
 class SystemDock;
 class TimeKeeper;
+class WeatherService;
 
 /// The content of the panel: the pill with its widgets and, above it, the nudge about the desktop's dock.
 /// The body stands centred at the bottom of whatever size the view is given.
@@ -28,15 +29,20 @@ public:
         Clock &clock;
         const Screens &screens;
         const Symbols &symbols;
+        const WeatherService &weather;
         BarCommands commands;
         /// What plays now; nothing ever did while there is no such function.
         std::function<Playback()> playback;
+        /// What a click on the weather does; nothing while there is no such function.
+        std::function<void()> openWeatherApp;
     };
     /// Receives the width the content needs, in points.
     using ContentWidthChange = std::function<void(qreal)>;
 
     DockBarView(Context context, ContentWidthChange onContentWidthChange);
     ~DockBarView() override;
+
+    [[nodiscard]] Clock &clock() const { return m_context.clock; }
 
     /// Begin and end the task that looks every two seconds whether the nudge and the music widget have their place.
     void appear();

@@ -64,14 +64,22 @@ void Pill::setRow(const QList<Entry> &row)
 void Pill::layOut()
 {
     qreal x = pillLeadingPadding;
+    bool isFirst = true;
     for (qsizetype i = 0; i < m_row.size(); ++i) {
-        if (i > 0) {
-            QGraphicsWidget *divider = m_separators[i - 1];
+        BarWidget *widget = m_row[i].widget;
+        // A widget that has nothing to show yet takes no place, and needs none kept from its neighbours.
+        const bool isEmpty = widget->size().width() <= 0;
+        QGraphicsWidget *divider = i > 0 ? m_separators[i - 1] : nullptr;
+        if (divider)
+            divider->setVisible(!isEmpty && !isFirst);
+        if (isEmpty)
+            continue;
+        if (!isFirst) {
             if (divider)
                 divider->setGeometry(x + dividerPadding, 0, dividerWidth, pillHeight);
             x += separatorWidth(divider);
         }
-        BarWidget *widget = m_row[i].widget;
+        isFirst = false;
         widget->setPos(x, std::round((pillHeight - widget->size().height()) / 2));
         // Whole points keep the hairlines to the right of a text sharp.
         x += std::ceil(widget->size().width());

@@ -1,6 +1,6 @@
 #include "dock/RectText.h"
 
-#include "system/ScriptedSystemDockControl.h"
+#include "system/DecimalText.h"
 
 namespace moorline {
 

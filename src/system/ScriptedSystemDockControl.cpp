@@ -1,8 +1,8 @@
 #include "system/ScriptedSystemDockControl.h"
 
 #include "system/AppleScriptRunner.h"
+#include "system/DecimalText.h"
 
-#include <QLocale>
 #include <QProcess>
 #include <QScopedPointer>
 #include <coroutine>
@@ -92,12 +92,6 @@ QCoro::Task<bool> ScriptedSystemDockControl::setRevealDelay(double seconds)
         co_return false;
     // The Dock reads the delay when it starts.
     co_return co_await run(programs.killall, QStringList(QStringLiteral("Dock"))) != Ending::notStarted;
-}
-
-QString decimalText(double value)
-{
-    const QString text = QString::number(value, 'f', QLocale::FloatingPointShortest);
-    return text.contains(u'.') ? text : text + QStringLiteral(".0");
 }
 
 } // namespace moorline

@@ -8,9 +8,6 @@ namespace moorline {
 
 class AppleScriptRunner;
 
-/// Shortest decimal text that reads back as the same number, always with a fraction: "0.5", "1.0".
-[[nodiscard]] QString decimalText(double value);
-
 /// macOS's Dock, changed from outside: auto-hide by a script to System Events, the delay by a preference and a restart.
 class ScriptedSystemDockControl final : public SystemDockControl {
 public:

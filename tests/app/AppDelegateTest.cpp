@@ -32,6 +32,10 @@ struct Program {
         platform.directories = std::make_unique<TemporaryDirectories>();
         platform.appBundles = std::make_unique<FakeAppBundles>();
         platform.systemImages = std::make_unique<FakeSystemImages>();
+        platform.httpClient = std::make_unique<FakeHttpClient>();
+        platform.network = std::make_unique<FakeNetwork>();
+        platform.locationManager = std::make_unique<FakeLocationManager>();
+        platform.geocoder = std::make_unique<FakeGeocoder>();
         delegate = std::make_unique<AppDelegate>(platform, std::move(plan),
             AppDelegate::Outlets{[this] {
                                      ++imports;
@@ -42,6 +46,12 @@ struct Program {
 
     void advance(std::chrono::milliseconds duration) { static_cast<FakeClock &>(*platform.clock).advance(duration); }
     [[nodiscard]] qsizetype timers() const { return static_cast<FakeClock &>(*platform.clock).runningTimers(); }
+
+    [[nodiscard]] FakeHttpClient &http() { return static_cast<FakeHttpClient &>(*platform.httpClient); }
+    [[nodiscard]] FakeLocationManager &location()
+    {
+        return static_cast<FakeLocationManager &>(*platform.locationManager);
+    }
 
     Platform platform;
     ImportResult importResult;
@@ -56,6 +66,14 @@ void expectTrayWarning()
 {
     QTest::ignoreMessage(
         QtWarningMsg, "QObject::connect: No such signal QPlatformNativeInterface::systemTrayWindowChanged(QScreen*)");
+}
+
+/// As far as a program gets before any time has passed.
+void launch(Program &program)
+{
+    expectTrayWarning();
+    program.delegate->applicationDidFinishLaunching();
+    program.advance(0ms);
 }
 
 RunPlan plan(RunMode mode)
@@ -81,6 +99,63 @@ private Q_SLOTS:
         QCOMPARE(program.terminations, 0);
         QCOMPARE(program.imports, 0);
         QVERIFY(program.printed.isEmpty());
+    }
+
+    void theWeatherIsAskedForAtTheStart()
+    {
+        Program program(plan(RunMode::normal));
+        launch(program);
+        QCOMPARE(program.http().requested, QList<QUrl>{QUrl(QStringLiteral("https://ipwho.is/"))});
+    }
+
+    void theWeatherIsAskedForAgainWhenThereIsReason_data()
+    {
+        QTest::addColumn<std::function<void(Program &)>>("happen");
+        const auto row = [](const char *name, const std::function<void(Program &)> &happen) {
+            QTest::newRow(name) << happen;
+        };
+        row("the network is back", [](Program &program) { Q_EMIT program.platform.network->becameReachable(); });
+        row("the machine woke", [](Program &program) { Q_EMIT program.platform.workspace->didWake(); });
+        row("ten minutes went by", [](Program &program) { program.advance(600s); });
+        row("the settings changed", [](Program &program) {
+            program.delegate->store().pin({QUrl::fromLocalFile(QStringLiteral("/tmp/notes.txt"))});
+        });
+    }
+    void theWeatherIsAskedForAgainWhenThereIsReason()
+    {
+        QFETCH(const std::function<void(Program &)>, happen);
+        Program program(plan(RunMode::normal));
+        launch(program);
+        happen(program);
+        QCOMPARE(program.http().requested.size(), 2);
+        QCOMPARE(program.http().running(), 1);
+    }
+
+    void aPermissionThatIsGivenIsUsedAtOnce()
+    {
+        Program program(plan(RunMode::normal));
+        launch(program);
+        QCOMPARE(program.location().timesPermissionAsked, 1);
+        program.location().decide(LocationAuthorization::authorized);
+        QCOMPARE(program.location().timesLocationAsked, 1);
+        QCOMPARE(program.http().running(), 0);
+    }
+
+    void aPreviewWaitsForTheWeatherToo()
+    {
+        RunPlan preview = plan(RunMode::render);
+        preview.previewPath = QStringLiteral("/nowhere/at/all.png");
+        preview.weatherOrigin = QUrl(QStringLiteral("http://localhost:8080"));
+        Program program(preview);
+        program.delegate->applicationDidFinishLaunching();
+        QCOMPARE(program.http().requested, QList<QUrl>{QUrl(QStringLiteral("http://localhost:8080/"))});
+    }
+
+    void anImportAsksForNoWeather()
+    {
+        Program program(plan(RunMode::importDock));
+        program.delegate->applicationDidFinishLaunching();
+        QVERIFY(program.http().requested.isEmpty());
     }
 
     void theImportPrintsItsReportAndEnds()

@@ -58,6 +58,14 @@ private Q_SLOTS:
         QCOMPARE(displayNeed(plan), DisplayNeed::optional);
     }
 
+    void aServerMayStandInForTheWeathersOwn()
+    {
+        QProcessEnvironment environment;
+        environment.insert(QStringLiteral("MOORLINE_WEATHER_ORIGIN"), QStringLiteral("http://localhost:8080"));
+        QCOMPARE(runPlan(environment).weatherOrigin, QUrl(QStringLiteral("http://localhost:8080")));
+        QVERIFY(!planFor({render}).weatherOrigin);
+    }
+
     void presenceCountsAndNotTheValue()
     {
         QProcessEnvironment environment;

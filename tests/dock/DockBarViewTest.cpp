@@ -82,6 +82,34 @@ private Q_SLOTS:
         QCOMPARE(bar->row(), (QList<WidgetKind>{WidgetKind::monthCounter, WidgetKind::calendar, WidgetKind::clock}));
     }
 
+    void showsTheWeather()
+    {
+        Fixture fixture;
+        fixture.change([](Settings &settings) {
+            settings.enabledWidgets = {WidgetKind::weather, WidgetKind::forecast};
+            settings.useCurrentLocation = false;
+        });
+        const auto bar = fixture.make();
+        QCOMPARE(bar->row(), (QList<WidgetKind>{WidgetKind::weather, WidgetKind::forecast}));
+        const qreal loading = fixture.widths.last();
+        fixture.weather.start();
+        QVERIFY(fixture.httpClient.answerJson(R"({"current": {"temperature_2m": 1, "relative_humidity_2m": 2,
+            "apparent_temperature": 3, "is_day": 1, "weather_code": 0, "wind_speed_10m": 4},
+            "daily": {"time": ["2025-03-04"]}})"));
+        QVERIFY(fixture.widths.last() > loading);
+    }
+
+    void aClickOnTheWeatherOpensItsApplication()
+    {
+        Fixture fixture;
+        fixture.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::weather}; });
+        DockHostingView view(fixture.make());
+        view.resize(600, 98);
+        view.show();
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(300, 49));
+        QCOMPARE(fixture.timesWeatherAppOpened, 1);
+    }
+
     void aChangeOfOtherSettingsKeepsTheWidgets()
     {
         Fixture fixture;

@@ -1,13 +1,15 @@
 #pragma once
 
 #include "fakes/FakeClock.h"
+#include "fakes/FakeHttpClient.h"
+#include "fakes/FakeLocation.h"
 #include "fakes/FakePanelWindow.h"
 #include "fakes/FakePointer.h"
 #include "fakes/FakePreferences.h"
 #include "fakes/FakeScreens.h"
 #include "fakes/FakeSystem.h"
 #include "fakes/FakeWindowServer.h"
-#include "platform/Directories.h"
+#include "fakes/TemporaryDirectories.h"
 
 #include "dock/DockBarView.h"
 #include "dock/DockWindowController.h"
@@ -16,18 +18,10 @@
 #include "system/SystemDock.h"
 #include "theme/Symbols.h"
 #include "time/TimeKeeper.h"
-
-#include <QTemporaryDir>
+#include "weather/LocationService.h"
+#include "weather/WeatherService.h"
 
 namespace moorline::test {
-
-class TemporaryDirectories final : public Directories {
-public:
-    [[nodiscard]] QString applicationSupport() const override { return m_root.path(); }
-
-private:
-    QTemporaryDir m_root;
-};
 
 /// Everything a bar is built on, faked. The desktop's dock hides by itself until told otherwise.
 struct DockFixture {
@@ -44,7 +38,8 @@ struct DockFixture {
 
     DockBarView::Context barContext()
     {
-        return {store, keeper, systemDock, clock, screens, symbols, commands, [this] { return playback; }};
+        return {store, keeper, systemDock, clock, screens, symbols, weather, commands, [this] { return playback; },
+            [this] { ++timesWeatherAppOpened; }};
     }
 
     DockWindowController::Context controllerContext()
@@ -76,6 +71,12 @@ struct DockFixture {
     SystemDock systemDock{preferences, windowServer, dockControl, systemSettings};
     SpaceProbe spaceProbe{windowServer};
     Symbols symbols{images};
+    FakeHttpClient httpClient;
+    FakeLocationManager locationManager;
+    FakeGeocoder geocoder;
+    LocationService location{locationManager, geocoder, clock};
+    WeatherService weather{{store, clock, httpClient, location, WeatherEndpoints(), false}};
+    int timesWeatherAppOpened = 0;
     BarCommands commands;
     Playback playback;
     /// What the controller gave the bar it built.

@@ -27,7 +27,8 @@ QList<qreal> dividers(const Pill &pill)
 {
     QList<qreal> places;
     for (const QGraphicsItem *item : pill.childItems()) {
-        if (const auto *divider = dynamic_cast<const WidgetDivider *>(item))
+        const auto *divider = dynamic_cast<const WidgetDivider *>(item);
+        if (divider && divider->isVisibleTo(&pill))
             places.append(divider->x());
     }
     return places;
@@ -73,6 +74,39 @@ private Q_SLOTS:
         QCOMPARE(dividers(pill), (QList<qreal>{16 + 50 + 14}));
         QCOMPARE(second->x(), 16.0 + 50 + 14 + 1 + 14);
         QCOMPARE(pill.size().width(), 16.0 + 50 + 29 + 40 + 20);
+    }
+
+    void anEmptyWidgetTakesNoPlace_data()
+    {
+        QTest::addColumn<int>("empty");
+        QTest::newRow("first") << 0;
+        QTest::newRow("in the middle") << 1;
+        QTest::newRow("last") << 2;
+    }
+    void anEmptyWidgetTakesNoPlace()
+    {
+        QFETCH(const int, empty);
+        Pill pill;
+        QList<Block *> blocks;
+        for (int i = 0; i < 3; ++i)
+            blocks.append(new Block(i == empty ? QSizeF(0, 0) : QSizeF(50, 30)));
+        pill.setRow({{WidgetKind::weather, blocks[0]}, {WidgetKind::clock, blocks[1]}, {WidgetKind::music, blocks[2]}});
+        QCOMPARE(pill.size().width(), 16.0 + 50 + 29 + 50 + 20);
+        QCOMPARE(dividers(pill), (QList<qreal>{16 + 50 + 14}));
+        blocks[empty]->grow({50, 30});
+        QCOMPARE(pill.size().width(), 16.0 + 50 + 29 + 50 + 29 + 50 + 20);
+        QCOMPARE(dividers(pill).size(), 2);
+    }
+
+    void anEmptyForecastLeavesNoGap()
+    {
+        Pill pill;
+        auto *forecast = new Block({0, 0});
+        pill.setRow({{WidgetKind::weather, new Block({50, 30})}, {WidgetKind::forecast, forecast}});
+        QCOMPARE(pill.size().width(), 16.0 + 50 + 20);
+        forecast->grow({40, 30});
+        QCOMPARE(forecast->x(), 16.0 + 50 + 14);
+        QCOMPARE(pill.size().width(), 16.0 + 50 + 14 + 40 + 20);
     }
 
     void theTwoWeatherWidgetsReadAsOne()

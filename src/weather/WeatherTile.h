@@ -1,0 +1,41 @@
+#pragma once
+
+#include "theme/BarWidget.h"
+
+#include <functional>
+
+namespace moorline {
+
+class Symbols;
+class WeatherService;
+
+/// What the two weather widgets have in common: they follow the service, and a click opens the weather application.
+class WeatherTile : public BarWidget {
+    Q_OBJECT
+public:
+    /// Everything lent here outlives the widget.
+    struct Context {
+        const WeatherService &service;
+        const Symbols &symbols;
+        /// Nothing happens on a click while there is no such function.
+        std::function<void()> openWeatherApp;
+    };
+
+    WeatherTile(Context context, QGraphicsItem *parent);
+
+protected:
+    [[nodiscard]] const WeatherService &service() const { return m_context.service; }
+    [[nodiscard]] const Symbols &symbols() const { return m_context.symbols; }
+    /// Looks what there is to show now.
+    virtual void refresh() = 0;
+
+    void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
+
+private:
+    Context m_context;
+    bool m_pressed = false;
+};
+
+} // namespace moorline

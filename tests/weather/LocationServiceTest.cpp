@@ -1,0 +1,359 @@
+#include "weather/LocationService.h"
+
+#include "fakes/FakeClock.h"
+#include "fakes/FakeLocation.h"
+#include "support/TestCase.h"
+
+#include <QSignalSpy>
+
+using namespace moorline;
+using namespace moorline::test;
+using namespace std::chrono_literals;
+using Availability = LocationService::Availability;
+
+namespace {
+
+const Placemark munich{QStringLiteral("Munich"), QStringLiteral("Munich District"), QStringLiteral("Bavaria"),
+    QStringLiteral("Germany"), QStringLiteral("Europe/Berlin")};
+
+/// What became of one question for the location.
+struct Answer {
+    bool came = false;
+    std::optional<WeatherLocation> location;
+};
+
+struct Fixture {
+    explicit Fixture(LocationAuthorization authorization = LocationAuthorization::authorized)
+    {
+        manager.authorization = authorization;
+        service = std::make_unique<LocationService>(manager, geocoder, clock);
+    }
+
+    QCoro::Task<> ask(Answer &answer)
+    {
+        answer.location = co_await service->currentLocation(8s);
+        answer.came = true;
+    }
+
+    [[nodiscard]] PositionFix fixOfAge(std::chrono::milliseconds age) const
+    {
+        return {48.14, 11.58, clock.now().addMSecs(-age.count())};
+    }
+
+    void deliver(const QList<PositionFix> &fixes) { Q_EMIT manager.didUpdateLocations(fixes); }
+
+    FakeClock clock;
+    FakeLocationManager manager;
+    FakeGeocoder geocoder;
+    std::unique_ptr<LocationService> service;
+};
+
+/// The location that one placemark, or none, makes of a fresh fix.
+WeatherLocation described(const QList<Placemark> &placemarks)
+{
+    Fixture fixture;
+    fixture.manager.known = fixture.fixOfAge(0s);
+    Answer answer;
+    [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+    fixture.geocoder.answer(placemarks);
+    return answer.location.value_or(WeatherLocation());
+}
+
+} // namespace
+
+class LocationServiceTest final : public TestCase {
+    Q_OBJECT
+private Q_SLOTS:
+    void availabilityFollowsTheSystem_data()
+    {
+        QTest::addColumn<bool>("isEnabled");
+        QTest::addColumn<LocationAuthorization>("authorization");
+        QTest::addColumn<Availability>("availability");
+        QTest::newRow("undecided") << true << LocationAuthorization::notDetermined << Availability::notDetermined;
+        QTest::newRow("restricted") << true << LocationAuthorization::restricted << Availability::restricted;
+        QTest::newRow("denied") << true << LocationAuthorization::denied << Availability::denied;
+        QTest::newRow("authorized") << true << LocationAuthorization::authorized << Availability::authorized;
+        QTest::newRow("something new") << true << LocationAuthorization::unknown << Availability::denied;
+        QTest::newRow("off") << false << LocationAuthorization::authorized << Availability::servicesOff;
+        QTest::newRow("off, undecided") << false << LocationAuthorization::notDetermined << Availability::servicesOff;
+    }
+    void availabilityFollowsTheSystem()
+    {
+        QFETCH(const bool, isEnabled);
+        QFETCH(const LocationAuthorization, authorization);
+        Fixture fixture(LocationAuthorization::notDetermined);
+        fixture.manager.isEnabled = isEnabled;
+        fixture.manager.decide(authorization);
+        QTEST(fixture.service->availability(), "availability");
+        // Also as it is found at the start.
+        fixture.service = std::make_unique<LocationService>(fixture.manager, fixture.geocoder, fixture.clock);
+        QTEST(fixture.service->availability(), "availability");
+    }
+
+    void availabilityIsAnnouncedOnlyWhenItChanges()
+    {
+        Fixture fixture(LocationAuthorization::notDetermined);
+        QSignalSpy changed(fixture.service.get(), &LocationService::availabilityChanged);
+        fixture.manager.decide(LocationAuthorization::notDetermined);
+        QCOMPARE(changed.size(), 0);
+        fixture.manager.decide(LocationAuthorization::denied);
+        fixture.manager.decide(LocationAuthorization::denied);
+        QCOMPARE(changed.size(), 1);
+    }
+
+    void aYesIsAnnouncedAndANoIsNot()
+    {
+        Fixture fixture(LocationAuthorization::notDetermined);
+        QSignalSpy granted(fixture.service.get(), &LocationService::authorizationGranted);
+        fixture.manager.decide(LocationAuthorization::denied);
+        QCOMPARE(granted.size(), 0);
+        fixture.manager.decide(LocationAuthorization::authorized);
+        QCOMPARE(granted.size(), 1);
+    }
+
+    void theFirstQuestionAsksForPermissionAndDoesNotWait()
+    {
+        Fixture fixture(LocationAuthorization::notDetermined);
+        Answer answer;
+        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+        QVERIFY(answer.came && !answer.location);
+        QCOMPARE(fixture.manager.timesPermissionAsked, 1);
+        QCOMPARE(fixture.manager.timesLocationAsked, 0);
+        QCOMPARE(fixture.clock.runningTimers(), 0);
+    }
+
+    void withoutPermissionNobodyIsAsked()
+    {
+        for (const auto refused : {LocationAuthorization::denied, LocationAuthorization::restricted}) {
+            Fixture fixture(refused);
+            fixture.manager.known = fixture.fixOfAge(0s);
+            Answer answer;
+            [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+            QVERIFY(answer.came && !answer.location);
+            QCOMPARE(fixture.manager.timesPermissionAsked, 0);
+            QCOMPARE(fixture.manager.timesLocationAsked, 0);
+        }
+    }
+
+    void permissionIsLookedAtAnewForEachQuestion()
+    {
+        Fixture fixture(LocationAuthorization::denied);
+        fixture.manager.authorization = LocationAuthorization::authorized;
+        Answer answer;
+        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+        QVERIFY(!answer.came);
+        QCOMPARE(fixture.service->availability(), Availability::authorized);
+    }
+
+    void aPositionOf299SecondsIsUsedWithoutAsking()
+    {
+        Fixture fixture;
+        fixture.manager.known = fixture.fixOfAge(299s);
+        Answer answer;
+        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+        QCOMPARE(fixture.manager.timesLocationAsked, 0);
+        QVERIFY(fixture.geocoder.answer({munich}));
+        QCOMPARE(answer.location->name, QStringLiteral("Munich"));
+    }
+
+    void aPositionOf300SecondsIsTooOld()
+    {
+        Fixture fixture;
+        fixture.manager.known = fixture.fixOfAge(300s);
+        Answer answer;
+        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+        QCOMPARE(fixture.manager.timesLocationAsked, 1);
+        QVERIFY(fixture.geocoder.questions.isEmpty());
+    }
+
+    void aPositionFromTomorrowIsNotBelieved()
+    {
+        Fixture fixture;
+        fixture.manager.known = fixture.fixOfAge(-24h);
+        Answer answer;
+        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+        QCOMPARE(fixture.manager.timesLocationAsked, 1);
+    }
+
+    void theLastOfSeveralPositionsCounts()
+    {
+        Fixture fixture;
+        Answer answer;
+        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+        fixture.deliver({{1, 2, fixture.clock.now()}, {48.14, 11.58, fixture.clock.now()}});
+        QCOMPARE(fixture.geocoder.questions.size(), 1);
+        QCOMPARE(fixture.geocoder.questions.first().latitude, 48.14);
+        QCOMPARE(fixture.geocoder.questions.first().longitude, 11.58);
+        QVERIFY(fixture.geocoder.answer({}));
+        QVERIFY(answer.came);
+    }
+
+    void anEmptyListOfPositionsIsNone()
+    {
+        Fixture fixture;
+        Answer answer;
+        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+        fixture.deliver({});
+        QVERIFY(answer.came && !answer.location);
+    }
+
+    void aFailureIsNoPosition()
+    {
+        Fixture fixture;
+        Answer answer;
+        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+        Q_EMIT fixture.manager.didFail();
+        QVERIFY(answer.came && !answer.location);
+        QCOMPARE(fixture.clock.runningTimers(), 0);
+    }
+
+    void twoCallersShareOneRequestAndItsAnswer()
+    {
+        Fixture fixture;
+        Answer one;
+        Answer other;
+        [[maybe_unused]] const auto unwatchedOne = fixture.ask(one);
+        fixture.clock.advance(5s);
+        [[maybe_unused]] const auto unwatchedOther = fixture.ask(other);
+        QCOMPARE(fixture.manager.timesLocationAsked, 1);
+        fixture.deliver({fixture.fixOfAge(0s)});
+        QVERIFY(fixture.geocoder.answer({munich}));
+        QVERIFY(fixture.geocoder.answer({munich}));
+        QVERIFY(one.location.has_value());
+        QCOMPARE(one.location, other.location);
+    }
+
+    void everyCallerGivesUpWhenNothingComesInTime()
+    {
+        Fixture fixture;
+        Answer one;
+        Answer other;
+        [[maybe_unused]] const auto unwatchedOne = fixture.ask(one);
+        fixture.clock.advance(5s);
+        [[maybe_unused]] const auto unwatchedOther = fixture.ask(other);
+        // The one who came last starts the time anew, for all.
+        fixture.clock.advance(7999ms);
+        QVERIFY(!one.came && !other.came);
+        fixture.clock.advance(1ms);
+        QVERIFY(one.came && !one.location);
+        QVERIFY(other.came && !other.location);
+        QCOMPARE(fixture.clock.runningTimers(), 0);
+    }
+
+    void aLateFixIsIgnored()
+    {
+        Fixture fixture;
+        Answer answer;
+        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+        fixture.clock.advance(8s);
+        fixture.deliver({fixture.fixOfAge(0s)});
+        QVERIFY(answer.came && !answer.location);
+        QVERIFY(fixture.geocoder.questions.isEmpty());
+        QVERIFY(!fixture.service->lastFix());
+    }
+
+    void afterATimeoutTheSystemIsAskedAgain()
+    {
+        Fixture fixture;
+        Answer answer;
+        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+        fixture.clock.advance(8s);
+        Answer again;
+        [[maybe_unused]] const auto unwatchedAgain = fixture.ask(again);
+        QCOMPARE(fixture.manager.timesLocationAsked, 2);
+        QVERIFY(!again.came);
+    }
+
+    void aPlaceTakesAllFromItsPlacemark()
+    {
+        const WeatherLocation expected{QStringLiteral("Munich"), QStringLiteral("Bavaria"), QStringLiteral("Germany"),
+            48.14, 11.58, QStringLiteral("Europe/Berlin")};
+        QCOMPARE(described({munich}), expected);
+    }
+
+    void onlyTheFirstPlacemarkCounts()
+    {
+        Placemark other;
+        other.locality = QStringLiteral("Elsewhere");
+        QCOMPARE(described({munich, other}).name, QStringLiteral("Munich"));
+    }
+
+    void aPlaceWithoutATownIsNamedAfterItsCounty()
+    {
+        Placemark place = munich;
+        place.locality.reset();
+        QCOMPARE(described({place}).name, QStringLiteral("Munich District"));
+        place.subAdministrativeArea.reset();
+        QCOMPARE(described({place}).name, QStringLiteral("Bavaria"));
+        place.administrativeArea.reset();
+        QCOMPARE(described({place}).name, QStringLiteral("Current location"));
+        QCOMPARE(described({place}).country, QStringLiteral("Germany"));
+    }
+
+    void aPlaceWithoutAZoneIsInTheSystemsZone()
+    {
+        Placemark place = munich;
+        place.timeZone.reset();
+        QCOMPARE(described({place}).timezone, QStringLiteral("UTC"));
+    }
+
+    void aPlaceThatNobodyKnowsIsTheCurrentLocation()
+    {
+        const WeatherLocation expected{
+            QStringLiteral("Current location"), std::nullopt, std::nullopt, 48.14, 11.58, QStringLiteral("UTC")};
+        QCOMPARE(described({}), expected);
+    }
+
+    void aSilentGeocoderLeavesThePlaceUnnamed()
+    {
+        Fixture fixture;
+        fixture.manager.known = fixture.fixOfAge(0s);
+        Answer answer;
+        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+        fixture.clock.advance(LocationService::namingLimit - 1ms);
+        QVERIFY(!answer.came);
+        fixture.clock.advance(1ms);
+        QCOMPARE(answer.location->name, QStringLiteral("Current location"));
+        QVERIFY(fixture.geocoder.answer({munich}));
+        QCOMPARE(answer.location->name, QStringLiteral("Current location"));
+    }
+
+    void theLastFixIsAnnouncedOnlyWhenItChanges()
+    {
+        Fixture fixture;
+        QSignalSpy changed(fixture.service.get(), &LocationService::lastFixChanged);
+        fixture.manager.known = fixture.fixOfAge(0s);
+        for (int i = 0; i < 2; ++i) {
+            Answer answer;
+            [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+            QVERIFY(fixture.geocoder.answer({munich}));
+            QCOMPARE(fixture.service->lastFix(), answer.location);
+        }
+        QCOMPARE(changed.size(), 1);
+    }
+
+    void theEndOfTheServiceAnswersWhoeverWaits()
+    {
+        Fixture fixture;
+        Answer answer;
+        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+        fixture.service.reset();
+        QVERIFY(answer.came && !answer.location);
+        QCOMPARE(fixture.clock.runningTimers(), 0);
+    }
+
+    void theEndOfTheServiceWhileAPlaceIsNamedIsNoHarm()
+    {
+        Fixture fixture;
+        fixture.manager.known = fixture.fixOfAge(0s);
+        Answer answer;
+        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
+        fixture.service.reset();
+        QVERIFY(fixture.geocoder.answer({munich}));
+        QCOMPARE(answer.location->name, QStringLiteral("Munich"));
+    }
+};
+
+MOORLINE_TEST(LocationServiceTest);
+
+#include "LocationServiceTest.moc"

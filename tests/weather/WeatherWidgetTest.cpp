@@ -1,0 +1,171 @@
+#include "weather/WeatherWidget.h"
+
+#include "TileFixture.h"
+#include "support/TestCase.h"
+#include "theme/Text.h"
+#include "theme/Theme.h"
+
+using namespace moorline;
+using namespace moorline::test;
+
+namespace {
+
+constexpr TextStyle temperatureStyle{.size = 20, .weight = QFont::DemiBold};
+constexpr TextStyle captionStyle{.size = 11};
+
+} // namespace
+
+class WeatherWidgetTest final : public TestCase {
+    Q_OBJECT
+private Q_SLOTS:
+    void loadsWithoutASymbol()
+    {
+        TileFixture fixture;
+        WeatherWidget widget(fixture.context());
+        QCOMPARE(widget.helpText(), QStringLiteral("Weather"));
+        QCOMPARE(widget.toolTip(), QStringLiteral("Weather"));
+        const qreal text = std::max(textSize(QStringLiteral("—°"), temperatureStyle).width(),
+            textSize(QStringLiteral("Loading"), captionStyle).width());
+        QCOMPARE(widget.size().width(), 5 + std::ceil(text) + 5);
+        QVERIFY(fixture.images.requests.isEmpty());
+    }
+
+    void saysThatItIsUnavailable()
+    {
+        TileFixture fixture;
+        const WeatherWidget widget(fixture.context());
+        QVERIFY(fixture.client.fail());
+        const qreal text = std::max(textSize(QStringLiteral("—°"), temperatureStyle).width(),
+            textSize(QStringLiteral("Unavailable"), captionStyle).width());
+        QCOMPARE(widget.size().width(), 5 + std::ceil(text) + 5);
+        QCOMPARE(widget.toolTip(), QStringLiteral("Weather"));
+    }
+
+    void showsTheWeatherWhenItComes()
+    {
+        TileFixture fixture;
+        WeatherWidget widget(fixture.context());
+        QVERIFY(fixture.answerForecast());
+        QCOMPARE(widget.toolTip(), QStringLiteral("Partly cloudy\nFeels like 59°"));
+        const qreal text = std::max(textSize(QStringLiteral("60°"), temperatureStyle).width(),
+            textSize(QStringLiteral("San Francisco"), captionStyle).width());
+        QCOMPARE(widget.size().width(), 5 + 24 + 9 + std::ceil(text) + 5);
+        paint(widget, 2);
+        const SymbolRequest drawn = fixture.lastRequest(QStringLiteral("cloud.sun.fill"));
+        QCOMPARE(drawn.pointSize, 21.0);
+        QCOMPARE(drawn.scale, 2.0);
+        QCOMPARE(drawn.rendering, SymbolRendering::hierarchical);
+        QCOMPARE(drawn.color, Theme::primaryText);
+    }
+
+    void aClearNightShowsTheMoon()
+    {
+        TileFixture fixture;
+        WeatherWidget widget(fixture.context());
+        QJsonObject current = replies::forecast()[QStringLiteral("current")].toObject();
+        current[QStringLiteral("is_day")] = 0;
+        current[QStringLiteral("weather_code")] = 0;
+        QVERIFY(fixture.answerForecast(replies::forecastWith(QStringLiteral("current"), current)));
+        paint(widget);
+        QCOMPARE(fixture.images.requests.last().name, QStringLiteral("moon.stars.fill"));
+    }
+
+    void theSymbolStandsInTheMiddleOfItsPlace()
+    {
+        TileFixture fixture;
+        WeatherWidget widget(fixture.context());
+        QVERIFY(fixture.answerForecast());
+        // The fake symbol is a square: its ink tells where the widget put it.
+        const QImage image = painted(widget);
+        QList<int> columns;
+        for (int x = 0; x < 5 + 24 + 7; ++x) {
+            if (qAlpha(image.pixel(x, int(widget.size().height() / 2))) > 0)
+                columns.append(x);
+        }
+        QVERIFY(!columns.isEmpty());
+        const double middle = (columns.first() + columns.last() + 1) / 2.0;
+        QVERIFY(std::abs(middle - (5 + 12)) <= 1);
+    }
+
+    void aLongNameIsShortened()
+    {
+        TileFixture fixture;
+        WeatherWidget widget(fixture.context());
+        fixture.change([](Settings &settings) { settings.location.name = QString(200, u'W'); });
+        QVERIFY(fixture.answerForecast());
+        QVERIFY(widget.size().width() <= 5 + 24 + 9 + 160 + 5);
+        QVERIFY(widget.size().width() > 5 + 24 + 9 + 120 + 5);
+    }
+
+    void sameWeatherPaintsNothing()
+    {
+        TileFixture fixture;
+        QVERIFY(fixture.answerForecast());
+        WeatherWidget widget(fixture.context());
+        RepaintCounter counter(widget);
+        fixture.clock.advance(std::chrono::minutes(1));
+        fixture.refresh(replies::forecast());
+        QCOMPARE(counter.takeRepaints(), 0);
+        // Nor does what is not shown.
+        fixture.refresh(replies::forecastWith(QStringLiteral("current"), QStringLiteral("relative_humidity_2m"), 40));
+        QCOMPARE(counter.takeRepaints(), 0);
+        fixture.refresh(replies::forecastWith(QStringLiteral("current"), QStringLiteral("temperature_2m"), 70));
+        QCOMPARE(counter.takeRepaints(), 1);
+    }
+
+    void aClickOpensTheWeatherApplication()
+    {
+        TileFixture fixture;
+        WeatherWidget widget(fixture.context());
+        Stage stage(widget);
+        stage.press({10, 10});
+        QCOMPARE(fixture.timesOpened, 0);
+        stage.release({12, 10});
+        QCOMPARE(fixture.timesOpened, 1);
+    }
+
+    void aDoubleClickOpensItOnce()
+    {
+        TileFixture fixture;
+        WeatherWidget widget(fixture.context());
+        Stage stage(widget);
+        stage.doubleClick({10, 10});
+        QCOMPARE(fixture.timesOpened, 1);
+    }
+
+    void aPressThatEndsElsewhereOpensNothing()
+    {
+        TileFixture fixture;
+        WeatherWidget widget(fixture.context());
+        Stage stage(widget);
+        stage.press({10, 10});
+        stage.release({250, 90});
+        QCOMPARE(fixture.timesOpened, 0);
+    }
+
+    void otherButtonsOpenNothing()
+    {
+        TileFixture fixture;
+        WeatherWidget widget(fixture.context());
+        Stage stage(widget);
+        for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+            stage.press({10, 10}, button);
+            stage.release({10, 10}, button);
+        }
+        QCOMPARE(fixture.timesOpened, 0);
+    }
+
+    void withoutAnApplicationAClickIsNoHarm()
+    {
+        TileFixture fixture;
+        WeatherWidget widget({*fixture.service, fixture.symbols, nullptr});
+        Stage stage(widget);
+        stage.press({10, 10});
+        stage.release({10, 10});
+        QCOMPARE(fixture.timesOpened, 0);
+    }
+};
+
+MOORLINE_TEST(WeatherWidgetTest);
+
+#include "WeatherWidgetTest.moc"
