@@ -20,7 +20,8 @@ def main(binary, panel_picture, desktop_picture):
     panel_picture, desktop_picture = (Path(path).absolute() for path in (panel_picture, desktop_picture))
     panel_picture.unlink(missing_ok=True)
     with Desktop("openbox", SIZE, wallpaper=gradient(SIZE)) as desktop:
-        bar = Bar(desktop, MOORLINE_SNAPSHOT=panel_picture)
+        # With the real weather, where there is a network.
+        bar = Bar(desktop, MOORLINE_SNAPSHOT=panel_picture, MOORLINE_WEATHER_ORIGIN=None)
         print("The bar is on the screen; taking its picture takes some seconds.", flush=True)
         desktop.screen.picture().save(desktop_picture)
         bar.process.wait(TIME_LIMIT)

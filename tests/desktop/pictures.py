@@ -1,6 +1,7 @@
 """Takes the pictures of the README: the bar as it runs, at twice the pixels."""
 
 import sys
+from datetime import date
 from pathlib import Path
 
 from harness.bar import Bar
@@ -8,19 +9,33 @@ from harness.desktop import Desktop
 from harness.panels import start_tint2
 from harness.waiting import settled, wait_until
 from harness.wallpaper import gradient
+from harness.weather import WeatherServer
 
 SCALE = 2
 SIZE = (1440 * SCALE, 900 * SCALE)
-WIDGETS = ["clock", "calendar", "month-counter"]
+WIDGETS = ["clock", "calendar", "weather", "forecast", "month-counter"]
 SETTINGS = {"enabledWidgets": WIDGETS, "pinnedItemsIntroduced": True, "clockFormat": "24h"}
+PLACE = {"city": "San Francisco", "region": "California", "country": "United States", "latitude": 37.77, "longitude": -122.42}
 # What of the bottom of the screen a picture shows, in points.
 PICTURE_WIDTH = 760
+# A panel without the days to come is narrower, in points.
+WIDTH_WITH_FORECAST = 500
 # Left of the middle, so that the menu stands over the pill rather than beside it.
 MENU_OFFSET = 110
 
 
 def desktop():
     return Desktop("openbox", SIZE, fonts="Inter", wallpaper=gradient(SIZE))
+
+
+def started_bar(surroundings):
+    """A running bar with the weather of a mild day."""
+    weather = surroundings.own(WeatherServer())
+    weather.caller = PLACE
+    weather.first_day = date.today()
+    bar = Bar(surroundings, SETTINGS, SCALE, MOORLINE_WEATHER_ORIGIN=weather.origin)
+    wait_until(lambda: bar.frame().width > WIDTH_WITH_FORECAST * SCALE, what="the forecast is shown")
+    return bar
 
 
 def bottom_of(screen, height):
@@ -36,21 +51,21 @@ def still_picture(screen, height):
 
 def bar_alone():
     with desktop() as surroundings:
-        Bar(surroundings, SETTINGS, SCALE)
+        started_bar(surroundings)
         return still_picture(surroundings.screen, 120)
 
 
 def bar_with_nudge():
     with desktop() as surroundings:
         start_tint2(surroundings)
-        bar = Bar(surroundings, SETTINGS, SCALE)
+        bar = started_bar(surroundings)
         wait_until(lambda: bar.is_shown(nudge=True), what="the bar makes room for the nudge")
         return still_picture(surroundings.screen, 150)
 
 
 def bar_with_menu():
     with desktop() as surroundings:
-        bar = Bar(surroundings, SETTINGS, SCALE)
+        bar = started_bar(surroundings)
         column, row = bar.pill_center()
         bar.open_menu(column - MENU_OFFSET * SCALE, row - 20 * SCALE)
         return still_picture(surroundings.screen, 200)

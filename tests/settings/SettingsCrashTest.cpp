@@ -1,6 +1,6 @@
+#include "fakes/TemporaryDirectories.h"
 #include "settings/SettingsCoding.h"
 #include "settings/SettingsStore.h"
-#include "settings/TemporaryDirectories.h"
 #include "support/TestCase.h"
 
 #include <QFile>

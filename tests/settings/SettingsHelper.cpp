@@ -1,5 +1,5 @@
+#include "fakes/TemporaryDirectories.h"
 #include "settings/SettingsStore.h"
-#include "settings/TemporaryDirectories.h"
 
 #include <QCoreApplication>
 #include <csignal>

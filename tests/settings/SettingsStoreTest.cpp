@@ -1,6 +1,6 @@
 #include "settings/SettingsStore.h"
+#include "fakes/TemporaryDirectories.h"
 #include "settings/SettingsCoding.h"
-#include "settings/TemporaryDirectories.h"
 #include "support/TestCase.h"
 
 #include <QFile>

@@ -1,5 +1,6 @@
+#include "system/DecimalText.h"
+
 #include "support/TestCase.h"
-#include "system/ScriptedSystemDockControl.h"
 
 #include <QRandomGenerator>
 #include <limits>

@@ -3,13 +3,12 @@
 #include "LocaleScope.h"
 #include "RepaintCounter.h"
 #include "fakes/FakeClock.h"
-#include "platform/Directories.h"
+#include "fakes/TemporaryDirectories.h"
 #include "settings/SettingsStore.h"
 #include "support/TestCase.h"
 #include "time/TimeKeeper.h"
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTimeZone>
 
 namespace moorline::test {
@@ -17,14 +16,6 @@ namespace moorline::test {
 namespace {
 
 using namespace std::chrono_literals;
-
-class OwnDirectories final : public Directories {
-public:
-    [[nodiscard]] QString applicationSupport() const override { return m_root.path(); }
-
-private:
-    QTemporaryDir m_root;
-};
 
 /// A clock on the wall at five past one in the afternoon of 4 March 2025, and all it takes to hang it there.
 struct Wall {
@@ -43,7 +34,7 @@ struct Wall {
     }
 
     FakeClock clock{QDateTime(QDate(2025, 3, 4), QTime(13, 5), Qt::UTC)};
-    OwnDirectories directories;
+    TemporaryDirectories directories;
     SettingsStore store{directories, QStringLiteral("app"), [](const QUrl &) { return std::nullopt; }};
     TimeKeeper keeper{clock};
 };
