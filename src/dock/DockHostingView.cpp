@@ -3,8 +3,7 @@
 #include "dock/DockBarView.h"
 #include "dock/HelpTag.h"
 
-#include <QHelpEvent>
-#include <QMouseEvent>
+#include <QSinglePointEvent>
 
 namespace moorline {
 
@@ -12,6 +11,8 @@ namespace {
 
 /// Between the bar and what tells about it, in points.
 constexpr int helpGap = 6;
+/// How long the pointer rests before it is told anything.
+constexpr std::chrono::milliseconds helpDelay{700};
 
 } // namespace
 
@@ -32,6 +33,7 @@ DockHostingView::DockHostingView(std::unique_ptr<DockBarView> bar, QWidget *pare
     setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     setBackgroundBrush(Qt::NoBrush);
     viewport()->setAutoFillBackground(false);
+    viewport()->setMouseTracking(true);
     setAccessibleName(QStringLiteral("Moorline"));
 }
 
@@ -61,12 +63,11 @@ bool DockHostingView::viewportEvent(QEvent *event)
 {
     switch (event->type()) {
     case QEvent::ToolTip:
-        // The system's own would lie over the row.
-        showHelp(static_cast<QHelpEvent *>(event)->pos());
+        // The system's own tooltip would lie over the row.
         return true;
+    case QEvent::Enter:
     case QEvent::MouseMove:
-        if (helpfulItemAt(static_cast<QMouseEvent *>(event)->position().toPoint()) != m_helpItem)
-            hideHelp();
+        pointerCame(static_cast<QSinglePointEvent *>(event)->position().toPoint());
         break;
     case QEvent::MouseButtonPress:
     case QEvent::Wheel:
@@ -77,6 +78,20 @@ bool DockHostingView::viewportEvent(QEvent *event)
         break;
     }
     return QGraphicsView::viewportEvent(event);
+}
+
+void DockHostingView::pointerCame(const QPoint &place)
+{
+    const QGraphicsItem *item = helpfulItemAt(place);
+    const bool isShown = m_helpTag->isVisible();
+    if (isShown && item == m_helpItem)
+        return;
+    hideHelp();
+    // Whoever reads one tag wants the next at once.
+    if (item && isShown)
+        showHelp(place);
+    else if (item)
+        m_helpTimer = m_bar->clock().after(helpDelay, [this, place] { showHelp(place); });
 }
 
 const QGraphicsItem *DockHostingView::helpfulItemAt(const QPoint &place) const
@@ -90,10 +105,8 @@ const QGraphicsItem *DockHostingView::helpfulItemAt(const QPoint &place) const
 void DockHostingView::showHelp(const QPoint &place)
 {
     const QGraphicsItem *item = helpfulItemAt(place);
-    if (!item) {
-        hideHelp();
+    if (!item)
         return;
-    }
     m_helpItem = item;
     const QRectF frame = item->sceneBoundingRect();
     const QPointF anchor(frame.center().x(), m_bar->interactiveArea().boundingRect().top() - helpGap);
@@ -102,6 +115,7 @@ void DockHostingView::showHelp(const QPoint &place)
 
 void DockHostingView::hideHelp()
 {
+    m_helpTimer.reset();
     m_helpItem = nullptr;
     m_helpTag->hide();
 }

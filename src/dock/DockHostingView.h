@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Clock.h"
+
 #include <QGraphicsView>
 
 namespace moorline {
@@ -29,6 +31,8 @@ protected:
 private:
     /// The item below the pointer that has something to tell. Null when there is none.
     [[nodiscard]] const QGraphicsItem *helpfulItemAt(const QPoint &place) const;
+    /// To the view, or to another place in it.
+    void pointerCame(const QPoint &place);
     void showHelp(const QPoint &place);
     void hideHelp();
 
@@ -36,6 +40,7 @@ private:
     HelpTag *m_helpTag;
     /// What the tag tells about, to be compared and nothing else: the item may be gone.
     const QGraphicsItem *m_helpItem = nullptr;
+    std::unique_ptr<Clock::Timer> m_helpTimer;
 };
 
 } // namespace moorline

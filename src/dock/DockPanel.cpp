@@ -13,8 +13,6 @@ DockPanel::DockPanel(PanelWindow &native)
     setWindowTitle(QStringLiteral("Moorline"));
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);
-    // It is never the active window, whose tooltips alone are shown otherwise.
-    setAttribute(Qt::WA_AlwaysShowToolTips);
     setFocusPolicy(Qt::NoFocus);
     m_native.adopt(*this);
 }
