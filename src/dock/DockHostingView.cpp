@@ -2,6 +2,7 @@
 
 #include "dock/DockBarView.h"
 #include "dock/HelpTag.h"
+#include "theme/BarWidget.h"
 
 #include <QSinglePointEvent>
 
@@ -67,7 +68,7 @@ bool DockHostingView::viewportEvent(QEvent *event)
         return true;
     case QEvent::Enter:
     case QEvent::MouseMove:
-        pointerCame(static_cast<QSinglePointEvent *>(event)->position().toPoint());
+        pointerCame(*static_cast<QSinglePointEvent *>(event));
         break;
     case QEvent::MouseButtonPress:
     case QEvent::Wheel:
@@ -80,18 +81,19 @@ bool DockHostingView::viewportEvent(QEvent *event)
     return QGraphicsView::viewportEvent(event);
 }
 
-void DockHostingView::pointerCame(const QPoint &place)
+void DockHostingView::pointerCame(const QSinglePointEvent &event)
 {
-    const QGraphicsItem *item = helpfulItemAt(place);
+    m_pointer = event.position().toPoint();
+    const QGraphicsItem *item = event.buttons() == Qt::NoButton ? helpfulItemAt(m_pointer) : nullptr;
     const bool isShown = m_helpTag->isVisible();
     if (isShown && item == m_helpItem)
         return;
     hideHelp();
     // Whoever reads one tag wants the next at once.
     if (item && isShown)
-        showHelp(place);
+        showHelp();
     else if (item)
-        m_helpTimer = m_bar->clock().after(helpDelay, [this, place] { showHelp(place); });
+        m_helpTimer = m_bar->clock().after(helpDelay, [this] { showHelp(); });
 }
 
 const QGraphicsItem *DockHostingView::helpfulItemAt(const QPoint &place) const
@@ -102,19 +104,24 @@ const QGraphicsItem *DockHostingView::helpfulItemAt(const QPoint &place) const
     return item;
 }
 
-void DockHostingView::showHelp(const QPoint &place)
+void DockHostingView::showHelp()
 {
-    const QGraphicsItem *item = helpfulItemAt(place);
+    m_helpTimer.reset();
+    disconnect(m_helpChange);
+    const QGraphicsItem *item = helpfulItemAt(m_pointer);
     if (!item)
-        return;
+        return hideHelp();
     m_helpItem = item;
     const QRectF frame = item->sceneBoundingRect();
     const QPointF anchor(frame.center().x(), m_bar->interactiveArea().boundingRect().top() - helpGap);
     m_helpTag->showText(item->toolTip(), viewport()->mapToGlobal(mapFromScene(anchor)));
+    if (const auto *widget = dynamic_cast<const BarWidget *>(item))
+        m_helpChange = connect(widget, &BarWidget::helpTextChanged, this, &DockHostingView::showHelp);
 }
 
 void DockHostingView::hideHelp()
 {
+    disconnect(m_helpChange);
     m_helpTimer.reset();
     m_helpItem = nullptr;
     m_helpTag->hide();

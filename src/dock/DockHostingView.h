@@ -3,6 +3,11 @@
 #include "platform/Clock.h"
 
 #include <QGraphicsView>
+#include <QMetaObject>
+
+QT_BEGIN_NAMESPACE
+class QSinglePointEvent;
+QT_END_NAMESPACE
 
 namespace moorline {
 
@@ -32,15 +37,18 @@ private:
     /// The item below the pointer that has something to tell. Null when there is none.
     [[nodiscard]] const QGraphicsItem *helpfulItemAt(const QPoint &place) const;
     /// To the view, or to another place in it.
-    void pointerCame(const QPoint &place);
-    void showHelp(const QPoint &place);
+    void pointerCame(const QSinglePointEvent &event);
+    void showHelp();
     void hideHelp();
 
     DockBarView *m_bar;
     HelpTag *m_helpTag;
     /// What the tag tells about, to be compared and nothing else: the item may be gone.
     const QGraphicsItem *m_helpItem = nullptr;
+    /// Where it was last.
+    QPoint m_pointer;
     std::unique_ptr<Clock::Timer> m_helpTimer;
+    QMetaObject::Connection m_helpChange;
 };
 
 } // namespace moorline

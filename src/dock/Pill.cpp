@@ -69,6 +69,7 @@ void Pill::layOut()
         BarWidget *widget = m_row[i].widget;
         // A widget that has nothing to show yet takes no place, and needs none kept from its neighbours.
         const bool isEmpty = widget->size().width() <= 0;
+        widget->setVisible(!isEmpty);
         QGraphicsWidget *divider = i > 0 ? m_separators[i - 1] : nullptr;
         if (divider)
             divider->setVisible(!isEmpty && !isFirst);

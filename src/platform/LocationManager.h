@@ -42,7 +42,8 @@ public:
 
     /// Asks the user, or whoever decides. The answer comes as didChangeAuthorization().
     virtual void requestWhenInUseAuthorization() = 0;
-    /// Asks for one fix, accurate to about a kilometre. It comes as didUpdateLocations() or didFail(), or never.
+    /// Asks for one coarse fix: to about a kilometre where the system lets one choose, else to the city. It comes as
+    /// didUpdateLocations() or didFail(), or never.
     virtual void requestLocation() = 0;
 
 Q_SIGNALS:

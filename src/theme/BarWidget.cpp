@@ -19,4 +19,12 @@ void BarWidget::setNaturalSize(const QSizeF &size)
     Q_EMIT naturalSizeChanged();
 }
 
+void BarWidget::setHelpText(const QString &text)
+{
+    if (text == toolTip())
+        return;
+    setToolTip(text);
+    Q_EMIT helpTextChanged();
+}
+
 } // namespace moorline

@@ -13,10 +13,14 @@ public:
 
 Q_SIGNALS:
     void naturalSizeChanged();
+    /// What there is to tell about the widget is another text now.
+    void helpTextChanged();
 
 protected:
     /// In points. Repaints nothing by itself.
     void setNaturalSize(const QSizeF &size);
+    /// What a pointer that rests on the widget is told.
+    void setHelpText(const QString &text);
 };
 
 } // namespace moorline

@@ -60,7 +60,7 @@ QSizeF naturalSize(const QList<ForecastColumn> &columns, const Symbols &symbols)
 ForecastWidget::ForecastWidget(Context context, QGraphicsItem *parent)
     : WeatherTile(std::move(context), parent)
 {
-    setToolTip(tr("Open Weather"));
+    setHelpText(tr("Open Weather"));
     refresh();
 }
 

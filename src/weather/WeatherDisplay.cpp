@@ -39,6 +39,12 @@ ForecastColumn column(const DailyForecast &day)
 
 } // namespace
 
+QString oneLine(const QString &text)
+{
+    QString line = text.simplified();
+    return line.removeIf([](QChar character) { return character.category() == QChar::Other_Control; });
+}
+
 QString degrees(double temperature)
 {
     return QString::number(qint64(std::round(temperature))) + u'°';
@@ -49,8 +55,7 @@ WeatherDisplay weatherDisplay(const std::optional<WeatherSnapshot> &snapshot,
 {
     if (!snapshot)
         return withoutWeather(error.has_value());
-    // A name comes from outside and may hold line breaks.
-    const QString place = location ? location->name.simplified() : QStringLiteral("—");
+    const QString place = location ? oneLine(location->name) : QStringLiteral("—");
     return {WeatherIcon::symbol(snapshot->weatherCode, snapshot->isDay), degrees(snapshot->temperature), place,
         helpText(*snapshot)};
 }

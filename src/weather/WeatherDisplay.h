@@ -29,6 +29,8 @@ struct ForecastColumn {
     bool operator==(const ForecastColumn &) const = default;
 };
 
+/// A text that came from outside, as one line without control characters.
+[[nodiscard]] QString oneLine(const QString &text);
 /// Rounded to a whole number, halves away from zero: "22°", "-3°", and never "-0°".
 [[nodiscard]] QString degrees(double temperature);
 /// Absent values are those of a service that has no answer, no place or no failure yet.

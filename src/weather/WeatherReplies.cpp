@@ -26,7 +26,7 @@ WeatherFailure unreadable(const QString &reason)
 {
     qCDebug(logReplies) << "unreadable answer:" << reason;
     return {QCoreApplication::translate(
-        "WeatherService", "The data couldn’t be read because it isn’t in the correct format.")};
+        "WeatherReplies", "The data couldn’t be read because it isn’t in the correct format.")};
 }
 
 /// Some servers do not say, or call it plain text. What says that it is a page or a picture comes from a hotel's gate.
@@ -44,12 +44,18 @@ std::optional<QJsonObject> jsonObject(const HttpAnswer &answer)
     return document.isObject() ? std::optional(document.object()) : std::nullopt;
 }
 
+bool isZoneName(const QString &name)
+{
+    // A name becomes a path below the system's zones. Without a slash Qt takes folders and rules for zones as well.
+    static const QRegularExpression path(QStringLiteral(R"(\A[A-Za-z0-9_+-]+(/[A-Za-z0-9_+-]+)+\z)"));
+    return name == QLatin1StringView("GMT") || path.match(name).hasMatch()
+        || QTimeZone::isTimeZoneIdAvailable(name.toLatin1());
+}
+
 /// A known IANA name gives its zone, an unknown one the system's.
 QTimeZone zoneNamed(const QString &name)
 {
-    // A name becomes a path below the system's zones.
-    static const QRegularExpression syntax(QStringLiteral(R"(\A[A-Za-z0-9_+-]+(/[A-Za-z0-9_+-]+)*\z)"));
-    const QTimeZone zone = syntax.match(name).hasMatch() ? QTimeZone(name.toLatin1()) : QTimeZone();
+    const QTimeZone zone = isZoneName(name) ? QTimeZone(name.toLatin1()) : QTimeZone();
     return zone.isValid() ? zone : QTimeZone::systemTimeZone();
 }
 
@@ -156,9 +162,9 @@ QString errorDescription(WeatherError error)
 {
     switch (error) {
     case WeatherError::badResponse:
-        return QCoreApplication::translate("WeatherService", "Weather service unavailable");
+        return QCoreApplication::translate("WeatherReplies", "Weather service unavailable");
     case WeatherError::missingCurrent:
-        return QCoreApplication::translate("WeatherService", "No current conditions returned");
+        return QCoreApplication::translate("WeatherReplies", "No current conditions returned");
     }
     Q_UNREACHABLE();
 }

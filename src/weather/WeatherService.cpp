@@ -3,6 +3,7 @@
 #include "settings/SettingsStore.h"
 #include "system/DecimalText.h"
 #include "weather/LocationStatus.h"
+#include "weather/WeatherDisplay.h"
 #include "weather/WebSession.h"
 
 #include <QDebug>
@@ -87,6 +88,9 @@ QCoro::Task<> WeatherService::run(Session session)
     if (session->isCancelled())
         co_return;
     setPlace(place);
+    // Whoever heard of the place may have begun another refresh.
+    if (session->isCancelled())
+        co_return;
     if (place.source == LocationSource::ipAddress)
         scheduleLocationRetry();
     logPlace();
@@ -156,7 +160,7 @@ void WeatherService::logPlace() const
         return;
     qInfo().noquote() << QStringLiteral("Moorline: location source=%1 auth=%2 city=%3 lat=%4 lon=%5")
                              .arg(text(m_locationSource), caseName(m_context.location.availability()),
-                                 m_resolvedLocation->name, decimalText(m_resolvedLocation->latitude),
+                                 oneLine(m_resolvedLocation->name), decimalText(m_resolvedLocation->latitude),
                                  decimalText(m_resolvedLocation->longitude));
 }
 

@@ -19,14 +19,15 @@ WeatherTile::WeatherTile(Context context, QGraphicsItem *parent)
 
 void WeatherTile::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
-    event->accept();
-    m_pressed = true;
+    m_pressed = event->button() == Qt::LeftButton;
 }
 
 void WeatherTile::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 {
-    const bool isClick = std::exchange(m_pressed, false) && rect().contains(event->pos());
-    if (isClick && m_context.openWeatherApp)
+    const bool isClick = std::exchange(m_pressed, false) && event->button() == Qt::LeftButton;
+    if (!isClick || !rect().contains(event->pos()))
+        return;
+    if (m_context.openWeatherApp)
         m_context.openWeatherApp();
 }
 

@@ -45,16 +45,20 @@ WeatherWidget::WeatherWidget(Context context, QGraphicsItem *parent)
 
 void WeatherWidget::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
 {
-    const QSizeF symbol = symbols().size(m_shown.symbol, symbolSize);
-    const QPointF symbolCorner(padding + (symbolWidth - symbol.width()) / 2, (size().height() - symbol.height()) / 2);
-    symbols().draw(
-        *painter, symbolCorner, m_shown.symbol, symbolSize, Theme::primaryText, SymbolRendering::hierarchical);
-
+    if (!m_shown.symbol.isEmpty())
+        paintSymbol(*painter);
     const QPointF temperatureCorner(textLeft(m_shown), padding);
     const QPointF captionCorner(
         temperatureCorner + QPointF(0, textSize(m_shown.temperature, temperatureStyle).height()));
     drawText(*painter, temperatureCorner, m_shown.temperature, temperatureStyle, Theme::primaryText);
     drawText(*painter, captionCorner, m_shown.caption, captionStyle, Theme::tertiaryText);
+}
+
+void WeatherWidget::paintSymbol(QPainter &painter) const
+{
+    const QSizeF symbol = symbols().size(m_shown.symbol, symbolSize);
+    const QPointF corner(padding + (symbolWidth - symbol.width()) / 2, (size().height() - symbol.height()) / 2);
+    symbols().draw(painter, corner, m_shown.symbol, symbolSize, Theme::primaryText, SymbolRendering::hierarchical);
 }
 
 void WeatherWidget::refresh()
@@ -64,7 +68,7 @@ void WeatherWidget::refresh()
     if (display == m_shown)
         return;
     m_shown = display;
-    setToolTip(m_shown.helpText);
+    setHelpText(m_shown.helpText);
     setNaturalSize(naturalSize(m_shown));
     update();
 }

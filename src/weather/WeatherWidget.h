@@ -20,6 +20,8 @@ protected:
     void refresh() override;
 
 private:
+    void paintSymbol(QPainter &painter) const;
+
     WeatherDisplay m_shown;
 };
 

@@ -43,13 +43,14 @@ private Q_SLOTS:
         };
         row("org.freedesktop.DBus.Error.AccessDenied", Condition::forbidden, Condition::forbidden, Condition::refused);
         for (const char *error : {"org.freedesktop.DBus.Error.NoReply", "org.freedesktop.DBus.Error.Timeout",
-                 "org.freedesktop.DBus.Error.TimedOut"})
+                 "org.freedesktop.DBus.Error.TimedOut", "org.freedesktop.DBus.Error.Spawn.ExecFailed",
+                 "org.freedesktop.systemd1.TransactionIsDestructive"})
             row(error, Condition::silent, Condition::silent, Condition::silent);
         for (const char *error :
             {"org.freedesktop.DBus.Error.ServiceUnknown", "org.freedesktop.DBus.Error.NameHasNoOwner",
-                "org.freedesktop.DBus.Error.Spawn.ExecFailed", "org.freedesktop.DBus.Error.Spawn.ServiceNotFound",
-                "org.freedesktop.DBus.Error.FileNotFound", "org.freedesktop.DBus.Error.NoServer",
-                "org.freedesktop.DBus.Error.Disconnected", "org.freedesktop.systemd1.NoSuchUnit"})
+                "org.freedesktop.DBus.Error.Spawn.ServiceNotFound", "org.freedesktop.DBus.Error.FileNotFound",
+                "org.freedesktop.DBus.Error.NoServer", "org.freedesktop.DBus.Error.Disconnected",
+                "org.freedesktop.systemd1.NoSuchUnit", "org.freedesktop.systemd1.UnitMasked"})
             row(error, Condition::absent, Condition::silent, Condition::silent);
         for (const char *error :
             {"org.freedesktop.DBus.Error.Failed", "org.freedesktop.DBus.Error.UnknownMethod", "com.example.Odd", ""})

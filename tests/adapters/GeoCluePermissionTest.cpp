@@ -98,6 +98,33 @@ private Q_SLOTS:
         QCOMPARE(client.failures.size(), 0);
         QTRY_COMPARE(client.failures.size(), 1);
         QCOMPARE(client.state(), switchedOff);
+        QCOMPARE(client.changes.size(), 1);
+    }
+
+    void aQuestionWaitsForTheBus()
+    {
+        Client client(std::nullopt);
+        client.manager->requestWhenInUseAuthorization();
+        QCOMPARE(client.state(), open);
+        Q_EMIT client.systemBus.opened(QDBusConnection::systemBus());
+        QTRY_COMPARE(client.state(), authorized);
+    }
+
+    void aRequestWaitsForTheBus()
+    {
+        Client client(std::nullopt);
+        client.manager->requestLocation();
+        Q_EMIT client.systemBus.opened(QDBusConnection::systemBus());
+        QTRY_VERIFY(m_geoClue->isTracking());
+        tellFirstFix(client);
+    }
+
+    void aBusThatNobodyWaitedForBringsNoQuestion()
+    {
+        Client client(std::nullopt);
+        Q_EMIT client.systemBus.opened(QDBusConnection::systemBus());
+        QVERIFY(settle());
+        QVERIFY(!m_geoClue->hasClient());
         QCOMPARE(client.changes.size(), 0);
     }
 

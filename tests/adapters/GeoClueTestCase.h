@@ -3,6 +3,7 @@
 #include "GeoClueDouble.h"
 #include "fakes/FakeClock.h"
 #include "platform/linux/GeoClueLocationManager.h"
+#include "platform/linux/SystemBus.h"
 #include "support/TestCase.h"
 
 #include <QDBusPendingCallWatcher>
@@ -46,16 +47,21 @@ protected:
 
     /// A manager, and what it said since it was made.
     struct Client {
-        explicit Client(const QDBusConnection &bus = QDBusConnection::systemBus())
-            : manager(std::make_unique<GeoClueLocationManager>(clock, desktopId, bus))
+        explicit Client(const std::optional<QDBusConnection> &bus = QDBusConnection::systemBus())
         {
+            if (bus)
+                Q_EMIT systemBus.opened(*bus);
         }
 
         GeoClueMeaning state() const { return {manager->locationServicesEnabled(), manager->authorizationStatus()}; }
         PositionFix onlyUpdate() const { return updates.value(0).value(0).value<QList<PositionFix>>().value(0); }
 
         FakeClock clock{startOfTest};
-        std::unique_ptr<GeoClueLocationManager> manager;
+        /// Opened by hand.
+        FakeClock clockOfBus;
+        SystemBus systemBus{clockOfBus};
+        std::unique_ptr<GeoClueLocationManager> manager =
+            std::make_unique<GeoClueLocationManager>(clock, desktopId, systemBus);
         QSignalSpy changes{manager.get(), &LocationManager::didChangeAuthorization};
         QSignalSpy updates{manager.get(), &LocationManager::didUpdateLocations};
         QSignalSpy failures{manager.get(), &LocationManager::didFail};

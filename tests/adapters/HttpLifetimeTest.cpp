@@ -14,9 +14,9 @@ namespace {
 
 const QByteArray answer = httpAnswer("200 OK", "{}");
 
-// What a user does not notice.
-constexpr qint64 atOnce = 100;
-constexpr qint64 promptly = 2000;
+// A busy machine takes a while for everything. Still this is far from the twelve seconds that a request may take, and
+// from a wait for a server that stays silent.
+constexpr qint64 promptly = 3000;
 
 /// Those that make requests. Qt keeps the ones that look names up for a while.
 int requestThreads()
@@ -189,7 +189,7 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         m_client.reset();
-        QVERIFY2(timer.elapsed() < atOnce, QByteArray::number(timer.elapsed()).constData());
+        QVERIFY2(timer.elapsed() < promptly, QByteArray::number(timer.elapsed()).constData());
         QTRY_COMPARE(m_server->openConnections(), 0);
         QTRY_COMPARE(requestThreads(), 0);
         m_clock->advance(1min);
@@ -245,7 +245,7 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         m_request = get(QUrl(QStringLiteral("https://no-such-host.invalid/")));
-        QVERIFY2(timer.elapsed() < atOnce, QByteArray::number(timer.elapsed()).constData());
+        QVERIFY2(timer.elapsed() < promptly, QByteArray::number(timer.elapsed()).constData());
         QTRY_COMPARE(entered.available(), 1);
         m_clock->advance(12s);
         QCOMPARE(m_answers.size(), 1);

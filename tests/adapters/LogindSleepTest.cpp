@@ -1,6 +1,8 @@
 #include "platform/linux/LogindSleep.h"
 
+#include "fakes/FakeClock.h"
 #include "platform/linux/NullWorkspace.h"
+#include "platform/linux/SystemBus.h"
 #include "platform/linux/X11Workspace.h"
 #include "platform/linux/XConnection.h"
 #include "support/TestCase.h"
@@ -78,16 +80,18 @@ private Q_SLOTS:
 
     void tellsThatTheMachineWoke()
     {
-        const LogindSleep sleep;
+        const LogindSleep sleep(m_bus);
         QSignalSpy woke(&sleep, &LogindSleep::didWake);
+        openBus();
         tell(logind(), false);
         QCOMPARE(woke.size(), 1);
     }
 
     void saysNothingWhenItGoesToSleep()
     {
-        const LogindSleep sleep;
+        const LogindSleep sleep(m_bus);
         QSignalSpy woke(&sleep, &LogindSleep::didWake);
+        openBus();
         tell(logind(), true);
         tell(logind(), false);
         QCOMPARE(woke.size(), 1);
@@ -95,8 +99,9 @@ private Q_SLOTS:
 
     void ignoresWhatIsNoAnswer()
     {
-        const LogindSleep sleep;
+        const LogindSleep sleep(m_bus);
         QSignalSpy woke(&sleep, &LogindSleep::didWake);
+        openBus();
         tell(logind(), QStringLiteral("false"));
         tell(logind(), 0);
         tell(logind(), false);
@@ -105,8 +110,9 @@ private Q_SLOTS:
 
     void ignoresStrangers()
     {
-        const LogindSleep sleep;
+        const LogindSleep sleep(m_bus);
         QSignalSpy woke(&sleep, &LogindSleep::didWake);
+        openBus();
         tell(program(QStringLiteral("stranger")), false);
         tell(program(QStringLiteral("stranger")), false);
         tell(logind(), false);
@@ -115,8 +121,9 @@ private Q_SLOTS:
 
     void hearsALogindThatStartsAgain()
     {
-        const LogindSleep sleep;
+        const LogindSleep sleep(m_bus);
         QSignalSpy woke(&sleep, &LogindSleep::didWake);
+        openBus();
         logind().unregisterService(login);
         const QDBusConnection next = program(QStringLiteral("next"));
         QVERIFY(QDBusConnection(next).registerService(login));
@@ -132,8 +139,9 @@ private Q_SLOTS:
     void hearsALogindThatStartsLater()
     {
         logind().unregisterService(login);
-        const LogindSleep sleep;
+        const LogindSleep sleep(m_bus);
         QSignalSpy woke(&sleep, &LogindSleep::didWake);
+        openBus();
         QVERIFY(logind().registerService(login));
         tell(logind(), false);
         QCOMPARE(woke.size(), 1);
@@ -143,19 +151,33 @@ private Q_SLOTS:
     {
         const auto connection = XConnection::open();
         QVERIFY(connection);
-        const X11Workspace workspace(*connection);
+        const X11Workspace workspace(*connection, m_bus);
         QSignalSpy woke(&workspace, &Workspace::didWake);
+        openBus();
         tell(logind(), false);
         QCOMPARE(woke.size(), 1);
     }
 
     void theWorkspaceTellsItWithoutAnXServer()
     {
-        const NullWorkspace workspace;
+        const NullWorkspace workspace(m_bus);
         QSignalSpy woke(&workspace, &Workspace::didWake);
+        openBus();
         tell(logind(), false);
         QCOMPARE(woke.size(), 1);
     }
+
+private:
+    /// Returns when whoever listens knows who logind is.
+    void openBus()
+    {
+        Q_EMIT m_bus.opened(QDBusConnection::systemBus());
+        settle(QDBusConnection::systemBus());
+        QCoreApplication::processEvents();
+    }
+
+    FakeClock m_clock;
+    SystemBus m_bus{m_clock};
 };
 
 MOORLINE_TEST(LogindSleepTest);

@@ -1,5 +1,7 @@
 #include "X11TestCase.h"
+#include "fakes/FakeClock.h"
 #include "platform/linux/DockWindows.h"
+#include "platform/linux/SystemBus.h"
 #include "platform/linux/X11Pointer.h"
 #include "platform/linux/X11Screens.h"
 #include "platform/linux/X11Workspace.h"
@@ -93,7 +95,7 @@ private Q_SLOTS:
 
     void anotherDesktopIsAnotherSpace()
     {
-        const X11Workspace workspace(*connection);
+        const X11Workspace workspace(*connection, m_systemBus);
         QSignalSpy changes(&workspace, &Workspace::activeSpaceChanged);
         foreign->switchToDesktop(1);
         QTRY_COMPARE(changes.size(), 1);
@@ -103,7 +105,7 @@ private Q_SLOTS:
 
     void anotherActiveWindowIsAnotherApplication()
     {
-        const X11Workspace workspace(*connection);
+        const X11Workspace workspace(*connection, m_systemBus);
         const xcb_window_t first = showActive({});
         const xcb_window_t second = showActive({});
         foreign->activate(first);
@@ -155,6 +157,11 @@ private:
             .process = 4243,
             .type = QByteArrayLiteral("_NET_WM_WINDOW_TYPE_DOCK")};
     }
+
+private:
+    moorline::test::FakeClock m_clock;
+    /// Never opened here.
+    moorline::SystemBus m_systemBus{m_clock};
 };
 
 MOORLINE_TEST(X11DesktopTest);

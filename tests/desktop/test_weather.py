@@ -1,5 +1,7 @@
 """The weather in the bar, from the web services to the pixels."""
 
+import socket
+
 import pytest
 
 from harness.bar import Bar
@@ -16,6 +18,8 @@ DAY_GAP = 13
 # What of the pill's ends shows the wallpaper beyond its round corners, in points.
 CORNER = 12
 INK = 90
+# Text of the first order is nearly white, of the third rather grey.
+PRIMARY = 180
 OSLO = {"name": "Oslo", "country": "Norway", "latitude": 59.91, "longitude": 10.75, "timezone": "Europe/Oslo"}
 
 
@@ -68,6 +72,12 @@ def wait_for_days(bar, count=3):
     return still(bar)
 
 
+def brightest(picture, left, top, right, bottom):
+    """Between two columns, and two heights as parts of the whole."""
+    height = picture.height
+    return picture.crop((left, int(height * top), right, int(height * bottom))).getextrema()[1]
+
+
 def still(bar):
     settled(lambda: pill_picture(bar).tobytes())
     return pill_picture(bar)
@@ -114,6 +124,15 @@ def test_the_same_at_twice_the_pixels(start_weather):
     bar = start_weather(scale=2)
     picture = wait_for_days(bar)
     assert picture.height == 144
+    left = TEXT_LEFT * 2
+    days = groups(inked_columns(picture, scale=2), DAY_GAP * 2)[1][0]
+    assert brightest(picture, left, 0.2, days, 0.55) > PRIMARY, "the temperature stands out"
+    assert brightest(picture, left, 0.6, days, 0.8) < PRIMARY, "the place does not"
+    assert brightest(picture, days, 0.1, picture.width - 24, 0.28) < PRIMARY, "nor do the days"
+    for first, last in groups(inked_columns(picture, scale=2), DAY_GAP * 2)[1:]:
+        middle = (first + last) // 2
+        assert brightest(picture, first, 0.68, middle, 0.9) > PRIMARY, "the warmest of a day stands left"
+        assert brightest(picture, middle + 4, 0.68, last + 1, 0.9) < PRIMARY, "the coldest right"
 
 
 @pytest.mark.only_openbox
@@ -135,24 +154,35 @@ def test_another_temperature_changes_the_temperature_alone(desktop, server, star
 
 
 def test_a_server_that_goes_away_takes_nothing_with_it(server, start_weather):
-    bar = start_weather()
+    bar = start_weather(location=OSLO, useCurrentLocation=False)
     before = wait_for_days(bar).tobytes()
     server.failing = {"/v1/forecast"}
     asked = len(server.asked_for("/v1/forecast"))
     bar.choose_mode(automatic=True)
     wait_until(lambda: len(server.asked_for("/v1/forecast")) > asked, what="the changed settings refresh the weather")
     server.stop()
-    # Now even the caller's place is not to be had.
     bar.choose_mode(automatic=False)
-    located(bar, "Chosen city", "San Francisco")
-    server.caller = {**server.caller, "city": "Munich"}
     bar.screen.move_pointer(10, 10)
-    assert_holds(lambda: shown_days(bar) == 3, 1.0, "the days stay")
+    wait_until(lambda: not bar.popups(), what="the menu closes")
+    assert_holds(lambda: pill_picture(bar).tobytes() == before, 1.5, "temperature, place and days stay")
     server.failing = set()
+    server.temperature = 41.2
     server.start()
     bar.choose_mode(automatic=True)
     bar.screen.move_pointer(10, 10)
-    wait_until(lambda: pill_picture(bar).tobytes() == before, what="the server is back and all is as it was")
+    wait_until(lambda: pill_picture(bar).tobytes() != before, what="the server is back and its weather is shown")
+    assert shown_days(bar) == 3
+
+
+@pytest.mark.only_openbox
+def test_a_caller_who_is_not_found_any_more_keeps_the_weather(server, start_weather):
+    bar = start_weather()
+    wait_for_days(bar)
+    server.stop()
+    bar.choose_mode(automatic=True)
+    located(bar, "Chosen city", "San Francisco")
+    bar.screen.move_pointer(10, 10)
+    assert_holds(lambda: shown_days(bar) == 3, 1.0, "the days stay")
 
 
 @pytest.mark.only_openbox
@@ -217,11 +247,32 @@ def test_the_pointer_brings_a_tooltip(start_weather):
 
 
 @pytest.mark.only_openbox
+def test_a_system_bus_that_hangs_holds_nothing_up(desktop, start_weather):
+    path = desktop.directory / "silent-bus"
+    with socket.socket(socket.AF_UNIX) as bus:
+        bus.bind(str(path))
+        bus.listen()
+        bar = start_weather(environment={"DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={path}"})
+        wait_for_days(bar)
+        bus.settimeout(10)
+        caller, _ = bus.accept()
+        # The bar is told to wait now, and yet does what it is told.
+        bar.choose_mode(automatic=True)
+        wait_until(lambda: bar.settings()["visibilityMode"] == "auto", what="the bar takes a command")
+        caller.close()
+
+
+@pytest.mark.only_openbox
 def test_a_machine_that_wakes_asks_for_the_weather(desktop, server, start_weather):
     logind = Logind(desktop)
     bar = start_weather()
     wait_for_days(bar)
     server.temperature = 41.2
     before = pill_picture(bar).tobytes()
-    logind.sleep_and_wake()
-    wait_until(lambda: pill_picture(bar).tobytes() != before, what="the weather of the new day is shown")
+
+    def is_shown_after_waking():
+        # The bar begins to listen a little after its start.
+        logind.sleep_and_wake()
+        return pill_picture(bar).tobytes() != before
+
+    wait_until(is_shown_after_waking, what="the weather of the new day is shown")

@@ -38,10 +38,10 @@ struct Stage : DockFixture {
 
     [[nodiscard]] const HelpTag &tag() const { return view->helpTag(); }
 
-    void move(const QPoint &place)
+    void move(const QPoint &place, Qt::MouseButtons held = Qt::NoButton)
     {
         QMouseEvent event(
-            QEvent::MouseMove, place, view->viewport()->mapToGlobal(place), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+            QEvent::MouseMove, place, view->viewport()->mapToGlobal(place), Qt::NoButton, held, Qt::NoModifier);
         QCoreApplication::sendEvent(view->viewport(), &event);
     }
     /// Long enough to be told something.
@@ -152,6 +152,36 @@ private Q_SLOTS:
         stage.move({middle + 50, 49});
         QVERIFY(stage.tag().isVisible());
         QCOMPARE(stage.tag().text(), QStringLiteral("Open Weather"));
+    }
+
+    void aPointerThatHoldsAButtonIsToldNothing()
+    {
+        Stage stage;
+        stage.move(onTheWeather, Qt::LeftButton);
+        stage.clock.advance(10s);
+        QVERIFY(!stage.tag().isVisible());
+    }
+
+    void theTagFollowsItsWidget()
+    {
+        Stage stage;
+        stage.change([](Settings &settings) { settings.useCurrentLocation = false; });
+        stage.weather.start();
+        stage.rest(onTheWeather);
+        QCOMPARE(stage.tag().text(), QStringLiteral("Weather"));
+        QVERIFY(stage.httpClient.answerJson(R"({"current": {"temperature_2m": 1, "relative_humidity_2m": 2,
+            "apparent_temperature": 3, "is_day": 1, "weather_code": 0, "wind_speed_10m": 4}})"));
+        QCOMPARE(stage.tag().text(), QStringLiteral("Clear\nFeels like 3°"));
+        QVERIFY(stage.tag().isVisible());
+    }
+
+    void theTagOutlivesItsWidget()
+    {
+        Stage stage;
+        stage.rest(onTheWeather);
+        stage.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock}; });
+        stage.move(onTheWeather);
+        QVERIFY(!stage.tag().isVisible());
     }
 
     void theTagGoesWithThePointer()

@@ -93,7 +93,9 @@ private Q_SLOTS:
         pill.setRow({{WidgetKind::weather, blocks[0]}, {WidgetKind::clock, blocks[1]}, {WidgetKind::music, blocks[2]}});
         QCOMPARE(pill.size().width(), 16.0 + 50 + 29 + 50 + 20);
         QCOMPARE(dividers(pill), (QList<qreal>{16 + 50 + 14}));
+        QVERIFY(!blocks[empty]->isVisibleTo(&pill));
         blocks[empty]->grow({50, 30});
+        QVERIFY(blocks[empty]->isVisibleTo(&pill));
         QCOMPARE(pill.size().width(), 16.0 + 50 + 29 + 50 + 29 + 50 + 20);
         QCOMPARE(dividers(pill).size(), 2);
     }

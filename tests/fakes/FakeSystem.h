@@ -41,12 +41,14 @@ public:
     QList<SettingsPane> opened;
 };
 
-/// Every symbol is a filled square of the asked colour, half again as large as its text.
+/// Every symbol that has a name is a filled square of the asked colour, half again as large as its text.
 class FakeSystemImages final : public SystemImages {
 public:
     [[nodiscard]] QImage symbol(const SymbolRequest &request) const override
     {
         requests.append(request);
+        if (request.name.isEmpty())
+            return {};
         const int side = qRound(request.pointSize * 1.5 * request.scale);
         QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
         image.fill(request.color);

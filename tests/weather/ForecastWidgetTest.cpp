@@ -4,6 +4,7 @@
 #include "TileFixture.h"
 #include "support/TestCase.h"
 #include "theme/Text.h"
+#include "theme/Theme.h"
 
 using namespace moorline;
 using namespace moorline::test;
@@ -12,6 +13,46 @@ namespace {
 
 constexpr TextStyle weekdayStyle{.size = 10, .weight = QFont::Medium, .tracking = 0.5};
 constexpr TextStyle temperatureStyle{.size = 11, .weight = QFont::Medium};
+
+/// One day: three lines, each in the middle of the column.
+struct Column {
+    QString weekday;
+    QString symbol;
+    QString maximum;
+    QString minimum;
+
+    [[nodiscard]] qreal weekdayWidth() const { return textSize(weekday, weekdayStyle).width() - 0.5; }
+    [[nodiscard]] qreal maximumWidth() const { return textSize(maximum, temperatureStyle).width(); }
+    [[nodiscard]] qreal temperaturesWidth() const
+    {
+        return maximumWidth() + 4 + textSize(minimum, temperatureStyle).width();
+    }
+    [[nodiscard]] qreal width() const { return std::ceil(std::max(weekdayWidth(), temperaturesWidth())); }
+
+    void draw(QPainter &painter, const Symbols &symbols, qreal middle) const
+    {
+        drawText(painter, {middle - weekdayWidth() / 2, 0}, weekday, weekdayStyle, Theme::tertiaryText);
+        qreal y = textSize(weekday, weekdayStyle).height() + 3;
+        const QSizeF size = symbols.size(symbol, 13);
+        symbols.draw(
+            painter, {middle - size.width() / 2, y}, symbol, 13, Theme::primaryText, SymbolRendering::hierarchical);
+        y += size.height() + 3;
+        const qreal x = middle - temperaturesWidth() / 2;
+        drawText(painter, {x, y}, maximum, temperatureStyle, Theme::primaryText);
+        drawText(painter, {x + maximumWidth() + 4, y}, minimum, temperatureStyle, Theme::tertiaryText);
+    }
+};
+
+const Column tuesday{
+    QStringLiteral("TUE"), QStringLiteral("cloud.sun.fill"), QStringLiteral("63°"), QStringLiteral("49°")};
+const Column wednesday{
+    QStringLiteral("WED"), QStringLiteral("cloud.rain.fill"), QStringLiteral("57°"), QStringLiteral("47°")};
+
+QJsonObject twoDays()
+{
+    return replies::forecastWith(
+        QStringLiteral("daily"), QStringLiteral("time"), replies::texts({"2025-03-04", "2025-03-05"}));
+}
 
 } // namespace
 
@@ -61,6 +102,22 @@ private Q_SLOTS:
         QCOMPARE(fixture.lastRequest(QStringLiteral("cloud.moon.fill")).name, QString());
     }
 
+    void paintsTheDaysSideBySide_data() { addScales(); }
+    void paintsTheDaysSideBySide()
+    {
+        QFETCH(const qreal, scale);
+        TileFixture fixture;
+        ForecastWidget widget(fixture.context());
+        QVERIFY(fixture.answerForecast(twoDays()));
+        const qreal second = tuesday.width() + 16;
+        const QSizeF size(second + wednesday.width(), widget.size().height());
+        const auto draw = [&](QPainter &painter) {
+            tuesday.draw(painter, fixture.symbols, tuesday.width() / 2);
+            wednesday.draw(painter, fixture.symbols, second + wednesday.width() / 2);
+        };
+        QCOMPARE(painted(widget, scale), drawn(size, scale, draw));
+    }
+
     void theTooltipNamesWhatAClickDoes()
     {
         TileFixture fixture;
@@ -73,8 +130,7 @@ private Q_SLOTS:
         ForecastWidget widget(fixture.context());
         QVERIFY(fixture.answerForecast());
         const qreal before = widget.size().width();
-        fixture.refresh(replies::forecastWith(
-            QStringLiteral("daily"), QStringLiteral("time"), replies::texts({"2025-03-04", "2025-03-05"})));
+        fixture.refresh(twoDays());
         QVERIFY(widget.size().width() < before - 16);
         fixture.refresh(replies::forecastWith(QStringLiteral("daily")));
         QCOMPARE(widget.size().width(), 0.0);

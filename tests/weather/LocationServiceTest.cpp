@@ -1,7 +1,4 @@
-#include "weather/LocationService.h"
-
-#include "fakes/FakeClock.h"
-#include "fakes/FakeLocation.h"
+#include "LocationFixture.h"
 #include "support/TestCase.h"
 
 #include <QSignalSpy>
@@ -9,57 +6,8 @@
 using namespace moorline;
 using namespace moorline::test;
 using namespace std::chrono_literals;
+using Answer = LocationFixture::Answer;
 using Availability = LocationService::Availability;
-
-namespace {
-
-const Placemark munich{QStringLiteral("Munich"), QStringLiteral("Munich District"), QStringLiteral("Bavaria"),
-    QStringLiteral("Germany"), QStringLiteral("Europe/Berlin")};
-
-/// What became of one question for the location.
-struct Answer {
-    bool came = false;
-    std::optional<WeatherLocation> location;
-};
-
-struct Fixture {
-    explicit Fixture(LocationAuthorization authorization = LocationAuthorization::authorized)
-    {
-        manager.authorization = authorization;
-        service = std::make_unique<LocationService>(manager, geocoder, clock);
-    }
-
-    QCoro::Task<> ask(Answer &answer)
-    {
-        answer.location = co_await service->currentLocation(8s);
-        answer.came = true;
-    }
-
-    [[nodiscard]] PositionFix fixOfAge(std::chrono::milliseconds age) const
-    {
-        return {48.14, 11.58, clock.now().addMSecs(-age.count())};
-    }
-
-    void deliver(const QList<PositionFix> &fixes) { Q_EMIT manager.didUpdateLocations(fixes); }
-
-    FakeClock clock;
-    FakeLocationManager manager;
-    FakeGeocoder geocoder;
-    std::unique_ptr<LocationService> service;
-};
-
-/// The location that one placemark, or none, makes of a fresh fix.
-WeatherLocation described(const QList<Placemark> &placemarks)
-{
-    Fixture fixture;
-    fixture.manager.known = fixture.fixOfAge(0s);
-    Answer answer;
-    [[maybe_unused]] const auto unwatched = fixture.ask(answer);
-    fixture.geocoder.answer(placemarks);
-    return answer.location.value_or(WeatherLocation());
-}
-
-} // namespace
 
 class LocationServiceTest final : public TestCase {
     Q_OBJECT
@@ -81,7 +29,7 @@ private Q_SLOTS:
     {
         QFETCH(const bool, isEnabled);
         QFETCH(const LocationAuthorization, authorization);
-        Fixture fixture(LocationAuthorization::notDetermined);
+        LocationFixture fixture(LocationAuthorization::notDetermined);
         fixture.manager.isEnabled = isEnabled;
         fixture.manager.decide(authorization);
         QTEST(fixture.service->availability(), "availability");
@@ -92,7 +40,7 @@ private Q_SLOTS:
 
     void availabilityIsAnnouncedOnlyWhenItChanges()
     {
-        Fixture fixture(LocationAuthorization::notDetermined);
+        LocationFixture fixture(LocationAuthorization::notDetermined);
         QSignalSpy changed(fixture.service.get(), &LocationService::availabilityChanged);
         fixture.manager.decide(LocationAuthorization::notDetermined);
         QCOMPARE(changed.size(), 0);
@@ -103,7 +51,7 @@ private Q_SLOTS:
 
     void aYesIsAnnouncedAndANoIsNot()
     {
-        Fixture fixture(LocationAuthorization::notDetermined);
+        LocationFixture fixture(LocationAuthorization::notDetermined);
         QSignalSpy granted(fixture.service.get(), &LocationService::authorizationGranted);
         fixture.manager.decide(LocationAuthorization::denied);
         QCOMPARE(granted.size(), 0);
@@ -113,7 +61,7 @@ private Q_SLOTS:
 
     void theFirstQuestionAsksForPermissionAndDoesNotWait()
     {
-        Fixture fixture(LocationAuthorization::notDetermined);
+        LocationFixture fixture(LocationAuthorization::notDetermined);
         Answer answer;
         [[maybe_unused]] const auto unwatched = fixture.ask(answer);
         QVERIFY(answer.came && !answer.location);
@@ -125,7 +73,7 @@ private Q_SLOTS:
     void withoutPermissionNobodyIsAsked()
     {
         for (const auto refused : {LocationAuthorization::denied, LocationAuthorization::restricted}) {
-            Fixture fixture(refused);
+            LocationFixture fixture(refused);
             fixture.manager.known = fixture.fixOfAge(0s);
             Answer answer;
             [[maybe_unused]] const auto unwatched = fixture.ask(answer);
@@ -137,7 +85,7 @@ private Q_SLOTS:
 
     void permissionIsLookedAtAnewForEachQuestion()
     {
-        Fixture fixture(LocationAuthorization::denied);
+        LocationFixture fixture(LocationAuthorization::denied);
         fixture.manager.authorization = LocationAuthorization::authorized;
         Answer answer;
         [[maybe_unused]] const auto unwatched = fixture.ask(answer);
@@ -147,7 +95,7 @@ private Q_SLOTS:
 
     void aPositionOf299SecondsIsUsedWithoutAsking()
     {
-        Fixture fixture;
+        LocationFixture fixture;
         fixture.manager.known = fixture.fixOfAge(299s);
         Answer answer;
         [[maybe_unused]] const auto unwatched = fixture.ask(answer);
@@ -158,7 +106,7 @@ private Q_SLOTS:
 
     void aPositionOf300SecondsIsTooOld()
     {
-        Fixture fixture;
+        LocationFixture fixture;
         fixture.manager.known = fixture.fixOfAge(300s);
         Answer answer;
         [[maybe_unused]] const auto unwatched = fixture.ask(answer);
@@ -168,7 +116,7 @@ private Q_SLOTS:
 
     void aPositionFromTomorrowIsNotBelieved()
     {
-        Fixture fixture;
+        LocationFixture fixture;
         fixture.manager.known = fixture.fixOfAge(-24h);
         Answer answer;
         [[maybe_unused]] const auto unwatched = fixture.ask(answer);
@@ -177,7 +125,7 @@ private Q_SLOTS:
 
     void theLastOfSeveralPositionsCounts()
     {
-        Fixture fixture;
+        LocationFixture fixture;
         Answer answer;
         [[maybe_unused]] const auto unwatched = fixture.ask(answer);
         fixture.deliver({{1, 2, fixture.clock.now()}, {48.14, 11.58, fixture.clock.now()}});
@@ -190,7 +138,7 @@ private Q_SLOTS:
 
     void anEmptyListOfPositionsIsNone()
     {
-        Fixture fixture;
+        LocationFixture fixture;
         Answer answer;
         [[maybe_unused]] const auto unwatched = fixture.ask(answer);
         fixture.deliver({});
@@ -199,7 +147,7 @@ private Q_SLOTS:
 
     void aFailureIsNoPosition()
     {
-        Fixture fixture;
+        LocationFixture fixture;
         Answer answer;
         [[maybe_unused]] const auto unwatched = fixture.ask(answer);
         Q_EMIT fixture.manager.didFail();
@@ -209,7 +157,7 @@ private Q_SLOTS:
 
     void twoCallersShareOneRequestAndItsAnswer()
     {
-        Fixture fixture;
+        LocationFixture fixture;
         Answer one;
         Answer other;
         [[maybe_unused]] const auto unwatchedOne = fixture.ask(one);
@@ -225,7 +173,7 @@ private Q_SLOTS:
 
     void everyCallerGivesUpWhenNothingComesInTime()
     {
-        Fixture fixture;
+        LocationFixture fixture;
         Answer one;
         Answer other;
         [[maybe_unused]] const auto unwatchedOne = fixture.ask(one);
@@ -242,7 +190,7 @@ private Q_SLOTS:
 
     void aLateFixIsIgnored()
     {
-        Fixture fixture;
+        LocationFixture fixture;
         Answer answer;
         [[maybe_unused]] const auto unwatched = fixture.ask(answer);
         fixture.clock.advance(8s);
@@ -254,7 +202,7 @@ private Q_SLOTS:
 
     void afterATimeoutTheSystemIsAskedAgain()
     {
-        Fixture fixture;
+        LocationFixture fixture;
         Answer answer;
         [[maybe_unused]] const auto unwatched = fixture.ask(answer);
         fixture.clock.advance(8s);
@@ -264,93 +212,14 @@ private Q_SLOTS:
         QVERIFY(!again.came);
     }
 
-    void aPlaceTakesAllFromItsPlacemark()
-    {
-        const WeatherLocation expected{QStringLiteral("Munich"), QStringLiteral("Bavaria"), QStringLiteral("Germany"),
-            48.14, 11.58, QStringLiteral("Europe/Berlin")};
-        QCOMPARE(described({munich}), expected);
-    }
-
-    void onlyTheFirstPlacemarkCounts()
-    {
-        Placemark other;
-        other.locality = QStringLiteral("Elsewhere");
-        QCOMPARE(described({munich, other}).name, QStringLiteral("Munich"));
-    }
-
-    void aPlaceWithoutATownIsNamedAfterItsCounty()
-    {
-        Placemark place = munich;
-        place.locality.reset();
-        QCOMPARE(described({place}).name, QStringLiteral("Munich District"));
-        place.subAdministrativeArea.reset();
-        QCOMPARE(described({place}).name, QStringLiteral("Bavaria"));
-        place.administrativeArea.reset();
-        QCOMPARE(described({place}).name, QStringLiteral("Current location"));
-        QCOMPARE(described({place}).country, QStringLiteral("Germany"));
-    }
-
-    void aPlaceWithoutAZoneIsInTheSystemsZone()
-    {
-        Placemark place = munich;
-        place.timeZone.reset();
-        QCOMPARE(described({place}).timezone, QStringLiteral("UTC"));
-    }
-
-    void aPlaceThatNobodyKnowsIsTheCurrentLocation()
-    {
-        const WeatherLocation expected{
-            QStringLiteral("Current location"), std::nullopt, std::nullopt, 48.14, 11.58, QStringLiteral("UTC")};
-        QCOMPARE(described({}), expected);
-    }
-
-    void aSilentGeocoderLeavesThePlaceUnnamed()
-    {
-        Fixture fixture;
-        fixture.manager.known = fixture.fixOfAge(0s);
-        Answer answer;
-        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
-        fixture.clock.advance(LocationService::namingLimit - 1ms);
-        QVERIFY(!answer.came);
-        fixture.clock.advance(1ms);
-        QCOMPARE(answer.location->name, QStringLiteral("Current location"));
-        QVERIFY(fixture.geocoder.answer({munich}));
-        QCOMPARE(answer.location->name, QStringLiteral("Current location"));
-    }
-
-    void theLastFixIsAnnouncedOnlyWhenItChanges()
-    {
-        Fixture fixture;
-        QSignalSpy changed(fixture.service.get(), &LocationService::lastFixChanged);
-        fixture.manager.known = fixture.fixOfAge(0s);
-        for (int i = 0; i < 2; ++i) {
-            Answer answer;
-            [[maybe_unused]] const auto unwatched = fixture.ask(answer);
-            QVERIFY(fixture.geocoder.answer({munich}));
-            QCOMPARE(fixture.service->lastFix(), answer.location);
-        }
-        QCOMPARE(changed.size(), 1);
-    }
-
     void theEndOfTheServiceAnswersWhoeverWaits()
     {
-        Fixture fixture;
+        LocationFixture fixture;
         Answer answer;
         [[maybe_unused]] const auto unwatched = fixture.ask(answer);
         fixture.service.reset();
         QVERIFY(answer.came && !answer.location);
         QCOMPARE(fixture.clock.runningTimers(), 0);
-    }
-
-    void theEndOfTheServiceWhileAPlaceIsNamedIsNoHarm()
-    {
-        Fixture fixture;
-        fixture.manager.known = fixture.fixOfAge(0s);
-        Answer answer;
-        [[maybe_unused]] const auto unwatched = fixture.ask(answer);
-        fixture.service.reset();
-        QVERIFY(fixture.geocoder.answer({munich}));
-        QCOMPARE(answer.location->name, QStringLiteral("Munich"));
     }
 };
 

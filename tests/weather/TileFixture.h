@@ -52,6 +52,26 @@ inline void paint(QGraphicsWidget &widget, qreal scale = 1)
     QVERIFY(!painted(widget, scale).isNull());
 }
 
+/// The picture that a function draws at this scale, on nothing: what painted() is compared with.
+template <typename Draw>
+[[nodiscard]] QImage drawn(const QSizeF &size, qreal scale, Draw draw)
+{
+    QImage image((size * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    draw(painter);
+    return image;
+}
+
+/// The rows of a case that is about every scale.
+inline void addScales()
+{
+    QTest::addColumn<qreal>("scale");
+    QTest::newRow("1") << 1.0;
+    QTest::newRow("2") << 2.0;
+}
+
 /// A widget in a view of its own, to be clicked at.
 class Stage final {
 public:

@@ -104,7 +104,7 @@ private Q_SLOTS:
     void aNameIsOneLine()
     {
         WeatherLocation place = munich();
-        place.name = QStringLiteral(" Bad\nName\t\u2028here ");
+        place.name = QStringLiteral(" Bad\nName\t\u2028\u001b\u0007here ");
         QCOMPARE(weatherDisplay(clearNight(), place, std::nullopt).caption, QStringLiteral("Bad Name here"));
     }
 

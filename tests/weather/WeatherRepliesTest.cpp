@@ -128,6 +128,11 @@ private Q_SLOTS:
         QTest::newRow("a path") << QJsonValue(QStringLiteral("../zoneinfo/Asia/Tokyo"))
                                 << QByteArray("America/New_York");
         QTest::newRow("empty") << QJsonValue(QString()) << QByteArray("America/New_York");
+        QTest::newRow("GMT") << QJsonValue(QStringLiteral("GMT")) << QByteArray("UTC");
+        QTest::newRow("an old name") << QJsonValue(QStringLiteral("Asia/Calcutta")) << QByteArray("Asia/Kolkata");
+        QTest::newRow("of the open sea") << QJsonValue(QStringLiteral("Etc/GMT+3")) << QByteArray("Etc/GMT+3");
+        for (const char *other : {"Europe", "America/Argentina", "XYZ5", "posixrules", "UTC+3", "/etc/localtime"})
+            QTest::newRow(other) << QJsonValue(QString::fromLatin1(other)) << QByteArray("America/New_York");
     }
     void daysBeginInTheZoneOfThePlace()
     {

@@ -12,6 +12,31 @@ namespace {
 
 constexpr TextStyle temperatureStyle{.size = 20, .weight = QFont::DemiBold};
 constexpr TextStyle captionStyle{.size = 11};
+constexpr qreal padding = 5;
+constexpr qreal besideTheSymbol = padding + 24 + 9;
+
+/// The two lines of the widget, the caption below the temperature.
+struct Lines {
+    QString temperature;
+    QString caption;
+    qreal left;
+
+    [[nodiscard]] QSizeF temperatureSize() const { return textSize(temperature, temperatureStyle); }
+    [[nodiscard]] QSizeF captionSize() const { return textSize(caption, captionStyle); }
+
+    [[nodiscard]] QSizeF widgetSize() const
+    {
+        const qreal width = std::ceil(std::max(temperatureSize().width(), captionSize().width()));
+        return {
+            left + width + padding, padding + std::ceil(temperatureSize().height() + captionSize().height()) + padding};
+    }
+
+    void draw(QPainter &painter) const
+    {
+        drawText(painter, {left, padding}, temperature, temperatureStyle, Theme::primaryText);
+        drawText(painter, {left, padding + temperatureSize().height()}, caption, captionStyle, Theme::tertiaryText);
+    }
+};
 
 } // namespace
 
@@ -87,6 +112,36 @@ private Q_SLOTS:
         QVERIFY(std::abs(middle - (5 + 12)) <= 1);
     }
 
+    void paintsTheWeather_data() { addScales(); }
+    void paintsTheWeather()
+    {
+        QFETCH(const qreal, scale);
+        TileFixture fixture;
+        WeatherWidget widget(fixture.context());
+        QVERIFY(fixture.answerForecast());
+        const Lines lines{QStringLiteral("60°"), QStringLiteral("San Francisco"), besideTheSymbol};
+        const auto draw = [&](QPainter &painter) {
+            const QString name = QStringLiteral("cloud.sun.fill");
+            const QSizeF symbol = fixture.symbols.size(name, 21);
+            const QPointF corner(
+                padding + (24 - symbol.width()) / 2, (lines.widgetSize().height() - symbol.height()) / 2);
+            fixture.symbols.draw(painter, corner, name, 21, Theme::primaryText, SymbolRendering::hierarchical);
+            lines.draw(painter);
+        };
+        QCOMPARE(painted(widget, scale), drawn(lines.widgetSize(), scale, draw));
+    }
+
+    void paintsTextAloneWhileItLoads_data() { addScales(); }
+    void paintsTextAloneWhileItLoads()
+    {
+        QFETCH(const qreal, scale);
+        TileFixture fixture;
+        WeatherWidget widget(fixture.context());
+        const Lines lines{QStringLiteral("—°"), QStringLiteral("Loading"), padding};
+        const auto draw = [&lines](QPainter &painter) { lines.draw(painter); };
+        QCOMPARE(painted(widget, scale), drawn(lines.widgetSize(), scale, draw));
+    }
+
     void aLongNameIsShortened()
     {
         TileFixture fixture;
@@ -152,6 +207,17 @@ private Q_SLOTS:
             stage.press({10, 10}, button);
             stage.release({10, 10}, button);
         }
+        QCOMPARE(fixture.timesOpened, 0);
+    }
+
+    void anotherButtonSpoilsTheClick()
+    {
+        TileFixture fixture;
+        WeatherWidget widget(fixture.context());
+        Stage stage(widget);
+        stage.press({10, 10});
+        stage.press({10, 10}, Qt::RightButton);
+        stage.release({10, 10}, Qt::RightButton);
         QCOMPARE(fixture.timesOpened, 0);
     }
 

@@ -24,15 +24,21 @@ constexpr QLatin1StringView namesOfSilence[] = {
     QLatin1StringView("org.freedesktop.DBus.Error.TimedOut"),
 };
 
-/// As they begin.
 constexpr QLatin1StringView namesOfAbsence[] = {
     QLatin1StringView("org.freedesktop.DBus.Error.ServiceUnknown"),
     QLatin1StringView("org.freedesktop.DBus.Error.NameHasNoOwner"),
-    QLatin1StringView("org.freedesktop.DBus.Error.Spawn."),
+    QLatin1StringView("org.freedesktop.DBus.Error.Spawn.ServiceNotFound"),
     QLatin1StringView("org.freedesktop.DBus.Error.FileNotFound"),
     QLatin1StringView("org.freedesktop.DBus.Error.NoServer"),
     QLatin1StringView("org.freedesktop.DBus.Error.Disconnected"),
-    // The bus passes on why systemd does not start a unit, for example because it is masked.
+    // The bus passes on why systemd does not start a unit.
+    QLatin1StringView("org.freedesktop.systemd1.NoSuchUnit"),
+    QLatin1StringView("org.freedesktop.systemd1.UnitMasked"),
+};
+
+/// Starting the service went wrong this time, which says nothing of the next. As they begin.
+constexpr QLatin1StringView namesOfFailedStarts[] = {
+    QLatin1StringView("org.freedesktop.DBus.Error.Spawn."),
     QLatin1StringView("org.freedesktop.systemd1."),
 };
 
@@ -47,8 +53,10 @@ GeoClueCondition conditionOf(const QString &errorName, GeoClueStep step)
     if (std::ranges::any_of(namesOfSilence, isError))
         return GeoClueCondition::silent;
     // One that was there a moment ago has ended by itself, and comes again when it is asked.
-    if (std::ranges::any_of(namesOfAbsence, beginsError))
+    if (std::ranges::any_of(namesOfAbsence, isError))
         return step == GeoClueStep::findingService ? GeoClueCondition::absent : GeoClueCondition::silent;
+    if (std::ranges::any_of(namesOfFailedStarts, beginsError))
+        return GeoClueCondition::silent;
     return GeoClueCondition::broken;
 }
 

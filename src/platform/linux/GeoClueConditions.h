@@ -17,7 +17,7 @@ enum class GeoClueCondition {
     forbidden,
     /// No system bus, or no such service that could be started.
     absent,
-    /// No answer in time.
+    /// No answer in time, or not able to answer this time.
     silent,
     /// An answer that nobody expects.
     broken,

@@ -1,17 +1,17 @@
 #include "platform/linux/GeoClueLocationManager.h"
 
+#include "platform/linux/SystemBus.h"
+
 #include <QPointer>
 #include <utility>
 
 namespace moorline {
 
-GeoClueLocationManager::GeoClueLocationManager(Clock &clock, const QString &desktopId, const QDBusConnection &bus)
+GeoClueLocationManager::GeoClueLocationManager(Clock &clock, const QString &desktopId, const SystemBus &bus)
     : m_clock(clock)
     , m_desktopId(desktopId)
-    , m_bus(bus)
-    , m_watcher(QStringLiteral("org.freedesktop.GeoClue2"), bus, QDBusServiceWatcher::WatchForOwnerChange)
-    , m_condition(bus.isConnected() ? GeoClueCondition::notAsked : GeoClueCondition::absent)
 {
+    connect(&bus, &SystemBus::opened, this, &GeoClueLocationManager::adoptBus);
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
         [this](const QString &, const QString &before, const QString &now) { ownerChanged(before, now); });
 }
@@ -28,8 +28,21 @@ LocationAuthorization GeoClueLocationManager::authorizationStatus() const
     return meaningOf(m_condition).authorization;
 }
 
+void GeoClueLocationManager::adoptBus(const QDBusConnection &bus)
+{
+    m_bus = bus;
+    m_watcher.setConnection(bus);
+    m_watcher.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
+    m_watcher.addWatchedService(QStringLiteral("org.freedesktop.GeoClue2"));
+    if (m_isPermissionWanted || m_isLocationWanted)
+        ensureSession();
+    else if (!bus.isConnected())
+        setCondition(GeoClueCondition::absent);
+}
+
 void GeoClueLocationManager::requestWhenInUseAuthorization()
 {
+    m_isPermissionWanted = true;
     ensureSession();
 }
 
@@ -41,9 +54,10 @@ void GeoClueLocationManager::requestLocation()
 
 void GeoClueLocationManager::ensureSession()
 {
-    if (m_session)
+    if (!m_bus || m_session)
         return;
-    m_session = std::make_unique<GeoClueSession>(m_bus, m_clock, m_desktopId);
+    m_isPermissionWanted = false;
+    m_session = std::make_unique<GeoClueSession>(*m_bus, m_clock, m_desktopId);
     connect(m_session.get(), &GeoClueSession::granted, this, [this] { setCondition(GeoClueCondition::granted); });
     connect(m_session.get(), &GeoClueSession::refused, this, &GeoClueLocationManager::refused);
     connect(m_session.get(), &GeoClueSession::finished, this, &GeoClueLocationManager::finished);

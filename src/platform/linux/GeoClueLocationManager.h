@@ -7,6 +7,7 @@
 namespace moorline {
 
 class Clock;
+class SystemBus;
 
 /// GeoClue2 on the system bus. It is asked only when somebody asks for permission or for a position, and let go of
 /// after the first position.
@@ -18,8 +19,7 @@ class GeoClueLocationManager final : public LocationManager {
     Q_OBJECT
 public:
     /// `desktopId` is the name of this program's desktop entry without ".desktop"; GeoClue and its agents decide by it.
-    GeoClueLocationManager(
-        Clock &clock, const QString &desktopId, const QDBusConnection &bus = QDBusConnection::systemBus());
+    GeoClueLocationManager(Clock &clock, const QString &desktopId, const SystemBus &bus);
     ~GeoClueLocationManager() override;
 
     [[nodiscard]] bool locationServicesEnabled() const override;
@@ -31,6 +31,7 @@ public:
     void requestLocation() override;
 
 private:
+    void adoptBus(const QDBusConnection &bus);
     void ensureSession();
     void endSession();
     void refused(GeoClueCondition why);
@@ -40,10 +41,12 @@ private:
 
     Clock &m_clock;
     QString m_desktopId;
-    QDBusConnection m_bus;
+    /// Absent until it is open.
+    std::optional<QDBusConnection> m_bus;
     QDBusServiceWatcher m_watcher;
-    GeoClueCondition m_condition;
+    GeoClueCondition m_condition = GeoClueCondition::notAsked;
     std::optional<PositionFix> m_location;
+    bool m_isPermissionWanted = false;
     bool m_isLocationWanted = false;
     std::unique_ptr<GeoClueSession> m_session;
 };

@@ -13,6 +13,7 @@
 #include "platform/linux/RouteMonitor.h"
 #include "platform/linux/StatusNotifierBar.h"
 #include "platform/linux/SvgSymbols.h"
+#include "platform/linux/SystemBus.h"
 #include "platform/linux/X11PanelWindow.h"
 #include "platform/linux/X11Pointer.h"
 #include "platform/linux/X11Screens.h"
@@ -58,6 +59,7 @@ struct X11Desktop {
 struct Foundation {
     std::unique_ptr<X11Desktop> desktop;
     DesktopDock dock;
+    SystemBus systemBus;
 };
 
 /// Null when Qt does not draw on an X server.
@@ -69,29 +71,29 @@ std::unique_ptr<X11Desktop> openDesktop()
     return connection ? std::make_unique<X11Desktop>(std::move(connection)) : nullptr;
 }
 
-std::shared_ptr<Foundation> layFoundation()
+std::shared_ptr<Foundation> layFoundation(Clock &clock)
 {
     auto desktop = openDesktop();
     const DockWindows *docks = desktop ? &desktop->docks : nullptr;
-    return std::make_shared<Foundation>(Foundation{std::move(desktop), DesktopDock(docks)});
+    return std::shared_ptr<Foundation>(new Foundation{std::move(desktop), DesktopDock(docks), SystemBus(clock)});
 }
 
-void addDesktop(Platform &platform, X11Desktop &desktop)
+void addDesktop(Platform &platform, X11Desktop &desktop, const SystemBus &systemBus)
 {
     platform.screens = std::make_unique<X11Screens>(desktop.connection.get());
     platform.pointer = std::make_unique<X11Pointer>(*desktop.connection);
     platform.panelWindow = std::make_unique<X11PanelWindow>(*desktop.connection, desktop.clients, *platform.clock);
     platform.windowServer = std::make_unique<X11WindowServer>(desktop.clients);
-    platform.workspace = std::make_unique<X11Workspace>(*desktop.connection);
+    platform.workspace = std::make_unique<X11Workspace>(*desktop.connection, systemBus);
 }
 
-void addNothing(Platform &platform)
+void addNothing(Platform &platform, const SystemBus &systemBus)
 {
     platform.screens = std::make_unique<X11Screens>(nullptr);
     platform.pointer = std::make_unique<NullPointer>();
     platform.panelWindow = std::make_unique<NullPanelWindow>();
     platform.windowServer = std::make_unique<NullWindowServer>();
-    platform.workspace = std::make_unique<NullWorkspace>();
+    platform.workspace = std::make_unique<NullWorkspace>(systemBus);
 }
 
 } // namespace
@@ -110,14 +112,14 @@ bool preparePlatform(DisplayNeed need)
 
 std::unique_ptr<Platform> createPlatform()
 {
-    const auto foundation = layFoundation();
     auto platform = std::make_unique<Platform>();
-    platform->foundation = foundation;
     platform->clock = std::make_unique<QtClock>();
+    const auto foundation = layFoundation(*platform->clock);
+    platform->foundation = foundation;
     if (foundation->desktop)
-        addDesktop(*platform, *foundation->desktop);
+        addDesktop(*platform, *foundation->desktop, foundation->systemBus);
     else
-        addNothing(*platform);
+        addNothing(*platform, foundation->systemBus);
     platform->preferences = std::make_unique<DesktopPreferences>(foundation->dock);
     platform->systemDockControl = std::make_unique<DesktopDockControl>(foundation->dock);
     platform->systemSettings = std::make_unique<DesktopSettings>(foundation->dock);
@@ -125,8 +127,8 @@ std::unique_ptr<Platform> createPlatform()
     platform->directories = std::make_unique<XdgDirectories>();
     platform->httpClient = std::make_unique<QtHttpClient>(*platform->clock);
     platform->network = std::make_unique<RouteMonitor>(*platform->clock);
-    platform->locationManager =
-        std::make_unique<GeoClueLocationManager>(*platform->clock, QGuiApplication::desktopFileName());
+    platform->locationManager = std::make_unique<GeoClueLocationManager>(
+        *platform->clock, QGuiApplication::desktopFileName(), foundation->systemBus);
     platform->geocoder = std::make_unique<GWeatherGeocoder>();
     platform->appBundles = std::make_unique<DesktopEntries>();
     platform->systemImages = std::make_unique<SvgSymbols>();

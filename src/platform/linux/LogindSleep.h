@@ -1,21 +1,34 @@
 #pragma once
 
+#include <QDBusServiceWatcher>
 #include <QObject>
 
+class QDBusMessage;
+
 namespace moorline {
+
+class SystemBus;
 
 /// What logind tells of sleep, on the system bus. Silent where there is no such bus.
 class LogindSleep final : public QObject {
     Q_OBJECT
 public:
-    LogindSleep();
+    explicit LogindSleep(const SystemBus &bus);
 
 Q_SIGNALS:
     /// The machine woke from sleep.
     void didWake();
 
 private Q_SLOTS:
-    void notePreparation(bool isGoingToSleep);
+    void notePreparation(const QDBusMessage &message);
+
+private:
+    void listen(QDBusConnection bus);
+    void findOwner(const QDBusConnection &bus);
+
+    QDBusServiceWatcher m_watcher;
+    /// The unique name of the program that is logind; empty while there is none.
+    QString m_owner;
 };
 
 } // namespace moorline

@@ -9,7 +9,11 @@ namespace moorline {
 class NullWorkspace final : public Workspace {
     Q_OBJECT
 public:
-    NullWorkspace() { connect(&m_sleep, &LogindSleep::didWake, this, &Workspace::didWake); }
+    explicit NullWorkspace(const SystemBus &bus)
+        : m_sleep(bus)
+    {
+        connect(&m_sleep, &LogindSleep::didWake, this, &Workspace::didWake);
+    }
 
 private:
     LogindSleep m_sleep;

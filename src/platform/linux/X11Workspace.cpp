@@ -4,8 +4,9 @@
 
 namespace moorline {
 
-X11Workspace::X11Workspace(const XConnection &connection)
+X11Workspace::X11Workspace(const XConnection &connection, const SystemBus &bus)
     : m_connection(connection)
+    , m_sleep(bus)
 {
     connect(&connection, &XConnection::propertyChanged, this, &X11Workspace::noteProperty);
     connect(&m_sleep, &LogindSleep::didWake, this, &Workspace::didWake);

@@ -13,7 +13,7 @@ class XConnection;
 class X11Workspace final : public Workspace {
     Q_OBJECT
 public:
-    explicit X11Workspace(const XConnection &connection);
+    X11Workspace(const XConnection &connection, const SystemBus &bus);
 
 private:
     void noteProperty(xcb_window_t window, xcb_atom_t name);

@@ -1,6 +1,7 @@
 """The weather's web services, all on one local server."""
 
 import json
+import sys
 import threading
 from datetime import date, timedelta
 from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
@@ -31,8 +32,7 @@ class WeatherServer:
 
     def start(self):
         handler = type("Handler", (_Handler,), {"weather": self})
-        self._server = ThreadingHTTPServer(("127.0.0.1", self._port), handler)
-        self._server.daemon_threads = True
+        self._server = _Server(("127.0.0.1", self._port), handler)
         self._port = self._server.server_port
         threading.Thread(target=self._server.serve_forever, args=(0.02,), daemon=True).start()
 
@@ -86,6 +86,15 @@ class WeatherServer:
                 "temperature_2m_min": [52.3 - 2 * day for day in days],
             },
         }
+
+
+class _Server(ThreadingHTTPServer):
+    daemon_threads = True
+
+    def handle_error(self, request, client_address):
+        # A request that was given up is nobody's error.
+        if not isinstance(sys.exc_info()[1], ConnectionError):
+            super().handle_error(request, client_address)
 
 
 class _Handler(BaseHTTPRequestHandler):
