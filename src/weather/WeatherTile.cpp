@@ -17,6 +17,20 @@ WeatherTile::WeatherTile(Context context, QGraphicsItem *parent)
     connect(weather, &WeatherService::lastErrorChanged, this, [this] { refresh(); });
 }
 
+QRectF WeatherTile::boundingRect() const
+{
+    // Beyond both edges of the pill, which takes no input outside of itself.
+    constexpr qreal reach = 24;
+    return rect().isEmpty() ? rect() : rect().marginsAdded({0, reach, 0, reach});
+}
+
+QPainterPath WeatherTile::shape() const
+{
+    QPainterPath area;
+    area.addRect(boundingRect());
+    return area;
+}
+
 void WeatherTile::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
     m_pressed = event->button() == Qt::LeftButton;
@@ -25,7 +39,7 @@ void WeatherTile::mousePressEvent(QGraphicsSceneMouseEvent *event)
 void WeatherTile::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 {
     const bool isClick = std::exchange(m_pressed, false) && event->button() == Qt::LeftButton;
-    if (!isClick || !rect().contains(event->pos()))
+    if (!isClick || !boundingRect().contains(event->pos()))
         return;
     if (m_context.openWeatherApp)
         m_context.openWeatherApp();

@@ -23,6 +23,10 @@ public:
 
     WeatherTile(Context context, QGraphicsItem *parent);
 
+    /// Higher than what is painted: a pointer that is thrown at the edge of the screen hits as well.
+    [[nodiscard]] QRectF boundingRect() const override;
+    [[nodiscard]] QPainterPath shape() const override;
+
 protected:
     [[nodiscard]] const WeatherService &service() const { return m_context.service; }
     [[nodiscard]] const Symbols &symbols() const { return m_context.symbols; }

@@ -108,6 +108,10 @@ private Q_SLOTS:
         view.show();
         QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(300, 49));
         QCOMPARE(fixture.timesWeatherAppOpened, 1);
+        // Also between the text and the edges of the pill, which stands from 13 to 85 in the view.
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(300, 14));
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(300, 84));
+        QCOMPARE(fixture.timesWeatherAppOpened, 3);
     }
 
     void aChangeOfOtherSettingsKeepsTheWidgets()
