@@ -43,7 +43,7 @@ class Bar:
         self.window = wait_until(self._find_window, timeout=10, what="the bar maps its window")
         settled(self.frame)
         if visible:
-            wait_until(self.pill_edges, what="the pill is drawn")
+            wait_until(lambda: self.pill_edges() and self._is_see_through(), what="the pill is drawn")
 
     # Window
 
@@ -96,6 +96,11 @@ class Bar:
         """Looks just inside the pill's upper edge, where no widget draws."""
         top = self._screen_height() - (2 + PILL_HEIGHT) * self.scale
         return pill.is_pill(self.screen.pixel(self._column(), top + 5 * self.scale))
+
+    def _is_see_through(self):
+        """A compositor that had nothing to do needs a moment to take up its work, in which the whole panel is black."""
+        frame = self.frame()
+        return not pill.is_pill(self.screen.pixel(max(frame.x, 0) + 1, frame.y + 1))
 
     def _column(self):
         """The column of pixels through the middle of the panel, as far as it is on the display."""
