@@ -1,5 +1,6 @@
 #include "GeoClueDouble.h"
 
+#include <QCoreApplication>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
@@ -44,6 +45,10 @@ GeoClueDouble::GeoClueDouble()
 
 GeoClueDouble::~GeoClueDouble()
 {
+    // Calls that were not delivered yet are refused by Qt, which needs the connection for it.
+    if (!m_connectionName.isEmpty())
+        connectionNamed(m_connectionName).unregisterObject(QStringLiteral("/"));
+    QCoreApplication::removePostedEvents(this);
     stop();
 }
 
