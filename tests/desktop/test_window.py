@@ -96,6 +96,8 @@ def test_a_window_raised_over_the_place_of_the_bar_stays_below_it(screen, start_
     client.raise_to_top()
     client.activate()
     wait_until(lambda: screen.is_above(bar.window, client.window), what="the bar is above")
+    # The compositor shows it with its next frame.
+    wait_until(bar.is_pill_visible, what="the bar is to be seen")
     assert_holds(lambda: bar.is_pill_visible(), 0.5, "the raised window covers the bar")
     assert screen.is_above(bar.window, client.window)
 

@@ -130,6 +130,8 @@ class Bar:
         frame = self.open_menu()
         offset = (10 if automatic else -10) * self.scale
         self.screen.click(frame.center_x, frame.center_y + offset)
+        # A press that comes while it closes is taken for one outside the menu.
+        wait_until(lambda: not self.popups(), what="the menu closes")
 
     def log_lines(self):
         return self.process.output().splitlines()
