@@ -97,7 +97,7 @@ def test_a_window_raised_over_the_place_of_the_bar_stays_below_it(screen, start_
     client.activate()
     wait_until(lambda: screen.is_above(bar.window, client.window), what="the bar is above")
     # The compositor shows it with its next frame.
-    settled(bar.is_pill_visible, rounds=10)
+    assert settled(bar.is_pill_visible, timeout=1.0, rounds=10), "the bar comes back within a second"
     assert_holds(lambda: bar.is_pill_visible(), 0.5, "the raised window covers the bar")
     assert screen.is_above(bar.window, client.window)
 
@@ -108,5 +108,5 @@ def test_bar_stays_above_a_window_that_opens_later_and_asks_to_be_above(screen, 
     screen.ask_window_manager(client.window, "_NET_WM_STATE", [1, screen.atom("_NET_WM_STATE_ABOVE"), 0, 1])
     wait_until(lambda: "_NET_WM_STATE_ABOVE" in screen.atom_names(client.window, "_NET_WM_STATE"))
     # The window manager raises it after that, the bar follows, and the compositor shows it.
-    settled(bar.is_pill_visible, rounds=10)
+    assert settled(bar.is_pill_visible, timeout=1.0, rounds=10), "the bar comes back within a second"
     assert_holds(lambda: bar.is_pill_visible(), 0.5, "the raised window covers the bar")
