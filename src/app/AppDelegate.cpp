@@ -46,7 +46,7 @@ void AppDelegate::startServices()
     m_timeKeeper.start();
     // What could not be fetched while there was no network, or is hours old after a sleep, is worth asking for at once.
     connect(m_platform.network.get(), &Network::becameReachable, &m_weatherService, &WeatherService::refresh);
-    connect(m_platform.workspace.get(), &Workspace::didWake, &m_weatherService, &WeatherService::refresh);
+    connect(m_platform.power.get(), &Power::didWake, &m_weatherService, &WeatherService::refresh);
     connect(&m_locationService, &LocationService::authorizationGranted, &m_weatherService, &WeatherService::refresh);
     m_weatherService.start();
 }

@@ -1,8 +1,8 @@
 #include "dock/DockHostingView.h"
 
+#include "chrome/BarWidget.h"
+#include "chrome/HelpTag.h"
 #include "dock/DockBarView.h"
-#include "dock/HelpTag.h"
-#include "theme/BarWidget.h"
 
 #include <QSinglePointEvent>
 

@@ -5,12 +5,12 @@
 #include "dock/DockHostingView.h"
 #include "dock/DockPanel.h"
 #include "dock/PanelPlacement.h"
-#include "dock/RectText.h"
 #include "platform/PanelWindow.h"
 #include "platform/Pointer.h"
 #include "platform/WindowServer.h"
 #include "platform/Workspace.h"
 #include "settings/SettingsStore.h"
+#include "support/RectText.h"
 #include "system/SpaceProbe.h"
 #include "system/SystemDock.h"
 

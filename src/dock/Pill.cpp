@@ -1,11 +1,11 @@
 #include "dock/Pill.h"
 
+#include "chrome/BarWidget.h"
+#include "chrome/WidgetDivider.h"
 #include "dock/BarMetrics.h"
 #include "files/DragPayload.h"
-#include "theme/BarWidget.h"
 #include "theme/Shapes.h"
 #include "theme/Theme.h"
-#include "theme/WidgetDivider.h"
 
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneDragDropEvent>

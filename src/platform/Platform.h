@@ -9,6 +9,7 @@
 #include "platform/Network.h"
 #include "platform/PanelWindow.h"
 #include "platform/Pointer.h"
+#include "platform/Power.h"
 #include "platform/Preferences.h"
 #include "platform/Screens.h"
 #include "platform/StatusBar.h"
@@ -32,6 +33,7 @@ struct Platform {
     std::unique_ptr<PanelWindow> panelWindow;
     std::unique_ptr<WindowServer> windowServer;
     std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<Power> power;
     std::unique_ptr<StatusBar> statusBar;
     std::unique_ptr<Preferences> preferences;
     /// Null where the body's own, made of scripts and processes, is the right one.

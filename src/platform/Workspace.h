@@ -15,8 +15,6 @@ Q_SIGNALS:
     void activeSpaceChanged();
     /// Another application came to the front.
     void applicationActivated();
-    /// The machine woke from sleep.
-    void didWake();
 };
 
 } // namespace moorline

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileDescriptor.h"
+#include "support/FileDescriptor.h"
 
 #include <QByteArray>
 #include <QObject>

@@ -1,7 +1,7 @@
 #include "system/ScriptedSystemDockControl.h"
 
+#include "support/DecimalText.h"
 #include "system/AppleScriptRunner.h"
-#include "system/DecimalText.h"
 
 #include <QProcess>
 #include <QScopedPointer>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "chrome/BarWidget.h"
 #include "settings/Settings.h"
-#include "theme/BarWidget.h"
 
 #include <QDateTime>
 

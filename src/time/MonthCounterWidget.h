@@ -1,6 +1,6 @@
 #pragma once
 
-#include "theme/BarWidget.h"
+#include "chrome/BarWidget.h"
 
 #include <QDateTime>
 

@@ -2,8 +2,8 @@
 
 #include "platform/Clock.h"
 #include "platform/LocationManager.h"
-#include "platform/Promise.h"
 #include "settings/Settings.h"
+#include "support/Promise.h"
 
 #include <QPointer>
 

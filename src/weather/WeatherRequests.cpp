@@ -1,7 +1,7 @@
 #include "weather/WeatherRequests.h"
 
 #include "platform/Clock.h"
-#include "system/DecimalText.h"
+#include "support/DecimalText.h"
 #include "weather/WebSession.h"
 
 #include <QUrlQuery>

@@ -1,7 +1,7 @@
 #include "weather/WeatherService.h"
 
 #include "settings/SettingsStore.h"
-#include "system/DecimalText.h"
+#include "support/DecimalText.h"
 #include "weather/LocationStatus.h"
 #include "weather/WeatherDisplay.h"
 #include "weather/WebSession.h"

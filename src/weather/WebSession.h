@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/HttpClient.h"
-#include "platform/Promise.h"
+#include "support/Promise.h"
 
 #include <QCoroTask>
 #include <QUrl>

@@ -1,7 +1,7 @@
 // Draws the weather symbols as the bar draws them into one picture:
 //     moorline_contact_sheet <picture> [<enlargement>]
 
-#include "platform/linux/SvgSymbols.h"
+#include "platform/linux/desktop/SvgSymbols.h"
 
 #include <QFontMetrics>
 #include <QGuiApplication>

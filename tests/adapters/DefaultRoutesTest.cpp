@@ -1,7 +1,7 @@
-#include "platform/linux/DefaultRoutes.h"
+#include "platform/linux/network/DefaultRoutes.h"
 
 #include "RouteLists.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 using namespace moorline;
 using namespace moorline::test;

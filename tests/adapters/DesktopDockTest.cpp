@@ -1,10 +1,10 @@
-#include "platform/linux/DesktopDock.h"
-#include "platform/linux/ClientWindows.h"
-#include "platform/linux/DesktopDockControl.h"
-#include "platform/linux/DesktopPreferences.h"
-#include "platform/linux/DockWindows.h"
-#include "platform/linux/XConnection.h"
-#include "support/TestCase.h"
+#include "platform/linux/docks/DesktopDock.h"
+#include "harness/TestCase.h"
+#include "platform/linux/docks/DesktopDockControl.h"
+#include "platform/linux/docks/DesktopPreferences.h"
+#include "platform/linux/docks/DockWindows.h"
+#include "platform/linux/x11/ClientWindows.h"
+#include "platform/linux/x11/XConnection.h"
 
 #include <QCoroTask>
 #include <QFile>

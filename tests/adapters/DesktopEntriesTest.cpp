@@ -1,5 +1,5 @@
-#include "platform/linux/DesktopEntries.h"
-#include "support/TestCase.h"
+#include "platform/linux/desktop/DesktopEntries.h"
+#include "harness/TestCase.h"
 
 #include <QDir>
 #include <QElapsedTimer>

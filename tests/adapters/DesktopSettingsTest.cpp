@@ -1,5 +1,5 @@
-#include "platform/linux/DesktopSettings.h"
-#include "support/TestCase.h"
+#include "platform/linux/docks/DesktopSettings.h"
+#include "harness/TestCase.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/XReply.h"
+#include "platform/linux/x11/XReply.h"
 
 #include <QByteArray>
 #include <QList>

@@ -1,5 +1,5 @@
-#include "platform/linux/FullScreenRule.h"
-#include "support/TestCase.h"
+#include "platform/linux/x11/FullScreenRule.h"
+#include "harness/TestCase.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include "platform/linux/GSettingsGroup.h"
-#include "support/TestCase.h"
+#include "platform/linux/glib/GSettingsGroup.h"
+#include "harness/TestCase.h"
 
 #include <cmath>
 #include <limits>

@@ -1,6 +1,6 @@
-#include "platform/linux/GWeatherGeocoder.h"
+#include "platform/linux/location/GWeatherGeocoder.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QThread>
 #include <QTimeZone>

@@ -1,6 +1,6 @@
-#include "platform/linux/GeoClueConditions.h"
+#include "platform/linux/location/GeoClueConditions.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 using namespace moorline;
 using namespace moorline::test;

@@ -2,9 +2,9 @@
 
 #include "GeoClueDouble.h"
 #include "fakes/FakeClock.h"
-#include "platform/linux/GeoClueLocationManager.h"
-#include "platform/linux/SystemBus.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
+#include "platform/linux/bus/SystemBus.h"
+#include "platform/linux/location/GeoClueLocationManager.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QSignalSpy>

@@ -1,7 +1,7 @@
-#include "platform/linux/DesktopDock.h"
-#include "platform/linux/DesktopDockControl.h"
-#include "platform/linux/DesktopPreferences.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
+#include "platform/linux/docks/DesktopDock.h"
+#include "platform/linux/docks/DesktopDockControl.h"
+#include "platform/linux/docks/DesktopPreferences.h"
 
 #include <QCoroTask>
 #include <QProcess>

@@ -1,5 +1,5 @@
 #include "X11TestCase.h"
-#include "platform/linux/X11WindowServer.h"
+#include "platform/linux/x11/X11WindowServer.h"
 
 #include <algorithm>
 

@@ -2,8 +2,8 @@
 
 #include "HttpServer.h"
 #include "fakes/FakeClock.h"
+#include "harness/TestCase.h"
 #include "platform/qt/QtHttpClient.h"
-#include "support/TestCase.h"
 
 #include <QNetworkProxyFactory>
 #include <QThread>

@@ -1,8 +1,8 @@
-#include "platform/linux/LogindSleep.h"
+#include "platform/linux/desktop/LogindPower.h"
 
 #include "fakes/FakeClock.h"
-#include "platform/linux/SystemBus.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
+#include "platform/linux/bus/SystemBus.h"
 
 #include <QDBusConnection>
 #include <QSignalSpy>
@@ -29,8 +29,8 @@ private Q_SLOTS:
     {
         FakeClock clock;
         SystemBus bus(clock);
-        const LogindSleep sleep(bus);
-        QSignalSpy woke(&sleep, &LogindSleep::didWake);
+        const LogindPower sleep(bus);
+        QSignalSpy woke(&sleep, &LogindPower::didWake);
         Q_EMIT bus.opened(QDBusConnection::systemBus());
         QCoreApplication::processEvents();
         QCOMPARE(woke.size(), 0);

@@ -1,6 +1,6 @@
 #include "platform/Platform.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 using namespace moorline;
 using namespace moorline::test;

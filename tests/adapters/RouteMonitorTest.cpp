@@ -1,8 +1,8 @@
-#include "platform/linux/RouteMonitor.h"
+#include "platform/linux/network/RouteMonitor.h"
 
 #include "RouteLists.h"
 #include "fakes/FakeClock.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>

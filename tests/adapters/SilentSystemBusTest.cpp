@@ -1,16 +1,16 @@
-#include "platform/linux/SystemBus.h"
+#include "platform/linux/bus/SystemBus.h"
 
 #include "fakes/FakeClock.h"
-#include "platform/linux/GeoClueLocationManager.h"
-#include "platform/linux/LogindSleep.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
+#include "platform/linux/desktop/LogindPower.h"
+#include "platform/linux/location/GeoClueLocationManager.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <sys/socket.h>
 #include <sys/un.h>
 
-#include "platform/FileDescriptor.h"
+#include "support/FileDescriptor.h"
 
 using namespace moorline;
 using namespace moorline::test;
@@ -47,7 +47,7 @@ private Q_SLOTS:
         FakeClock clock;
         auto systemBus = std::make_unique<SystemBus>(clock);
         QSignalSpy opened(systemBus.get(), &SystemBus::opened);
-        const LogindSleep sleep(*systemBus);
+        const LogindPower sleep(*systemBus);
         GeoClueLocationManager manager(clock, QStringLiteral("app.moorline.Moorline"), *systemBus);
         manager.requestWhenInUseAuthorization();
         clock.advance(SystemBus::openingDelay);

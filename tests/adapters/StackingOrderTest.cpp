@@ -1,5 +1,5 @@
-#include "platform/linux/StackingOrder.h"
-#include "support/TestCase.h"
+#include "platform/linux/x11/StackingOrder.h"
+#include "harness/TestCase.h"
 
 #include <cstring>
 

@@ -1,6 +1,6 @@
-#include "platform/linux/StatusNotifierBar.h"
+#include "platform/linux/desktop/StatusNotifierBar.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

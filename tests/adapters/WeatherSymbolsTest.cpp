@@ -1,6 +1,6 @@
-#include "platform/linux/SvgSymbols.h"
+#include "platform/linux/desktop/SvgSymbols.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,5 @@
-#include "platform/linux/X11Coordinates.h"
-#include "support/TestCase.h"
+#include "platform/linux/x11/X11Coordinates.h"
+#include "harness/TestCase.h"
 
 namespace {
 

@@ -1,10 +1,9 @@
 #include "X11TestCase.h"
 #include "fakes/FakeClock.h"
-#include "platform/linux/DockWindows.h"
-#include "platform/linux/SystemBus.h"
-#include "platform/linux/X11Pointer.h"
-#include "platform/linux/X11Screens.h"
-#include "platform/linux/X11Workspace.h"
+#include "platform/linux/docks/DockWindows.h"
+#include "platform/linux/x11/X11Pointer.h"
+#include "platform/linux/x11/X11Screens.h"
+#include "platform/linux/x11/X11Workspace.h"
 
 #include <QProcess>
 #include <QSignalSpy>
@@ -95,7 +94,7 @@ private Q_SLOTS:
 
     void anotherDesktopIsAnotherSpace()
     {
-        const X11Workspace workspace(*connection, m_systemBus);
+        const X11Workspace workspace(*connection);
         QSignalSpy changes(&workspace, &Workspace::activeSpaceChanged);
         foreign->switchToDesktop(1);
         QTRY_COMPARE(changes.size(), 1);
@@ -105,7 +104,7 @@ private Q_SLOTS:
 
     void anotherActiveWindowIsAnotherApplication()
     {
-        const X11Workspace workspace(*connection, m_systemBus);
+        const X11Workspace workspace(*connection);
         const xcb_window_t first = showActive({});
         const xcb_window_t second = showActive({});
         foreign->activate(first);
@@ -157,11 +156,6 @@ private:
             .process = 4243,
             .type = QByteArrayLiteral("_NET_WM_WINDOW_TYPE_DOCK")};
     }
-
-private:
-    moorline::test::FakeClock m_clock;
-    /// Never opened here.
-    moorline::SystemBus m_systemBus{m_clock};
 };
 
 MOORLINE_TEST(X11DesktopTest);

@@ -1,4 +1,4 @@
-#include "platform/linux/X11PanelWindow.h"
+#include "platform/linux/x11/X11PanelWindow.h"
 #include "X11TestCase.h"
 #include "fakes/FakeClock.h"
 

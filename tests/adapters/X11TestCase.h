@@ -1,9 +1,9 @@
 #pragma once
 
 #include "ForeignProgram.h"
-#include "platform/linux/ClientWindows.h"
-#include "platform/linux/XConnection.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
+#include "platform/linux/x11/ClientWindows.h"
+#include "platform/linux/x11/XConnection.h"
 
 namespace moorline::test {
 

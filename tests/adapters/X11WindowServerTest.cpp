@@ -1,4 +1,4 @@
-#include "platform/linux/X11WindowServer.h"
+#include "platform/linux/x11/X11WindowServer.h"
 #include "X11TestCase.h"
 
 namespace {

@@ -1,5 +1,5 @@
-#include "platform/linux/XdgDirectories.h"
-#include "support/TestCase.h"
+#include "platform/linux/desktop/XdgDirectories.h"
+#include "harness/TestCase.h"
 
 #include <QDir>
 

@@ -3,8 +3,8 @@
 #include "DockFixture.h"
 #include "app/StatusItem.h"
 #include "dock/DockPanel.h"
+#include "harness/TestCase.h"
 #include "platform/Platform.h"
-#include "support/TestCase.h"
 
 #include <QImage>
 #include <QRegularExpression>
@@ -25,6 +25,7 @@ struct Program {
         platform.panelWindow = std::make_unique<FakePanelWindow>();
         platform.windowServer = std::make_unique<FakeWindowServer>();
         platform.workspace = std::make_unique<FakeWorkspace>();
+        platform.power = std::make_unique<Power>();
         platform.statusBar = std::make_unique<FakeStatusBar>();
         platform.preferences = std::make_unique<FakePreferences>();
         platform.systemDockControl = std::make_unique<FakeSystemDockControl>();
@@ -115,7 +116,7 @@ private Q_SLOTS:
             QTest::newRow(name) << happen;
         };
         row("the network is back", [](Program &program) { Q_EMIT program.platform.network->becameReachable(); });
-        row("the machine woke", [](Program &program) { Q_EMIT program.platform.workspace->didWake(); });
+        row("the machine woke", [](Program &program) { Q_EMIT program.platform.power->didWake(); });
         row("ten minutes went by", [](Program &program) { program.advance(600s); });
         row("the settings changed", [](Program &program) {
             program.delegate->store().pin({QUrl::fromLocalFile(QStringLiteral("/tmp/notes.txt"))});

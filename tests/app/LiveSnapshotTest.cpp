@@ -2,7 +2,7 @@
 
 #include "dock/DockPanel.h"
 #include "fakes/FakePanelWindow.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QImage>
 #include <QRegularExpression>

@@ -1,7 +1,7 @@
 #include "app/PreviewRenderer.h"
 
 #include "DockFixture.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QImage>
 #include <QRegularExpression>

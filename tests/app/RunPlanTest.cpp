@@ -1,6 +1,6 @@
 #include "app/RunPlan.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QProcessEnvironment>
 

@@ -1,6 +1,6 @@
 #include "app/SingleInstance.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QFile>
 #include <QTemporaryDir>

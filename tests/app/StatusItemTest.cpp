@@ -1,7 +1,7 @@
 #include "app/StatusItem.h"
 
 #include "DockFixture.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 using namespace moorline;
 using namespace moorline::test;

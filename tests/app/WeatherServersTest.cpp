@@ -1,6 +1,6 @@
 #include "app/WeatherServers.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 using namespace moorline;
 using namespace moorline::test;

@@ -1,4 +1,4 @@
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QFile>
 #include <QXmlStreamReader>

@@ -1,6 +1,6 @@
 #include "apps/AppLauncher.h"
 #include "fakes/FakeSystem.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 using namespace moorline;
 

@@ -1,7 +1,7 @@
 #include "dock/AutoHideNudge.h"
 
 #include "DockFixture.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QGraphicsScene>
 #include <QGraphicsView>

@@ -1,6 +1,6 @@
 #include "dock/BarContents.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <limits>
 

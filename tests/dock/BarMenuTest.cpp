@@ -1,7 +1,7 @@
 #include "dock/BarMenu.h"
 
 #include "DockFixture.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QMenu>
 

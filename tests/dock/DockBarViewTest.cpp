@@ -4,7 +4,7 @@
 #include "dock/AutoHideNudge.h"
 #include "dock/DockHostingView.h"
 #include "dock/Pill.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QGraphicsSceneContextMenuEvent>
 #include <QMenu>

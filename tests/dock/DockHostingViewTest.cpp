@@ -1,9 +1,9 @@
 #include "dock/DockHostingView.h"
 
 #include "DockFixture.h"
-#include "dock/HelpTag.h"
-#include "support/TestCase.h"
-#include "theme/BarWidget.h"
+#include "chrome/BarWidget.h"
+#include "chrome/HelpTag.h"
+#include "harness/TestCase.h"
 
 #include <QGuiApplication>
 #include <QHelpEvent>

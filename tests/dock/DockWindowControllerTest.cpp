@@ -3,7 +3,7 @@
 #include "DockFixture.h"
 #include "dock/DockHostingView.h"
 #include "dock/DockPanel.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QRegularExpression>
 

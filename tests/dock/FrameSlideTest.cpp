@@ -1,7 +1,7 @@
 #include "dock/FrameSlide.h"
 
 #include "fakes/FakeClock.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 using namespace moorline;
 using namespace moorline::test;

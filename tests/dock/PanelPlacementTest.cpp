@@ -1,9 +1,9 @@
 #include "dock/PanelPlacement.h"
 
 #include "dock/BarMetrics.h"
-#include "dock/RectText.h"
 #include "fakes/FakeScreens.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
+#include "support/RectText.h"
 
 using namespace moorline;
 using namespace moorline::test;

@@ -1,10 +1,10 @@
 #include "dock/Pill.h"
 
+#include "chrome/BarWidget.h"
+#include "chrome/WidgetDivider.h"
 #include "dock/BarMetrics.h"
-#include "support/TestCase.h"
-#include "theme/BarWidget.h"
+#include "harness/TestCase.h"
 #include "theme/Theme.h"
-#include "theme/WidgetDivider.h"
 
 #include <QGraphicsScene>
 #include <QGraphicsSceneDragDropEvent>

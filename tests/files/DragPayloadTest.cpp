@@ -1,5 +1,5 @@
 #include "files/DragPayload.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QMimeData>
 

@@ -1,5 +1,5 @@
 #include "settings/SettingsCoding.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

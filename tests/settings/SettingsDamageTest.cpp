@@ -1,5 +1,5 @@
+#include "harness/TestCase.h"
 #include "settings/SettingsCoding.h"
-#include "support/TestCase.h"
 
 using namespace moorline;
 

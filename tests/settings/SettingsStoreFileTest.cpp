@@ -1,7 +1,7 @@
 #include "fakes/TemporaryDirectories.h"
+#include "harness/TestCase.h"
 #include "settings/SettingsCoding.h"
 #include "settings/SettingsStore.h"
-#include "support/TestCase.h"
 
 #include <QDir>
 #include <QFile>

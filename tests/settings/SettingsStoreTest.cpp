@@ -1,7 +1,7 @@
 #include "settings/SettingsStore.h"
 #include "fakes/TemporaryDirectories.h"
+#include "harness/TestCase.h"
 #include "settings/SettingsCoding.h"
-#include "support/TestCase.h"
 
 #include <QFile>
 #include <QSignalSpy>

@@ -1,5 +1,5 @@
 #include "settings/Settings.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 using namespace moorline;
 

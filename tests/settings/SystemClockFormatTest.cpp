@@ -1,5 +1,5 @@
+#include "harness/TestCase.h"
 #include "settings/Settings.h"
-#include "support/TestCase.h"
 
 #include <QProcess>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fakes/FakeClock.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 #include "system/Programs.h"
 
 namespace moorline::test {

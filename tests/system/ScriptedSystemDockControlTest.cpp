@@ -1,6 +1,6 @@
 #include "system/ScriptedSystemDockControl.h"
 #include "fakes/FakeClock.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 #include "system/Answer.h"
 #include "system/AppleScriptRunner.h"
 #include "system/Programs.h"

@@ -1,6 +1,6 @@
 #include "fakes/FakeScreens.h"
 #include "fakes/FakeWindowServer.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 #include "system/SpaceProbe.h"
 
 #include <QCoreApplication>

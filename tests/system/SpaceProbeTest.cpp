@@ -1,6 +1,6 @@
 #include "system/SpaceProbe.h"
 #include "fakes/FakeWindowServer.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 using namespace moorline;
 

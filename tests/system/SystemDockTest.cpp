@@ -2,7 +2,7 @@
 #include "fakes/FakePreferences.h"
 #include "fakes/FakeSystem.h"
 #include "fakes/FakeWindowServer.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 #include "system/Answer.h"
 
 using namespace moorline;

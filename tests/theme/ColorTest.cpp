@@ -1,6 +1,6 @@
 #include "theme/Color.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 namespace moorline::test {
 

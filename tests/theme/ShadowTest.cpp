@@ -1,6 +1,6 @@
 #include "theme/Shadow.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QPainter>
 #include <cmath>

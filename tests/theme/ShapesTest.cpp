@@ -1,6 +1,6 @@
 #include "theme/Shapes.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QLineF>
 #include <QList>

@@ -1,6 +1,6 @@
 #include "theme/Spring.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <cmath>
 

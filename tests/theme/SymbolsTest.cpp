@@ -1,7 +1,7 @@
 #include "theme/Symbols.h"
 
 #include "fakes/FakeSystem.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QPainter>
 

@@ -1,6 +1,6 @@
 #include "theme/Text.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>

@@ -4,8 +4,8 @@
 #include "RepaintCounter.h"
 #include "fakes/FakeClock.h"
 #include "fakes/TemporaryDirectories.h"
+#include "harness/TestCase.h"
 #include "settings/SettingsStore.h"
-#include "support/TestCase.h"
 #include "time/TimeKeeper.h"
 
 #include <QSignalSpy>

@@ -3,7 +3,7 @@
 #include "LocaleScope.h"
 #include "RepaintCounter.h"
 #include "fakes/FakeClock.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 #include "theme/Theme.h"
 #include "time/TimeKeeper.h"
 

@@ -1,7 +1,7 @@
 #include "time/TimeKeeper.h"
 
 #include "fakes/FakeClock.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QSignalSpy>
 #include <QTimeZone>

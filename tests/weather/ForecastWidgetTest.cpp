@@ -2,7 +2,7 @@
 
 #include "LocaleScope.h"
 #include "TileFixture.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 #include "theme/Text.h"
 #include "theme/Theme.h"
 

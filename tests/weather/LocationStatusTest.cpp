@@ -1,6 +1,6 @@
 #include "weather/LocationStatus.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 using namespace moorline;
 using namespace moorline::test;

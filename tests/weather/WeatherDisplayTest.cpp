@@ -1,6 +1,6 @@
 #include "weather/WeatherDisplay.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QLocale>
 #include <QTimeZone>

@@ -1,6 +1,6 @@
 #include "weather/WeatherIcon.h"
 
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <limits>
 

@@ -2,7 +2,7 @@
 
 #include "Replies.h"
 #include "fakes/FakeHttpClient.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QTimeZone>
 

@@ -1,5 +1,5 @@
 #include "WeatherFixture.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 #include <QSignalSpy>
 

@@ -1,7 +1,7 @@
 #include "weather/WeatherWidget.h"
 
 #include "TileFixture.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 #include "theme/Text.h"
 #include "theme/Theme.h"
 

@@ -1,7 +1,7 @@
 #include "weather/WebSession.h"
 
 #include "fakes/FakeHttpClient.h"
-#include "support/TestCase.h"
+#include "harness/TestCase.h"
 
 using namespace moorline;
 using namespace moorline::test;

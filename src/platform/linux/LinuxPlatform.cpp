@@ -1,26 +1,26 @@
 #include "platform/Platform.h"
-#include "platform/linux/ClientWindows.h"
-#include "platform/linux/DesktopDock.h"
-#include "platform/linux/DesktopDockControl.h"
-#include "platform/linux/DesktopEntries.h"
-#include "platform/linux/DesktopPreferences.h"
-#include "platform/linux/DesktopSettings.h"
-#include "platform/linux/DockWindows.h"
-#include "platform/linux/GWeatherGeocoder.h"
-#include "platform/linux/GeoClueLocationManager.h"
 #include "platform/linux/NullAdapters.h"
-#include "platform/linux/NullWorkspace.h"
-#include "platform/linux/RouteMonitor.h"
-#include "platform/linux/StatusNotifierBar.h"
-#include "platform/linux/SvgSymbols.h"
-#include "platform/linux/SystemBus.h"
-#include "platform/linux/X11PanelWindow.h"
-#include "platform/linux/X11Pointer.h"
-#include "platform/linux/X11Screens.h"
-#include "platform/linux/X11WindowServer.h"
-#include "platform/linux/X11Workspace.h"
-#include "platform/linux/XConnection.h"
-#include "platform/linux/XdgDirectories.h"
+#include "platform/linux/bus/SystemBus.h"
+#include "platform/linux/desktop/DesktopEntries.h"
+#include "platform/linux/desktop/LogindPower.h"
+#include "platform/linux/desktop/StatusNotifierBar.h"
+#include "platform/linux/desktop/SvgSymbols.h"
+#include "platform/linux/desktop/XdgDirectories.h"
+#include "platform/linux/docks/DesktopDock.h"
+#include "platform/linux/docks/DesktopDockControl.h"
+#include "platform/linux/docks/DesktopPreferences.h"
+#include "platform/linux/docks/DesktopSettings.h"
+#include "platform/linux/docks/DockWindows.h"
+#include "platform/linux/location/GWeatherGeocoder.h"
+#include "platform/linux/location/GeoClueLocationManager.h"
+#include "platform/linux/network/RouteMonitor.h"
+#include "platform/linux/x11/ClientWindows.h"
+#include "platform/linux/x11/X11PanelWindow.h"
+#include "platform/linux/x11/X11Pointer.h"
+#include "platform/linux/x11/X11Screens.h"
+#include "platform/linux/x11/X11WindowServer.h"
+#include "platform/linux/x11/X11Workspace.h"
+#include "platform/linux/x11/XConnection.h"
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtHttpClient.h"
 
@@ -78,22 +78,22 @@ std::shared_ptr<Foundation> layFoundation(Clock &clock)
     return std::shared_ptr<Foundation>(new Foundation{std::move(desktop), DesktopDock(docks), SystemBus(clock)});
 }
 
-void addDesktop(Platform &platform, X11Desktop &desktop, const SystemBus &systemBus)
+void addDesktop(Platform &platform, X11Desktop &desktop)
 {
     platform.screens = std::make_unique<X11Screens>(desktop.connection.get());
     platform.pointer = std::make_unique<X11Pointer>(*desktop.connection);
     platform.panelWindow = std::make_unique<X11PanelWindow>(*desktop.connection, desktop.clients, *platform.clock);
     platform.windowServer = std::make_unique<X11WindowServer>(desktop.clients);
-    platform.workspace = std::make_unique<X11Workspace>(*desktop.connection, systemBus);
+    platform.workspace = std::make_unique<X11Workspace>(*desktop.connection);
 }
 
-void addNothing(Platform &platform, const SystemBus &systemBus)
+void addNothing(Platform &platform)
 {
     platform.screens = std::make_unique<X11Screens>(nullptr);
     platform.pointer = std::make_unique<NullPointer>();
     platform.panelWindow = std::make_unique<NullPanelWindow>();
     platform.windowServer = std::make_unique<NullWindowServer>();
-    platform.workspace = std::make_unique<NullWorkspace>(systemBus);
+    platform.workspace = std::make_unique<Workspace>();
 }
 
 } // namespace
@@ -117,12 +117,13 @@ std::unique_ptr<Platform> createPlatform()
     const auto foundation = layFoundation(*platform->clock);
     platform->foundation = foundation;
     if (foundation->desktop)
-        addDesktop(*platform, *foundation->desktop, foundation->systemBus);
+        addDesktop(*platform, *foundation->desktop);
     else
-        addNothing(*platform, foundation->systemBus);
+        addNothing(*platform);
     platform->preferences = std::make_unique<DesktopPreferences>(foundation->dock);
     platform->systemDockControl = std::make_unique<DesktopDockControl>(foundation->dock);
     platform->systemSettings = std::make_unique<DesktopSettings>(foundation->dock);
+    platform->power = std::make_unique<LogindPower>(foundation->systemBus);
     platform->statusBar = std::make_unique<StatusNotifierBar>();
     platform->directories = std::make_unique<XdgDirectories>();
     platform->httpClient = std::make_unique<QtHttpClient>(*platform->clock);

@@ -7,6 +7,7 @@
 #import "platform/macos/MacNetwork.h"
 #import "platform/macos/MacPanelWindow.h"
 #import "platform/macos/MacPointer.h"
+#import "platform/macos/MacPower.h"
 #import "platform/macos/MacPreferences.h"
 #import "platform/macos/MacScreens.h"
 #import "platform/macos/MacSystemImages.h"
@@ -54,6 +55,7 @@ std::unique_ptr<Platform> createPlatform()
     platform->panelWindow = std::make_unique<MacPanelWindow>();
     platform->windowServer = std::make_unique<MacWindowServer>();
     platform->workspace = std::make_unique<MacWorkspace>();
+    platform->power = std::make_unique<MacPower>();
     platform->statusBar = std::make_unique<StatusBar>();
     platform->preferences = std::make_unique<MacPreferences>();
     platform->systemSettings = std::make_unique<MacSystemSettings>();

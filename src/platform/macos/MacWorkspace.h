@@ -12,7 +12,6 @@ public:
 private:
     NotificationObserver m_spaceObserver;
     NotificationObserver m_activationObserver;
-    NotificationObserver m_wakeObserver;
 };
 
 } // namespace moorline

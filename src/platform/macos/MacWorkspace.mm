@@ -18,7 +18,6 @@ MacWorkspace::MacWorkspace()
     : m_spaceObserver(center(), NSWorkspaceActiveSpaceDidChangeNotification, [this] { Q_EMIT activeSpaceChanged(); })
     , m_activationObserver(
           center(), NSWorkspaceDidActivateApplicationNotification, [this] { Q_EMIT applicationActivated(); })
-    , m_wakeObserver(center(), NSWorkspaceDidWakeNotification, [this] { Q_EMIT didWake(); })
 {
 }
 

@@ -1,0 +1,24 @@
+#include "platform/linux/desktop/StatusNotifierBar.h"
+
+#include <QDBusConnection>
+
+namespace moorline {
+
+namespace {
+
+const QString watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
+const QString hostRegistered = QStringLiteral("StatusNotifierHostRegistered");
+
+} // namespace
+
+StatusNotifierBar::StatusNotifierBar()
+    : m_watcher(watcherService, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForRegistration)
+{
+    connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &StatusBar::becameAvailable);
+    // A watcher without a host shows nothing; the host may follow long after it.
+    QDBusConnection::sessionBus().connect(
+        watcherService, watcherPath, watcherService, hostRegistered, this, SIGNAL(becameAvailable()));
+}
+
+} // namespace moorline

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/SystemSettings.h"
+#include "platform/linux/docks/DesktopDock.h"
+
+namespace moorline {
+
+/// A program with its arguments, to be looked for in PATH.
+struct SettingsProgram {
+    QString name;
+    QStringList arguments = {};
+    /// A desktop entry without which these arguments mean nothing to the program. Empty where there is no such entry.
+    QString desktopEntry = {};
+
+    bool operator==(const SettingsProgram &) const = default;
+};
+
+/// Where the user can change the dock: first the dock's own settings, then those of the desktop.
+[[nodiscard]] QList<SettingsProgram> dockSettingsPrograms(
+    const DesktopDock::State &dock, const QStringList &desktopNames);
+
+/// Where the user can say which programs may know where the machine is.
+[[nodiscard]] QList<SettingsProgram> locationSettingsPrograms(const QStringList &desktopNames);
+
+/// Starts the first of the desktop's settings programs that is installed.
+class DesktopSettings final : public SystemSettings {
+public:
+    explicit DesktopSettings(const DesktopDock &dock, const QStringList &desktopNames = currentDesktopNames());
+
+    void open(SettingsPane pane) override;
+
+private:
+    [[nodiscard]] QList<SettingsProgram> programs(SettingsPane pane) const;
+
+    const DesktopDock &m_dock;
+    QStringList m_desktopNames;
+};
+
+} // namespace moorline

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/linux/location/GeoClueSession.h"
+
+#include <QDBusServiceWatcher>
+
+namespace moorline {
+
+class Clock;
+class SystemBus;
+
+/// GeoClue2 on the system bus. It is asked only when somebody asks for permission or for a position, and let go of
+/// after the first position.
+///
+/// didChangeAuthorization() comes when the answer is another one than before, and only then: a question that GeoClue
+/// leaves open changes nothing and may be asked again. A permission holds on when GeoClue ends by itself, as it does
+/// when nobody needs it. A refusal is forgotten when GeoClue starts anew: the user may have thought otherwise since.
+class GeoClueLocationManager final : public LocationManager {
+    Q_OBJECT
+public:
+    /// `desktopId` is the name of this program's desktop entry without ".desktop"; GeoClue and its agents decide by it.
+    GeoClueLocationManager(Clock &clock, const QString &desktopId, const SystemBus &bus);
+    ~GeoClueLocationManager() override;
+
+    [[nodiscard]] bool locationServicesEnabled() const override;
+    [[nodiscard]] LocationAuthorization authorizationStatus() const override;
+    [[nodiscard]] std::optional<PositionFix> location() const override { return m_location; }
+
+    void requestWhenInUseAuthorization() override;
+    /// Answered once, by didUpdateLocations() or didFail(), however many ask before that.
+    void requestLocation() override;
+
+private:
+    void adoptBus(const QDBusConnection &bus);
+    void ensureSession();
+    void endSession();
+    void refused(GeoClueCondition why);
+    void finished(const std::optional<PositionFix> &fix);
+    void ownerChanged(const QString &before, const QString &now);
+    void setCondition(GeoClueCondition condition);
+
+    Clock &m_clock;
+    QString m_desktopId;
+    /// Absent until it is open.
+    std::optional<QDBusConnection> m_bus;
+    QDBusServiceWatcher m_watcher;
+    GeoClueCondition m_condition = GeoClueCondition::notAsked;
+    std::optional<PositionFix> m_location;
+    bool m_isPermissionWanted = false;
+    bool m_isLocationWanted = false;
+    std::unique_ptr<GeoClueSession> m_session;
+};
+
+} // namespace moorline

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Network.h"
+#include "support/FileDescriptor.h"
+
+#include <QSocketNotifier>
+#include <QString>
+
+namespace moorline {
+
+/// Where the kernel lists its routes.
+struct RouteFiles {
+    QString routes = QStringLiteral("/proc/net/route");
+    QString ipv6Routes = QStringLiteral("/proc/net/ipv6_route");
+};
+
+/// A default route as the way to the internet. The kernel itself tells when its routes change, so this needs no service
+/// of the desktop.
+class RouteMonitor final : public Network {
+    Q_OBJECT
+public:
+    /// A socket that becomes readable whenever a route or a link changes. None when the kernel grants none.
+    [[nodiscard]] static FileDescriptor openRouteSocket();
+
+    /// Without a socket it never signals anything.
+    explicit RouteMonitor(Clock &clock, FileDescriptor changes = openRouteSocket(), RouteFiles files = {});
+
+private:
+    void noteChange();
+    void settle();
+    void lookWhenSettled();
+    void look();
+    /// Whether there was anything.
+    [[nodiscard]] bool drain() const;
+    [[nodiscard]] bool hasWayOut() const;
+
+    Clock &m_clock;
+    FileDescriptor m_changes;
+    RouteFiles m_files;
+    bool m_hadWayOut;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    std::unique_ptr<Clock::Timer> m_settling;
+    std::chrono::milliseconds m_firstChange{0};
+};
+
+} // namespace moorline

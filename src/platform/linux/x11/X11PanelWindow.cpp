@@ -1,0 +1,129 @@
+#include "platform/linux/x11/X11PanelWindow.h"
+
+#include "platform/linux/x11/PanelHints.h"
+#include "platform/linux/x11/X11Coordinates.h"
+#include "platform/linux/x11/XConnection.h"
+
+#include <QGuiApplication>
+#include <QtGui/qguiapplication_platform.h>
+#include <algorithm>
+#include <cmath>
+
+namespace moorline {
+
+namespace {
+
+// What Qt cuts the coordinates and lengths of a window to, in device pixels.
+constexpr qreal maximumLength = 16383;
+
+qreal clamped(qreal value, qreal minimum, qreal maximum)
+{
+    return std::isnan(value) ? minimum : std::clamp(value, minimum, maximum);
+}
+
+QRectF clamped(const QRectF &frame, qreal scale)
+{
+    const qreal limit = std::floor(maximumLength / scale);
+    return {clamped(frame.x(), -limit, limit), clamped(frame.y(), -limit, limit), clamped(frame.width(), 1, limit),
+        clamped(frame.height(), 1, limit)};
+}
+
+xcb_connection_t *qtConnection()
+{
+    return qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+}
+
+/// Returns when the server has done all that Qt asked for, so that the other connection may build on it.
+void waitForQt()
+{
+    const XReply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(qtConnection(), xcb_get_input_focus(qtConnection()), nullptr));
+}
+
+xcb_window_t nativeWindow(const QWidget &panel)
+{
+    return static_cast<xcb_window_t>(panel.internalWinId());
+}
+
+} // namespace
+
+X11PanelWindow::X11PanelWindow(XConnection &connection, ClientWindows &clients, Clock &clock)
+    : m_connection(connection)
+    , m_stacking(connection, clients, clock)
+{
+    connect(&connection, &XConnection::compositionChanged, this, &X11PanelWindow::updateShape);
+}
+
+void X11PanelWindow::adopt(QWidget &panel)
+{
+    m_panel = &panel;
+    panel.setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint | Qt::BypassWindowManagerHint
+        | Qt::WindowDoesNotAcceptFocus);
+    panel.setAttribute(Qt::WA_TranslucentBackground);
+    panel.setAttribute(Qt::WA_ShowWithoutActivating);
+    panel.setAttribute(Qt::WA_X11DoNotAcceptFocus);
+    panel.winId();
+    m_shape.emplace(qtConnection(), nativeWindow(panel));
+    writePanelHints(qtConnection(), m_connection, nativeWindow(panel));
+    updateShape();
+}
+
+void X11PanelWindow::setCollectionBehavior([[maybe_unused]] unsigned behavior)
+{
+}
+
+void X11PanelWindow::setFrame(const QRectF &frame)
+{
+    const X11Coordinates coordinates = X11Coordinates::current();
+    m_panel->setGeometry(coordinates.qtFromFrame(clamped(frame, coordinates.primaryScale())).toRect());
+    updateShape();
+}
+
+QRectF X11PanelWindow::frame() const
+{
+    return m_panel ? X11Coordinates::current().frameFromQt(m_panel->geometry()) : QRectF();
+}
+
+void X11PanelWindow::orderFrontRegardless()
+{
+    waitForQt();
+    m_stacking.keepInPlace(nativeWindow(*m_panel));
+    m_panel->show();
+    // Qt writes some of the hints anew when it maps a window.
+    writePanelHints(qtConnection(), m_connection, nativeWindow(*m_panel));
+}
+
+void X11PanelWindow::setInteractiveArea(const QPainterPath &area)
+{
+    m_area = area;
+    updateShape();
+}
+
+void X11PanelWindow::updateShape()
+{
+    if (!m_panel || !m_shape)
+        return;
+    const X11Coordinates coordinates = X11Coordinates::current();
+    m_shape->setInput(m_area ? std::optional(rasterized(*m_area, coordinates.primaryScale())) : std::nullopt);
+    m_shape->setBounding(boundingRegion(coordinates));
+}
+
+/// Nothing of the panel may be seen on a screen below the primary one, into which it slides when it hides.
+std::optional<QRegion> X11PanelWindow::boundingRegion(const X11Coordinates &coordinates) const
+{
+    const QRect window = coordinates.nativeFromFrame(frame());
+    const QRect primary = coordinates.nativePrimary();
+    if (!window.intersects(primary))
+        return QRegion();
+    // Without a compositor the transparent parts would be black.
+    const bool isCut = m_area && !m_connection.isComposited();
+    const auto screens = coordinates.nativeScreens();
+    const bool reachesOver = std::any_of(screens.begin(), screens.end(),
+        [&](const QRect &screen) { return screen != primary && screen.intersects(window); });
+    if (!isCut && !reachesOver)
+        return std::nullopt;
+    QRegion region = isCut ? rasterized(*m_area, coordinates.primaryScale()) : QRect({}, window.size());
+    return reachesOver ? region & primary.translated(-window.topLeft()) : region;
+}
+
+} // namespace moorline

@@ -1,0 +1,194 @@
+#include "platform/linux/x11/XConnection.h"
+
+#include <QAbstractEventDispatcher>
+#include <QDebug>
+#include <xcb/randr.h>
+#include <xcb/shape.h>
+#include <xcb/xfixes.h>
+
+namespace moorline {
+
+namespace {
+
+// What a synthetic event, sent by a program instead of the server, has set in its type.
+constexpr std::uint8_t sentEventFlag = 0x80;
+
+const xcb_screen_t *screenOf(xcb_connection_t *connection, int number)
+{
+    xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    for (; screens.rem > 0 && number > 0; --number)
+        xcb_screen_next(&screens);
+    return screens.rem > 0 ? screens.data : nullptr;
+}
+
+/// Absent when the server lacks the extension.
+std::optional<std::uint8_t> firstEvent(xcb_connection_t *connection, xcb_extension_t &extension)
+{
+    const xcb_query_extension_reply_t *data = xcb_get_extension_data(connection, &extension);
+    return data && data->present ? std::optional(data->first_event) : std::nullopt;
+}
+
+/// Both extensions stay mute until they were told which version the program speaks.
+void announceVersions(xcb_connection_t *connection)
+{
+    const auto randr = xcb_randr_query_version(connection, 1, 5);
+    const auto fixes = xcb_xfixes_query_version(connection, 4, 0);
+    const XReply<xcb_randr_query_version_reply_t> randrReply(xcb_randr_query_version_reply(connection, randr, nullptr));
+    const XReply<xcb_xfixes_query_version_reply_t> fixesReply(
+        xcb_xfixes_query_version_reply(connection, fixes, nullptr));
+}
+
+} // namespace
+
+std::unique_ptr<XConnection> XConnection::open()
+{
+    int screenNumber = 0;
+    NativeConnection native(xcb_connect(nullptr, &screenNumber));
+    if (xcb_connection_has_error(native.get()) != 0)
+        return nullptr;
+    const xcb_screen_t *screen = screenOf(native.get(), screenNumber);
+    const auto shape = firstEvent(native.get(), xcb_shape_id);
+    const auto randr = firstEvent(native.get(), xcb_randr_id);
+    const auto fixes = firstEvent(native.get(), xcb_xfixes_id);
+    if (!screen || !shape || !randr || !fixes) {
+        qDebug("Moorline: the X server lacks the SHAPE, RANDR or XFIXES extension");
+        return nullptr;
+    }
+    announceVersions(native.get());
+    return std::unique_ptr<XConnection>(
+        new XConnection(std::move(native), screen, screenNumber, {*shape, *randr, *fixes}));
+}
+
+XConnection::XConnection(NativeConnection native, const xcb_screen_t *screen, int screenNumber, FirstEvents firstEvents)
+    : m_native(std::move(native))
+    , m_screen(screen)
+    , m_atoms(m_native.get())
+    , m_firstEvents(firstEvents)
+    , m_notifier(xcb_get_file_descriptor(m_native.get()), QSocketNotifier::Read)
+{
+    watchRoot();
+    watchCompositor(screenNumber);
+    connect(&m_notifier, &QSocketNotifier::activated, this, &XConnection::readEvents);
+    // A single question may take events off the socket as well; they are reported before the program sleeps.
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+        &XConnection::dispatchQueuedEvents);
+}
+
+PendingProperty XConnection::request(xcb_window_t window, XAtom name) const
+{
+    return request(window, atom(name));
+}
+
+PendingProperty XConnection::request(xcb_window_t window, xcb_atom_t name) const
+{
+    return {m_native.get(), window, name};
+}
+
+XProperty XConnection::property(xcb_window_t window, XAtom name) const
+{
+    return request(window, name).read();
+}
+
+void XConnection::watch(xcb_window_t window) const
+{
+    constexpr std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_native.get(), window, XCB_CW_EVENT_MASK, &mask);
+    xcb_shape_select_input(m_native.get(), window, true);
+}
+
+void XConnection::reportSoon()
+{
+    QMetaObject::invokeMethod(this, &XConnection::dispatchQueuedEvents, Qt::QueuedConnection);
+}
+
+bool XConnection::hasMonitors() const
+{
+    const XReply<xcb_randr_get_monitors_reply_t> monitors(
+        xcb_randr_get_monitors_reply(m_native.get(), xcb_randr_get_monitors(m_native.get(), root(), true), nullptr));
+    return !monitors || monitors->nMonitors > 0;
+}
+
+void XConnection::watchRoot()
+{
+    constexpr std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_native.get(), root(), XCB_CW_EVENT_MASK, &mask);
+    xcb_randr_select_input(m_native.get(), root(),
+        XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE | XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE);
+    xcb_flush(m_native.get());
+}
+
+void XConnection::watchCompositor(int screenNumber)
+{
+    const QByteArray name = "_NET_WM_CM_S" + QByteArray::number(screenNumber);
+    const XReply<xcb_intern_atom_reply_t> selection(xcb_intern_atom_reply(m_native.get(),
+        xcb_intern_atom(m_native.get(), false, static_cast<std::uint16_t>(name.size()), name.constData()), nullptr));
+    if (!selection)
+        return;
+    m_compositorSelection = selection->atom;
+    xcb_xfixes_select_selection_input(m_native.get(), root(), m_compositorSelection,
+        XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY
+            | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    const XReply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
+        m_native.get(), xcb_get_selection_owner(m_native.get(), m_compositorSelection), nullptr));
+    m_isComposited = owner && owner->owner != XCB_WINDOW_NONE;
+}
+
+void XConnection::readEvents()
+{
+    if (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(m_native.get())})
+        dispatch(*event);
+    dispatchQueuedEvents();
+    // A connection that broke stays readable for ever.
+    if (xcb_connection_has_error(m_native.get()) != 0)
+        m_notifier.setEnabled(false);
+}
+
+void XConnection::dispatchQueuedEvents()
+{
+    while (const XReply<xcb_generic_event_t> event{xcb_poll_for_queued_event(m_native.get())})
+        dispatch(*event);
+    xcb_flush(m_native.get());
+}
+
+void XConnection::dispatch(const xcb_generic_event_t &event)
+{
+    if ((event.response_type & sentEventFlag) != 0)
+        return;
+    switch (event.response_type) {
+    case XCB_PROPERTY_NOTIFY: {
+        const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
+        Q_EMIT propertyChanged(change.window, change.atom);
+        break;
+    }
+    case XCB_CREATE_NOTIFY:
+    case XCB_DESTROY_NOTIFY:
+    case XCB_UNMAP_NOTIFY:
+    case XCB_MAP_NOTIFY:
+    case XCB_REPARENT_NOTIFY:
+    case XCB_CONFIGURE_NOTIFY:
+    case XCB_GRAVITY_NOTIFY:
+    case XCB_CIRCULATE_NOTIFY:
+        Q_EMIT structureChanged(event);
+        break;
+    default:
+        dispatchExtension(event.response_type, event);
+    }
+}
+
+void XConnection::dispatchExtension(std::uint8_t type, const xcb_generic_event_t &event)
+{
+    if (type == m_firstEvents.shape + XCB_SHAPE_NOTIFY) {
+        Q_EMIT shapeChanged(reinterpret_cast<const xcb_shape_notify_event_t &>(event).affected_window);
+    } else if (type == m_firstEvents.randr + XCB_RANDR_SCREEN_CHANGE_NOTIFY
+        || type == m_firstEvents.randr + XCB_RANDR_NOTIFY) {
+        Q_EMIT monitorsChanged();
+    } else if (type == m_firstEvents.fixes + XCB_XFIXES_SELECTION_NOTIFY) {
+        const auto &change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t &>(event);
+        if (change.selection != m_compositorSelection)
+            return;
+        m_isComposited = change.owner != XCB_WINDOW_NONE;
+        Q_EMIT compositionChanged();
+    }
+}
+
+} // namespace moorline

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "platform/linux/x11/XAtoms.h"
+#include "platform/linux/x11/XProperty.h"
+#include "platform/linux/x11/XReply.h"
+
+#include <QObject>
+#include <QSocketNotifier>
+#include <memory>
+#include <xcb/xcb.h>
+
+namespace moorline {
+
+/// The program's own connection to the X server, beside the one that Qt draws through. It sees what happens on the root
+/// window and to its children, and on any further window that was asked to be watched.
+class XConnection final : public QObject {
+    Q_OBJECT
+public:
+    /// Null when there is no X server at $DISPLAY, or it lacks the extensions of the last twenty years.
+    [[nodiscard]] static std::unique_ptr<XConnection> open();
+
+    [[nodiscard]] xcb_connection_t *native() const { return m_native.get(); }
+    [[nodiscard]] xcb_window_t root() const { return m_screen->root; }
+    [[nodiscard]] xcb_atom_t atom(XAtom name) const { return m_atoms[name]; }
+
+    /// Asks for a property now, to be read later.
+    [[nodiscard]] PendingProperty request(xcb_window_t window, XAtom name) const;
+    [[nodiscard]] PendingProperty request(xcb_window_t window, xcb_atom_t name) const;
+    /// Asks and reads at once, for a single question.
+    [[nodiscard]] XProperty property(xcb_window_t window, XAtom name) const;
+
+    /// Begins to report changes of the window's properties, place and shape. Harmless for a window that is gone.
+    void watch(xcb_window_t window) const;
+
+    /// Reports in the next turn what came while replies were waited for. The socket has nothing left to notify of then.
+    void reportSoon();
+
+    /// Whether a compositor blends windows, so that transparent ones look transparent.
+    [[nodiscard]] bool isComposited() const { return m_isComposited; }
+    /// Whether any output is lit. True where the server cannot tell.
+    [[nodiscard]] bool hasMonitors() const;
+
+Q_SIGNALS:
+    void propertyChanged(xcb_window_t window, xcb_atom_t name);
+    /// A window, whether child of the root or watched, came, went, moved, or changed its place in the stack.
+    void structureChanged(const xcb_generic_event_t &event);
+    void shapeChanged(xcb_window_t window);
+    void monitorsChanged();
+    void compositionChanged();
+
+private:
+    struct Disconnecter {
+        void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
+    };
+    using NativeConnection = std::unique_ptr<xcb_connection_t, Disconnecter>;
+    struct FirstEvents {
+        std::uint8_t shape = 0;
+        std::uint8_t randr = 0;
+        std::uint8_t fixes = 0;
+    };
+
+    XConnection(NativeConnection native, const xcb_screen_t *screen, int screenNumber, FirstEvents firstEvents);
+
+    void watchRoot();
+    void watchCompositor(int screenNumber);
+    void readEvents();
+    void dispatchQueuedEvents();
+    void dispatch(const xcb_generic_event_t &event);
+    void dispatchExtension(std::uint8_t type, const xcb_generic_event_t &event);
+
+    NativeConnection m_native;
+    const xcb_screen_t *m_screen;
+    XAtoms m_atoms;
+    FirstEvents m_firstEvents;
+    xcb_atom_t m_compositorSelection = XCB_ATOM_NONE;
+    bool m_isComposited = false;
+    QSocketNotifier m_notifier;
+};
+
+} // namespace moorline

@@ -1,6 +1,0 @@
-#include "support/TestCase.h"
-
-int main(int argc, char **argv)
-{
-    return moorline::test::runAll(argc, argv);
-}
