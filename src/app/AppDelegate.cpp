@@ -1,10 +1,12 @@
 #include "app/AppDelegate.h"
 
+#include "app/BarWidgets.h"
 #include "app/LiveSnapshot.h"
 #include "app/PreviewRenderer.h"
 #include "app/StatusItem.h"
-#include "app/WeatherServers.h"
+#include "chrome/BarWidget.h"
 #include "dock/DockBarView.h"
+#include "platform/Platform.h"
 
 namespace moorline {
 
@@ -17,39 +19,27 @@ constexpr std::chrono::seconds snapshotDelay{8};
 } // namespace
 
 AppDelegate::AppDelegate(Platform &platform, RunPlan plan, Outlets outlets)
-    : m_platform(platform)
-    , m_plan(std::move(plan))
+    : m_plan(std::move(plan))
     , m_outlets(std::move(outlets))
-    , m_launcher(*platform.appBundles)
-    , m_store(*platform.directories, platform.appBundles->applicationExtension(),
-          [this](const QUrl &url) { return m_launcher.makeShortcut(url); })
-    , m_scripts(*platform.clock)
-    , m_scriptedDockControl(m_scripts)
-    , m_systemDock(*platform.preferences, *platform.windowServer,
-          platform.systemDockControl ? *platform.systemDockControl : m_scriptedDockControl, *platform.systemSettings)
-    , m_spaceProbe(*platform.windowServer)
-    , m_symbols(*platform.systemImages)
-    , m_timeKeeper(*platform.clock)
-    , m_locationService(*platform.locationManager, *platform.geocoder, *platform.clock)
-    , m_weatherService({m_store, *platform.clock, *platform.httpClient, m_locationService,
-          m_plan.weatherOrigin ? weatherEndpoints(*m_plan.weatherOrigin) : publicWeatherEndpoints(), m_plan.debug})
-    , m_windowController({m_store, m_systemDock, m_spaceProbe, *platform.clock, *platform.screens, *platform.pointer,
-                             *platform.windowServer, *platform.workspace, *platform.panelWindow, m_plan.debug},
+    , m_services(platform, m_plan)
+    , m_windowController(
+          {
+              .store = m_services.store,
+              .systemDock = m_services.systemDock,
+              .spaceProbe = m_services.spaceProbe,
+              .clock = *platform.clock,
+              .screens = *platform.screens,
+              .pointer = *platform.pointer,
+              .windowServer = *platform.windowServer,
+              .workspace = *platform.workspace,
+              .panelWindow = *platform.panelWindow,
+              .debug = m_plan.debug,
+          },
           [this](std::function<void(qreal)> contentWidthChange) { return makeBar(std::move(contentWidthChange)); })
 {
 }
 
 AppDelegate::~AppDelegate() = default;
-
-void AppDelegate::startServices()
-{
-    m_timeKeeper.start();
-    // What could not be fetched while there was no network, or is hours old after a sleep, is worth asking for at once.
-    connect(m_platform.network.get(), &Network::becameReachable, &m_weatherService, &WeatherService::refresh);
-    connect(m_platform.power.get(), &Power::didWake, &m_weatherService, &WeatherService::refresh);
-    connect(&m_locationService, &LocationService::authorizationGranted, &m_weatherService, &WeatherService::refresh);
-    m_weatherService.start();
-}
 
 void AppDelegate::applicationDidFinishLaunching()
 {
@@ -68,8 +58,8 @@ void AppDelegate::applicationDidFinishLaunching()
 
 void AppDelegate::runPreview()
 {
-    startServices();
-    m_pictureTimer = m_platform.clock->after(previewDelay, [this] {
+    m_services.start();
+    m_pictureTimer = m_services.platform.clock->after(previewDelay, [this] {
         PreviewRenderer([this] { return makeBar([](qreal) {}); }).render(*m_plan.previewPath);
         m_outlets.terminate();
     });
@@ -78,25 +68,26 @@ void AppDelegate::runPreview()
 void AppDelegate::runImport()
 {
     const ImportResult result = m_outlets.importFromSystemDock();
-    for (const QString &line : importReport(result, m_store.settings().appShortcuts.size()))
+    for (const QString &line : importReport(result, m_services.store.settings().appShortcuts.size()))
         m_outlets.print(line);
     m_outlets.terminate();
 }
 
 void AppDelegate::runBar()
 {
-    startServices();
+    m_services.start();
     m_windowController.show();
-    m_statusItem = std::make_unique<StatusItem>(m_store, *m_platform.statusBar, m_symbols, commands());
+    m_statusItem =
+        std::make_unique<StatusItem>(m_services.store, *m_services.platform.statusBar, m_services.symbols, commands());
     // Once the panel is painted: asking a tray that hangs for its place would hold everything up.
-    m_statusTimer = m_platform.clock->after(std::chrono::milliseconds(0), [this] { m_statusItem->install(); });
+    m_statusTimer = m_services.platform.clock->after(std::chrono::milliseconds(0), [this] { m_statusItem->install(); });
     if (m_plan.snapshotPath)
         scheduleSnapshot();
 }
 
 void AppDelegate::scheduleSnapshot()
 {
-    m_pictureTimer = m_platform.clock->after(snapshotDelay, [this] {
+    m_pictureTimer = m_services.platform.clock->after(snapshotDelay, [this] {
         LiveSnapshot::capture(m_windowController.panel(), *m_plan.snapshotPath);
         m_outlets.terminate();
     });
@@ -111,8 +102,18 @@ BarCommands AppDelegate::commands() const
 std::unique_ptr<DockBarView> AppDelegate::makeBar(std::function<void(qreal)> contentWidthChange)
 {
     return std::make_unique<DockBarView>(
-        DockBarView::Context{m_store, m_timeKeeper, m_systemDock, *m_platform.clock, *m_platform.screens, m_symbols,
-            m_weatherService, commands(), nullptr, nullptr},
+        DockBarView::Context{
+            .store = m_services.store,
+            .systemDock = m_services.systemDock,
+            .clock = *m_services.platform.clock,
+            .screens = *m_services.platform.screens,
+            .symbols = m_services.symbols,
+            .holds = m_services.barHolds,
+            .commands = commands(),
+            .makeWidget = [this](WidgetKind kind) { return makeBarWidget(kind, m_services); },
+            // There is no music to hear yet.
+            .playback = nullptr,
+        },
         std::move(contentWidthChange));
 }
 

@@ -1,19 +1,9 @@
 #pragma once
 
 #include "app/ImportReport.h"
-#include "app/RunPlan.h"
-#include "apps/AppLauncher.h"
+#include "app/Services.h"
 #include "dock/BarMenu.h"
 #include "dock/DockWindowController.h"
-#include "settings/SettingsStore.h"
-#include "system/AppleScriptRunner.h"
-#include "system/ScriptedSystemDockControl.h"
-#include "system/SpaceProbe.h"
-#include "system/SystemDock.h"
-#include "theme/Symbols.h"
-#include "time/TimeKeeper.h"
-#include "weather/LocationService.h"
-#include "weather/WeatherService.h"
 
 namespace moorline {
 
@@ -38,7 +28,7 @@ public:
     /// Call once the event loop runs.
     void applicationDidFinishLaunching();
 
-    [[nodiscard]] SettingsStore &store() { return m_store; }
+    [[nodiscard]] SettingsStore &store() { return m_services.store; }
     [[nodiscard]] const DockWindowController &windowController() const { return m_windowController; }
     /// Null unless the bar runs.
     [[nodiscard]] const StatusItem *statusItem() const { return m_statusItem.get(); }
@@ -47,24 +37,13 @@ private:
     void runPreview();
     void runImport();
     void runBar();
-    void startServices();
     void scheduleSnapshot();
     [[nodiscard]] BarCommands commands() const;
     [[nodiscard]] std::unique_ptr<DockBarView> makeBar(std::function<void(qreal)> contentWidthChange);
 
-    Platform &m_platform;
     RunPlan m_plan;
     Outlets m_outlets;
-    AppLauncher m_launcher;
-    SettingsStore m_store;
-    AppleScriptRunner m_scripts;
-    ScriptedSystemDockControl m_scriptedDockControl;
-    SystemDock m_systemDock;
-    SpaceProbe m_spaceProbe;
-    Symbols m_symbols;
-    TimeKeeper m_timeKeeper;
-    LocationService m_locationService;
-    WeatherService m_weatherService;
+    Services m_services;
     DockWindowController m_windowController;
     std::unique_ptr<StatusItem> m_statusItem;
     std::unique_ptr<Clock::Timer> m_statusTimer;

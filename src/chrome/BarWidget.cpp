@@ -3,9 +3,13 @@
 namespace moorline {
 
 BarWidget::BarWidget(QGraphicsItem *parent)
-    : QGraphicsWidget(parent)
+    : BarItem(parent)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void BarWidget::setIconSize(qreal)
+{
 }
 
 void BarWidget::setNaturalSize(const QSizeF &size)
@@ -17,14 +21,6 @@ void BarWidget::setNaturalSize(const QSizeF &size)
     setPreferredSize(size);
     resize(size);
     Q_EMIT naturalSizeChanged();
-}
-
-void BarWidget::setHelpText(const QString &text)
-{
-    if (text == toolTip())
-        return;
-    setToolTip(text);
-    Q_EMIT helpTextChanged();
 }
 
 } // namespace moorline

@@ -1,5 +1,6 @@
 #include "dock/DockBarView.h"
 
+#include "chrome/BarWidget.h"
 #include "dock/AutoHideNudge.h"
 #include "dock/BarMetrics.h"
 #include "dock/PanelPlacement.h"
@@ -7,11 +8,6 @@
 #include "settings/SettingsStore.h"
 #include "system/SystemDock.h"
 #include "theme/Color.h"
-#include "time/CalendarWidget.h"
-#include "time/ClockWidget.h"
-#include "time/MonthCounterWidget.h"
-#include "weather/ForecastWidget.h"
-#include "weather/WeatherWidget.h"
 
 #include <QMenu>
 #include <cmath>
@@ -90,29 +86,6 @@ void DockBarView::refit()
     reportContentWidth();
 }
 
-BarWidget *DockBarView::widgetView(WidgetKind kind) const
-{
-    switch (kind) {
-    case WidgetKind::clock:
-        return new ClockWidget(m_context.store, m_context.keeper);
-    case WidgetKind::calendar:
-        return new CalendarWidget(m_context.keeper);
-    case WidgetKind::monthCounter:
-        return new MonthCounterWidget(m_context.keeper);
-    case WidgetKind::weather:
-        return new WeatherWidget({m_context.weather, m_context.symbols, m_context.openWeatherApp});
-    case WidgetKind::forecast:
-        return new ForecastWidget({m_context.weather, m_context.symbols, m_context.openWeatherApp});
-    case WidgetKind::music:
-    case WidgetKind::appShortcut:
-    case WidgetKind::recentApps:
-    case WidgetKind::pinnedItems:
-        break;
-    }
-    // These kinds are known to the settings before the program has a widget for them.
-    return nullptr;
-}
-
 QList<WidgetKind> DockBarView::row() const
 {
     QList<WidgetKind> kinds;
@@ -129,8 +102,8 @@ void DockBarView::updateRow()
     m_visibleKinds = std::move(kinds);
     QList<Pill::Entry> entries;
     for (const WidgetKind kind : std::as_const(m_visibleKinds)) {
-        if (BarWidget *widget = widgetView(kind))
-            entries.append({kind, widget});
+        if (auto widget = m_context.makeWidget(kind))
+            entries.append({.kind = kind, .widget = widget.release()});
     }
     m_pill->setRow(entries);
 }

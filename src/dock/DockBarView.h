@@ -9,12 +9,11 @@
 namespace moorline {
 
 class AutoHideNudge;
+class BarHolds;
 class BarWidget;
 class Pill;
 class Screens;
 class SystemDock;
-class TimeKeeper;
-class WeatherService;
 
 /// The content of the panel: the pill with its widgets and, above it, the nudge about the desktop's dock.
 /// The body stands centred at the bottom of whatever size the view is given.
@@ -24,17 +23,17 @@ public:
     /// What the bar is built on. Everything lent here outlives the bar.
     struct Context {
         SettingsStore &store;
-        const TimeKeeper &keeper;
         SystemDock &systemDock;
         Clock &clock;
         const Screens &screens;
         const Symbols &symbols;
-        const WeatherService &weather;
+        /// Where whatever needs the bar to stay takes its token.
+        BarHolds &holds;
         BarCommands commands;
+        /// Builds the widget of a kind; null for a kind that there is no widget for.
+        std::function<std::unique_ptr<BarWidget>(WidgetKind)> makeWidget;
         /// What plays now; nothing ever did while there is no such function.
         std::function<Playback()> playback;
-        /// What a click on the weather does; nothing while there is no such function.
-        std::function<void()> openWeatherApp;
     };
     /// Receives the width the content needs, in points.
     using ContentWidthChange = std::function<void(qreal)>;
@@ -69,7 +68,6 @@ Q_SIGNALS:
     void bodyHeightChanged();
 
 private:
-    [[nodiscard]] BarWidget *widgetView(WidgetKind kind) const;
     void evaluate();
     void settingsChanged();
     void updateRow();

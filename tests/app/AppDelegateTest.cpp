@@ -1,10 +1,20 @@
 #include "app/AppDelegate.h"
 
 #include "DockFixture.h"
+#include "app/BarWidgets.h"
+#include "app/Services.h"
 #include "app/StatusItem.h"
+#include "dock/DockHostingView.h"
 #include "dock/DockPanel.h"
+#include "fakes/FakeHttpClient.h"
+#include "fakes/FakeLocation.h"
 #include "harness/TestCase.h"
 #include "platform/Platform.h"
+#include "time/CalendarWidget.h"
+#include "time/ClockWidget.h"
+#include "time/MonthCounterWidget.h"
+#include "weather/ForecastWidget.h"
+#include "weather/WeatherWidget.h"
 
 #include <QImage>
 #include <QRegularExpression>
@@ -76,6 +86,34 @@ void launch(Program &program)
     program.delegate->applicationDidFinishLaunching();
     program.advance(0ms);
 }
+
+/// The bar as it stands in the panel.
+DockHostingView &hostingView(const Program &program)
+{
+    return dynamic_cast<DockHostingView &>(*program.delegate->windowController().panel()->content());
+}
+
+void showWidgets(Program &program, const QList<WidgetKind> &kinds)
+{
+    Settings settings = program.delegate->store().settings();
+    settings.enabledWidgets = kinds;
+    settings.useCurrentLocation = false;
+    program.delegate->store().setSettings(settings);
+}
+
+class PaintCounter final : public QObject {
+public:
+    [[nodiscard]] int count() const { return m_count; }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        m_count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+
+private:
+    int m_count = 0;
+};
 
 RunPlan plan(RunMode mode)
 {
@@ -241,6 +279,52 @@ private Q_SLOTS:
             QStringLiteral("org.example.notes"), QStringLiteral("Notes"), std::nullopt};
         program.delegate->store().pin({QUrl::fromLocalFile(QStringLiteral("/Applications/Notes.app"))});
         QCOMPARE(program.delegate->store().settings().appShortcuts.last().name, QStringLiteral("Notes"));
+    }
+
+    void everyKindThereIsAWidgetForHasItsOwn()
+    {
+        Program program(plan(RunMode::normal));
+        Services services(program.platform, plan(RunMode::normal));
+        const auto isA = [&services]<typename Widget>(WidgetKind kind) {
+            return dynamic_cast<Widget *>(makeBarWidget(kind, services).get()) != nullptr;
+        };
+        QVERIFY(isA.operator()<ClockWidget>(WidgetKind::clock));
+        QVERIFY(isA.operator()<CalendarWidget>(WidgetKind::calendar));
+        QVERIFY(isA.operator()<MonthCounterWidget>(WidgetKind::monthCounter));
+        QVERIFY(isA.operator()<WeatherWidget>(WidgetKind::weather));
+        QVERIFY(isA.operator()<ForecastWidget>(WidgetKind::forecast));
+        for (const auto kind :
+            {WidgetKind::music, WidgetKind::appShortcut, WidgetKind::recentApps, WidgetKind::pinnedItems})
+            QVERIFY(!makeBarWidget(kind, services));
+    }
+
+    void theBarShowsTheWeather()
+    {
+        Program program(plan(RunMode::normal));
+        launch(program);
+        showWidgets(program, {WidgetKind::weather, WidgetKind::forecast, WidgetKind::music});
+        QCOMPARE(hostingView(program).bar().row(), (QList<WidgetKind>{WidgetKind::weather, WidgetKind::forecast}));
+        const qreal loading = program.delegate->windowController().contentWidth();
+        QVERIFY(program.http().answerJson(R"({"current": {"temperature_2m": 1, "relative_humidity_2m": 2,
+            "apparent_temperature": 3, "is_day": 1, "weather_code": 0, "wind_speed_10m": 4},
+            "daily": {"time": ["2025-03-04"]}})"));
+        QVERIFY(program.delegate->windowController().contentWidth() > loading);
+    }
+
+    void aClockWithoutSecondsPaintsOnceAMinute()
+    {
+        Program program(plan(RunMode::normal));
+        launch(program);
+        showWidgets(program, {WidgetKind::clock, WidgetKind::calendar});
+        program.delegate->windowController().panel()->show();
+        QCoreApplication::processEvents();
+        PaintCounter paints;
+        hostingView(program).viewport()->installEventFilter(&paints);
+        for (int second = 0; second < 600; ++second) {
+            program.advance(1s);
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(paints.count(), 10);
     }
 };
 

@@ -35,20 +35,6 @@ struct Fixture : DockFixture {
     QList<qreal> widths;
 };
 
-class PaintCounter final : public QObject {
-public:
-    [[nodiscard]] int count() const { return m_count; }
-
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        m_count += event->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-
-private:
-    int m_count = 0;
-};
-
 /// The offscreen platform has neither a stacking order nor a keyboard, and says so.
 void expectPopupWarnings()
 {
@@ -82,38 +68,6 @@ private Q_SLOTS:
         QCOMPARE(bar->row(), (QList<WidgetKind>{WidgetKind::monthCounter, WidgetKind::calendar, WidgetKind::clock}));
     }
 
-    void showsTheWeather()
-    {
-        Fixture fixture;
-        fixture.change([](Settings &settings) {
-            settings.enabledWidgets = {WidgetKind::weather, WidgetKind::forecast};
-            settings.useCurrentLocation = false;
-        });
-        const auto bar = fixture.make();
-        QCOMPARE(bar->row(), (QList<WidgetKind>{WidgetKind::weather, WidgetKind::forecast}));
-        const qreal loading = fixture.widths.last();
-        fixture.weather.start();
-        QVERIFY(fixture.httpClient.answerJson(R"({"current": {"temperature_2m": 1, "relative_humidity_2m": 2,
-            "apparent_temperature": 3, "is_day": 1, "weather_code": 0, "wind_speed_10m": 4},
-            "daily": {"time": ["2025-03-04"]}})"));
-        QVERIFY(fixture.widths.last() > loading);
-    }
-
-    void aClickOnTheWeatherOpensItsApplication()
-    {
-        Fixture fixture;
-        fixture.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::weather}; });
-        DockHostingView view(fixture.make());
-        view.resize(600, 98);
-        view.show();
-        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(300, 49));
-        QCOMPARE(fixture.timesWeatherAppOpened, 1);
-        // Also between the text and the edges of the pill, which stands from 13 to 85 in the view.
-        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(300, 14));
-        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(300, 84));
-        QCOMPARE(fixture.timesWeatherAppOpened, 3);
-    }
-
     void aChangeOfOtherSettingsKeepsTheWidgets()
     {
         Fixture fixture;
@@ -129,7 +83,7 @@ private Q_SLOTS:
         const auto bar = fixture.make();
         QCOMPARE(fixture.widths.last(), child<Pill>(*bar)->size().width());
         const qreal before = fixture.widths.last();
-        fixture.change([](Settings &settings) { settings.showSeconds = true; });
+        fixture.widgets[WidgetKind::clock]->setNaturalSize({110, 40});
         QVERIFY(fixture.widths.last() > before);
         fixture.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock}; });
         QVERIFY(fixture.widths.last() < before);
@@ -319,24 +273,6 @@ private Q_SLOTS:
         Q_EMIT child<Pill>(*bar)->filesDropped({QUrl::fromLocalFile(QStringLiteral("/tmp/notes.txt"))});
         const QList<PinnedItem> expected{{QStringLiteral("/tmp/notes.txt"), QStringLiteral("notes.txt")}};
         QCOMPARE(fixture.store.settings().pinnedItems, expected);
-    }
-
-    void aClockWithoutSecondsPaintsOnceAMinute()
-    {
-        Fixture fixture;
-        fixture.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock, WidgetKind::calendar}; });
-        fixture.keeper.start();
-        DockHostingView view(fixture.make());
-        view.resize(600, 98);
-        view.show();
-        QCoreApplication::processEvents();
-        PaintCounter paints;
-        view.viewport()->installEventFilter(&paints);
-        for (int second = 0; second < 600; ++second) {
-            fixture.clock.advance(1s);
-            QCoreApplication::processEvents();
-        }
-        QCOMPARE(paints.count(), 10);
     }
 };
 

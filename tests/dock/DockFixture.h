@@ -1,8 +1,7 @@
 #pragma once
 
+#include "TrialWidget.h"
 #include "fakes/FakeClock.h"
-#include "fakes/FakeHttpClient.h"
-#include "fakes/FakeLocation.h"
 #include "fakes/FakePanelWindow.h"
 #include "fakes/FakePointer.h"
 #include "fakes/FakePreferences.h"
@@ -11,15 +10,13 @@
 #include "fakes/FakeWindowServer.h"
 #include "fakes/TemporaryDirectories.h"
 
+#include "chrome/BarHolds.h"
 #include "dock/DockBarView.h"
 #include "dock/DockWindowController.h"
 #include "settings/SettingsStore.h"
 #include "system/SpaceProbe.h"
 #include "system/SystemDock.h"
 #include "theme/Symbols.h"
-#include "time/TimeKeeper.h"
-#include "weather/LocationService.h"
-#include "weather/WeatherService.h"
 
 namespace moorline::test {
 
@@ -38,13 +35,43 @@ struct DockFixture {
 
     DockBarView::Context barContext()
     {
-        return {store, keeper, systemDock, clock, screens, symbols, weather, commands, [this] { return playback; },
-            [this] { ++timesWeatherAppOpened; }};
+        return {
+            .store = store,
+            .systemDock = systemDock,
+            .clock = clock,
+            .screens = screens,
+            .symbols = symbols,
+            .holds = holds,
+            .commands = commands,
+            .makeWidget = [this](WidgetKind kind) { return makeWidget(kind); },
+            .playback = [this] { return playback; },
+        };
     }
 
     DockWindowController::Context controllerContext()
     {
-        return {store, systemDock, spaceProbe, clock, screens, pointer, windowServer, workspace, panelWindow, false};
+        return {
+            .store = store,
+            .systemDock = systemDock,
+            .spaceProbe = spaceProbe,
+            .clock = clock,
+            .screens = screens,
+            .pointer = pointer,
+            .windowServer = windowServer,
+            .workspace = workspace,
+            .panelWindow = panelWindow,
+            .debug = false,
+        };
+    }
+
+    /// A widget that tells its kind; none for the music.
+    std::unique_ptr<BarWidget> makeWidget(WidgetKind kind)
+    {
+        if (kind == WidgetKind::music)
+            return nullptr;
+        auto widget = std::make_unique<TrialWidget>(QSizeF(80, 40), rawValue(kind));
+        widgets[kind] = widget.get();
+        return widget;
     }
 
     DockWindowController::MakeBar makeBar()
@@ -67,18 +94,14 @@ struct DockFixture {
     FakeSystemImages images;
     TemporaryDirectories directories;
     SettingsStore store{directories, QStringLiteral("app"), [](const QUrl &) { return std::nullopt; }};
-    TimeKeeper keeper{clock};
     SystemDock systemDock{preferences, windowServer, dockControl, systemSettings};
     SpaceProbe spaceProbe{windowServer};
     Symbols symbols{images};
-    FakeHttpClient httpClient;
-    FakeLocationManager locationManager;
-    FakeGeocoder geocoder;
-    LocationService location{locationManager, geocoder, clock};
-    WeatherService weather{{store, clock, httpClient, location, WeatherEndpoints(), false}};
-    int timesWeatherAppOpened = 0;
+    BarHolds holds;
     BarCommands commands;
     Playback playback;
+    /// The last that was made of each kind.
+    QHash<WidgetKind, TrialWidget *> widgets;
     /// What the controller gave the bar it built.
     std::function<void(qreal)> reportContentWidth;
 };

@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr QPoint onTheWeather(300, 49);
+constexpr QPoint onTheWidget(300, 49);
 constexpr QPoint besideThePill(20, 49);
 
 /// The offscreen platform has no stacking order, and says so of each tooltip that is shown.
@@ -25,11 +25,11 @@ void expectRaiseWarning()
     QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
 }
 
-/// A bar with the weather alone, which has something to tell.
+/// A bar with one widget, which has something to tell.
 struct Stage : DockFixture {
     Stage()
     {
-        change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::weather}; });
+        change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock}; });
         view = std::make_unique<DockHostingView>(std::make_unique<DockBarView>(barContext(), [](qreal) {}));
         view->resize(600, 98);
         view->move(100, 400);
@@ -68,23 +68,23 @@ private Q_SLOTS:
     void aRestingPointerIsToldAboutTheWidget()
     {
         Stage stage;
-        stage.move(onTheWeather);
+        stage.move(onTheWidget);
         stage.clock.advance(699ms);
         QVERIFY(!stage.tag().isVisible());
         expectRaiseWarning();
         stage.clock.advance(1ms);
         QVERIFY(stage.tag().isVisible());
-        QCOMPARE(stage.tag().text(), QStringLiteral("Weather"));
+        QCOMPARE(stage.tag().text(), QStringLiteral("clock"));
         const QRect tag = stage.tag().geometry();
         // Six points above the pill, which begins 13 points below the top of the view.
         QCOMPARE(tag.bottom() + 1, stage.view->mapToGlobal(QPoint(0, 13 - 6)).y());
-        QVERIFY(std::abs(tag.center().x() - stage.view->mapToGlobal(onTheWeather).x()) <= 2);
+        QVERIFY(std::abs(tag.center().x() - stage.view->mapToGlobal(onTheWidget).x()) <= 2);
     }
 
     void aPointerThatComesAndDoesNotMoveIsToldToo()
     {
         Stage stage;
-        QEnterEvent event(onTheWeather, onTheWeather, stage.view->viewport()->mapToGlobal(onTheWeather));
+        QEnterEvent event(onTheWidget, onTheWidget, stage.view->viewport()->mapToGlobal(onTheWidget));
         QCoreApplication::sendEvent(stage.view->viewport(), &event);
         expectRaiseWarning();
         stage.clock.advance(700ms);
@@ -95,7 +95,7 @@ private Q_SLOTS:
     {
         Stage stage;
         for (int i = 0; i < 10; ++i) {
-            stage.move(onTheWeather + QPoint(i % 2, 0));
+            stage.move(onTheWidget + QPoint(i % 2, 0));
             stage.clock.advance(600ms);
         }
         QVERIFY(!stage.tag().isVisible());
@@ -104,7 +104,7 @@ private Q_SLOTS:
     void aPointerThatLeftIsToldNothing()
     {
         Stage stage;
-        stage.move(onTheWeather);
+        stage.move(onTheWidget);
         stage.send(QEvent::Leave);
         stage.clock.advance(10s);
         QVERIFY(!stage.tag().isVisible());
@@ -113,7 +113,7 @@ private Q_SLOTS:
     void theSystemsOwnTooltipIsNotShown()
     {
         Stage stage;
-        QHelpEvent event(QEvent::ToolTip, onTheWeather, stage.view->viewport()->mapToGlobal(onTheWeather));
+        QHelpEvent event(QEvent::ToolTip, onTheWidget, stage.view->viewport()->mapToGlobal(onTheWidget));
         QVERIFY(QCoreApplication::sendEvent(stage.view->viewport(), &event));
         QVERIFY(!QToolTip::isVisible());
     }
@@ -129,8 +129,8 @@ private Q_SLOTS:
     void movingWithinTheWidgetKeepsTheTag()
     {
         Stage stage;
-        stage.rest(onTheWeather);
-        stage.move(onTheWeather + QPoint(3, 3));
+        stage.rest(onTheWidget);
+        stage.move(onTheWidget + QPoint(3, 3));
         QVERIFY(stage.tag().isVisible());
         stage.move(besideThePill);
         QVERIFY(!stage.tag().isVisible());
@@ -139,25 +139,20 @@ private Q_SLOTS:
     void theNextTagComesAtOnce()
     {
         Stage stage;
-        stage.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::weather, WidgetKind::forecast}; });
-        stage.change([](Settings &settings) { settings.useCurrentLocation = false; });
-        stage.weather.start();
-        QVERIFY(stage.httpClient.answerJson(R"({"current": {"temperature_2m": 1, "relative_humidity_2m": 2,
-            "apparent_temperature": 3, "is_day": 1, "weather_code": 0, "wind_speed_10m": 4},
-            "daily": {"time": ["2025-03-04", "2025-03-05"]}})"));
+        stage.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock, WidgetKind::calendar}; });
         const int middle = stage.view->width() / 2;
         stage.rest({middle - 40, 49});
-        QCOMPARE(stage.tag().text(), QStringLiteral("Clear\nFeels like 3°"));
+        QCOMPARE(stage.tag().text(), QStringLiteral("clock"));
         expectRaiseWarning();
         stage.move({middle + 50, 49});
         QVERIFY(stage.tag().isVisible());
-        QCOMPARE(stage.tag().text(), QStringLiteral("Open Weather"));
+        QCOMPARE(stage.tag().text(), QStringLiteral("calendar"));
     }
 
     void aPointerThatHoldsAButtonIsToldNothing()
     {
         Stage stage;
-        stage.move(onTheWeather, Qt::LeftButton);
+        stage.move(onTheWidget, Qt::LeftButton);
         stage.clock.advance(10s);
         QVERIFY(!stage.tag().isVisible());
     }
@@ -165,12 +160,8 @@ private Q_SLOTS:
     void theTagFollowsItsWidget()
     {
         Stage stage;
-        stage.change([](Settings &settings) { settings.useCurrentLocation = false; });
-        stage.weather.start();
-        stage.rest(onTheWeather);
-        QCOMPARE(stage.tag().text(), QStringLiteral("Weather"));
-        QVERIFY(stage.httpClient.answerJson(R"({"current": {"temperature_2m": 1, "relative_humidity_2m": 2,
-            "apparent_temperature": 3, "is_day": 1, "weather_code": 0, "wind_speed_10m": 4}})"));
+        stage.rest(onTheWidget);
+        stage.widgets[WidgetKind::clock]->setHelpText(QStringLiteral("Clear\nFeels like 3°"));
         QCOMPARE(stage.tag().text(), QStringLiteral("Clear\nFeels like 3°"));
         QVERIFY(stage.tag().isVisible());
     }
@@ -178,9 +169,9 @@ private Q_SLOTS:
     void theTagOutlivesItsWidget()
     {
         Stage stage;
-        stage.rest(onTheWeather);
-        stage.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock}; });
-        stage.move(onTheWeather);
+        stage.rest(onTheWidget);
+        stage.change([](Settings &settings) { settings.enabledWidgets.clear(); });
+        stage.move(onTheWidget);
         QVERIFY(!stage.tag().isVisible());
     }
 
@@ -188,11 +179,11 @@ private Q_SLOTS:
     {
         for (const QEvent::Type type : {QEvent::Leave, QEvent::MouseButtonPress}) {
             Stage stage;
-            stage.rest(onTheWeather);
+            stage.rest(onTheWidget);
             if (type == QEvent::Leave)
                 stage.send(type);
             else
-                QTest::mousePress(stage.view->viewport(), Qt::LeftButton, {}, onTheWeather);
+                QTest::mousePress(stage.view->viewport(), Qt::LeftButton, {}, onTheWidget);
             QVERIFY(!stage.tag().isVisible());
         }
     }
@@ -200,7 +191,7 @@ private Q_SLOTS:
     void theTagGoesWithTheBar()
     {
         Stage stage;
-        stage.rest(onTheWeather);
+        stage.rest(onTheWidget);
         stage.view->hide();
         QVERIFY(!stage.tag().isVisible());
     }
@@ -208,7 +199,7 @@ private Q_SLOTS:
     void theTagGoesByItself()
     {
         Stage stage;
-        stage.rest(onTheWeather);
+        stage.rest(onTheWidget);
         stage.clock.advance(9900ms);
         QVERIFY(stage.tag().isVisible());
         stage.clock.advance(100ms);
@@ -221,7 +212,7 @@ private Q_SLOTS:
         const QRect screen = QGuiApplication::primaryScreen()->geometry();
         for (const int x : {screen.left() - 300, screen.right() - 300}) {
             stage.view->move(x, 0);
-            stage.rest(onTheWeather);
+            stage.rest(onTheWidget);
             QVERIFY2(screen.contains(stage.tag().geometry()), qPrintable(QString::number(x)));
             stage.send(QEvent::Leave);
         }

@@ -1,0 +1,42 @@
+#include "app/Services.h"
+
+#include "app/WeatherServers.h"
+#include "platform/Platform.h"
+
+namespace moorline {
+
+Services::Services(Platform &lentPlatform, const RunPlan &plan)
+    : platform(lentPlatform)
+    , launcher(*platform.appBundles)
+    , store(*platform.directories, platform.appBundles->applicationExtension(),
+          [this](const QUrl &url) { return launcher.makeShortcut(url); })
+    , scripts(*platform.clock)
+    , scriptedDockControl(scripts)
+    , systemDock(*platform.preferences, *platform.windowServer,
+          platform.systemDockControl ? *platform.systemDockControl : scriptedDockControl, *platform.systemSettings)
+    , spaceProbe(*platform.windowServer)
+    , symbols(*platform.systemImages)
+    , timeKeeper(*platform.clock)
+    , location(*platform.locationManager, *platform.geocoder, *platform.clock)
+    , weather({
+          .store = store,
+          .clock = *platform.clock,
+          .client = *platform.httpClient,
+          .location = location,
+          .endpoints = plan.weatherOrigin ? weatherEndpoints(*plan.weatherOrigin) : publicWeatherEndpoints(),
+          .debug = plan.debug,
+      })
+{
+}
+
+void Services::start()
+{
+    timeKeeper.start();
+    // What could not be fetched while there was no network, or is hours old after a sleep, is worth asking for at once.
+    QObject::connect(platform.network.get(), &Network::becameReachable, &weather, &WeatherService::refresh);
+    QObject::connect(platform.power.get(), &Power::didWake, &weather, &WeatherService::refresh);
+    QObject::connect(&location, &LocationService::authorizationGranted, &weather, &WeatherService::refresh);
+    weather.start();
+}
+
+} // namespace moorline

@@ -1,0 +1,136 @@
+#pragma once
+
+#include <QAccessible>
+#include <QGraphicsWidget>
+#include <optional>
+
+QT_BEGIN_NAMESPACE
+class QMimeData;
+QT_END_NAMESPACE
+
+namespace moorline {
+
+class BarHolds;
+
+/// What stands in the bar and can be touched. Reads the pointer for everyone: a widget says what a click, a drag, a
+/// drop or a request for a menu means, and what there is to tell about the item.
+///
+/// Whatever these lead to may take the item out of the bar, or destroy it.
+class BarItem : public QGraphicsWidget {
+    Q_OBJECT
+public:
+    /// What the item is to someone who does not see it.
+    struct Description {
+        QAccessible::Role role = QAccessible::NoRole;
+        QString name;
+        /// What there is to say beside the name: that an application runs, what its badge reads.
+        QString state;
+
+        bool operator==(const Description &) const = default;
+    };
+
+    explicit BarItem(QGraphicsItem *parent = nullptr);
+
+    [[nodiscard]] const Description &description() const { return m_description; }
+    /// What a pointer that rests on the item is told.
+    [[nodiscard]] QString helpText() const { return toolTip(); }
+    [[nodiscard]] bool isTouchable() const { return m_isTouchable; }
+    [[nodiscard]] bool isHovered() const { return m_isHovered; }
+    /// Whether a release would be a click now.
+    [[nodiscard]] bool isPressed() const { return m_isPressed; }
+    [[nodiscard]] bool isDragged() const { return m_isDragged; }
+    /// Whether something that the item takes is held over it.
+    [[nodiscard]] bool isDropHovered() const { return m_isDropHovered; }
+
+    /// Does what a click does, where the item can be touched now.
+    void press();
+    /// What a drag of this item, or of one inside it, holds meanwhile. `holds` may be null; it outlives the item.
+    void setHolds(BarHolds *holds) { m_holds = holds; }
+    /// Takes the item out of the bar: hidden at once, and deleted once control is back in the event loop and no event
+    /// or drag of its own, or of an item inside it, is under way.
+    void retire();
+
+Q_SIGNALS:
+    /// The left button was pressed and let go on the item. The second press of a double click gives no other.
+    void clicked();
+    /// `place` is in the coordinates of the pointer's screen, as Qt counts them. While nobody listens, the request goes
+    /// to what lies below the item.
+    void menuRequested(const QPoint &place);
+    void hoveredChanged();
+    void pressedChanged();
+    void draggedChanged();
+    void dropHoveredChanged();
+    void helpTextChanged();
+    void descriptionChanged();
+    /// The item is out of the bar and about to be deleted.
+    void retired();
+
+protected:
+    void setDescription(const Description &description);
+    void setHelpText(const QString &text);
+    /// Until it is touchable, an item leaves the pointer to what lies below. Drops and menus do not depend on it.
+    void setTouchable(bool touchable);
+    void setDraggable(bool draggable) { m_isDraggable = draggable; }
+
+    /// Whether a pointer that travelled so far from where it was pressed, in points of the screen, begins a drag: the
+    /// system's own distance, unless the item knows better.
+    [[nodiscard]] virtual bool isDrag(const QPointF &travel) const;
+    /// Carries the item away from `place`, where it was pressed, and returns when it was let go. No click follows.
+    virtual void drag(const QPointF &place);
+
+    /// Whether the item takes what is offered in these formats. Nothing is asked of the source before the drop: one
+    /// that does not answer would stop the whole bar.
+    [[nodiscard]] virtual bool takesDrop(const QStringList &formats) const;
+    /// Takes what was dropped; false when it was none of the item's after all.
+    virtual bool drop(const QMimeData &data);
+
+    void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
+    void ungrabMouseEvent(QEvent *event) override;
+    void hoverEnterEvent(QGraphicsSceneHoverEvent *event) override;
+    void hoverMoveEvent(QGraphicsSceneHoverEvent *event) override;
+    void hoverLeaveEvent(QGraphicsSceneHoverEvent *event) override;
+    void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
+    void dragEnterEvent(QGraphicsSceneDragDropEvent *event) override;
+    void dragLeaveEvent(QGraphicsSceneDragDropEvent *event) override;
+    void dropEvent(QGraphicsSceneDragDropEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    class Errand;
+    struct Press {
+        QPointF place;
+        QPointF screenPlace;
+        /// The second press of a double click can begin a drag and no more.
+        bool canClick;
+    };
+
+    void begin(const QGraphicsSceneMouseEvent &event, bool canClick);
+    void cancelPress();
+    void click();
+    void runDrag(const QPointF &place);
+    [[nodiscard]] BarHolds *effectiveHolds() const;
+    [[nodiscard]] bool isBusy() const;
+    void setState(bool &state, bool value, void (BarItem::*changed)());
+
+    Description m_description;
+    std::optional<Press> m_press;
+    BarHolds *m_holds = nullptr;
+    /// Errands that are under way, one inside the other.
+    int m_errands = 0;
+    bool m_isTouchable = false;
+    bool m_isDraggable = false;
+    bool m_isHovered = false;
+    bool m_isPressed = false;
+    bool m_isDragged = false;
+    bool m_isDropHovered = false;
+    bool m_isRetired = false;
+};
+
+/// The items of the bar that are shown directly within `parent`, and within whatever is none itself, from left to
+/// right.
+[[nodiscard]] QList<BarItem *> barItems(const QGraphicsItem &parent);
+
+} // namespace moorline

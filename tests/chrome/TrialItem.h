@@ -1,0 +1,112 @@
+#pragma once
+
+#include "chrome/BarItem.h"
+
+#include <QGraphicsView>
+#include <QMouseEvent>
+#include <functional>
+
+namespace moorline::test {
+
+/// An item of the bar that does what a test tells it.
+class TrialItem final : public BarItem {
+public:
+    explicit TrialItem(const QRectF &place, QGraphicsItem *parent = nullptr)
+        : BarItem(parent)
+    {
+        setGeometry(place);
+        setTouchable(true);
+        setAcceptDrops(true);
+    }
+
+    using BarItem::setDescription;
+    using BarItem::setDraggable;
+    using BarItem::setHelpText;
+    using BarItem::setTouchable;
+
+    std::function<void(const QPointF &)> onDrag;
+    std::function<void()> onDrop;
+    /// The formats it takes.
+    QStringList taken;
+
+protected:
+    void drag(const QPointF &place) override
+    {
+        if (onDrag)
+            onDrag(place);
+    }
+    [[nodiscard]] bool takesDrop(const QStringList &formats) const override
+    {
+        return std::any_of(taken.begin(), taken.end(), [&](const QString &format) { return formats.contains(format); });
+    }
+    bool drop(const QMimeData &) override
+    {
+        if (onDrop)
+            onDrop();
+        return bool(onDrop);
+    }
+};
+
+/// A scene in a view, with a pointer of its own.
+class Hand {
+public:
+    Hand()
+        : m_view(&scene)
+    {
+        scene.setSceneRect(0, 0, 300, 100);
+        m_view.setFrameStyle(QFrame::NoFrame);
+        m_view.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        m_view.viewport()->setMouseTracking(true);
+        m_view.resize(300, 100);
+        m_view.show();
+    }
+
+    void press(const QPoint &place, Qt::MouseButton button = Qt::LeftButton)
+    {
+        m_held |= button;
+        send(QEvent::MouseButtonPress, place, button);
+    }
+    void release(const QPoint &place, Qt::MouseButton button = Qt::LeftButton)
+    {
+        m_held &= ~Qt::MouseButtons(button);
+        send(QEvent::MouseButtonRelease, place, button);
+    }
+    void move(const QPoint &place) { send(QEvent::MouseMove, place, Qt::NoButton); }
+    void click(const QPoint &place)
+    {
+        press(place);
+        release(place);
+    }
+    /// As the system gives it: a click, and a second press that is none.
+    void doubleClick(const QPoint &place)
+    {
+        click(place);
+        m_held |= Qt::LeftButton;
+        send(QEvent::MouseButtonDblClick, place, Qt::LeftButton);
+        release(place);
+    }
+    /// True when something took the request.
+    bool askForMenu(const QPoint &place)
+    {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, global(place));
+        QCoreApplication::sendEvent(m_view.viewport(), &event);
+        return event.isAccepted();
+    }
+
+    [[nodiscard]] QPoint global(const QPoint &place) const { return m_view.viewport()->mapToGlobal(place); }
+
+    QGraphicsScene scene;
+    Qt::KeyboardModifiers modifiers = Qt::NoModifier;
+
+private:
+    void send(QEvent::Type type, const QPoint &place, Qt::MouseButton button)
+    {
+        QMouseEvent event(type, place, global(place), button, m_held, modifiers);
+        QCoreApplication::sendEvent(m_view.viewport(), &event);
+    }
+
+    QGraphicsView m_view;
+    Qt::MouseButtons m_held = Qt::NoButton;
+};
+
+} // namespace moorline::test
