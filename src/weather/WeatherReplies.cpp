@@ -1,7 +1,7 @@
 #include "weather/WeatherReplies.h"
 
 #include "platform/HttpClient.h"
-#include "weather/JsonFields.h"
+#include "support/JsonFields.h"
 #include "weather/LocationService.h"
 
 #include <QCoreApplication>

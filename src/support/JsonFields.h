@@ -1,31 +1,26 @@
 #pragma once
 
-#include <QJsonArray>
-#include <QJsonObject>
+#include "support/JsonValues.h"
+
 #include <QStringList>
-#include <optional>
 
 namespace moorline {
 
-/// The fields of one record in a JSON answer, read as strictly as they are documented. A field of a wrong type, a
-/// number that is not finite or beyond `limit` in either direction, and a text or list of absurd length make the whole
-/// record unreadable; what was read until then is of no use.
+/// The fields of one record in a JSON document, read as strictly as they are documented. A field of a wrong type, a
+/// number that is not finite or beyond `limit` in either direction, and what is beyond the limits of the document make
+/// the whole record unreadable; what was read until then is of no use.
 ///
 /// A missing field and a null are the same: fine where the field is optional, unreadable where it is required.
 class JsonFields {
 public:
-    /// Of a text, in UTF-16 units, and of a list.
-    static constexpr qsizetype longestText = 256;
-    static constexpr qsizetype longestList = 64;
-
-    explicit JsonFields(QJsonObject object);
+    explicit JsonFields(QJsonObject object, const JsonLimits &limits = strangersLimits);
 
     [[nodiscard]] bool isReadable() const { return m_isReadable; }
     /// The first field that made the record unreadable.
     [[nodiscard]] QString unreadableField() const { return m_unreadableField; }
 
-    double number(QLatin1StringView name, double limit);
-    std::optional<double> optionalNumber(QLatin1StringView name, double limit);
+    double number(QLatin1StringView name, double limit = json::anyNumber);
+    std::optional<double> optionalNumber(QLatin1StringView name, double limit = json::anyNumber);
     /// A number with a fraction is none.
     qint64 integer(QLatin1StringView name);
     QString text(QLatin1StringView name);
@@ -49,6 +44,7 @@ private:
     std::optional<QList<Value>> optionalListOf(QLatin1StringView name, Read read);
 
     QJsonObject m_object;
+    JsonLimits m_limits;
     bool m_isReadable = true;
     QString m_unreadableField;
 };
