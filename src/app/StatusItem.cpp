@@ -67,11 +67,11 @@ void StatusItem::menuWillOpen()
 
 void StatusItem::toggleAlwaysVisible()
 {
-    Settings settings = m_store.settings();
-    settings.visibilityMode = settings.visibilityMode == DockVisibilityMode::alwaysVisible
-        ? DockVisibilityMode::hideWhenSystemDockAppears
-        : DockVisibilityMode::alwaysVisible;
-    m_store.setSettings(settings);
+    m_store.change([](Settings &settings) {
+        settings.visibilityMode = settings.visibilityMode == DockVisibilityMode::alwaysVisible
+            ? DockVisibilityMode::hideWhenSystemDockAppears
+            : DockVisibilityMode::alwaysVisible;
+    });
 }
 
 } // namespace moorline

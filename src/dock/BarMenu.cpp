@@ -1,5 +1,6 @@
 #include "dock/BarMenu.h"
 
+#include "settings/Choices.h"
 #include "settings/SettingsStore.h"
 #include "theme/Color.h"
 #include "theme/Symbols.h"
@@ -46,11 +47,8 @@ void addMode(QMenu &menu, SettingsStore &store, const Symbols &symbols, DockVisi
         action->setIcon(symbols.icon(QStringLiteral("checkmark"), menu.palette().color(QPalette::Text)));
         action->setIconVisibleInMenu(true);
     }
-    QObject::connect(action, &QAction::triggered, &store, [&store, mode] {
-        Settings settings = store.settings();
-        settings.visibilityMode = mode;
-        store.setSettings(settings);
-    });
+    QObject::connect(action, &QAction::triggered, &store,
+        [&store, mode] { store.change([mode](Settings &settings) { settings.visibilityMode = mode; }); });
 }
 
 } // namespace
@@ -61,7 +59,7 @@ std::unique_ptr<QMenu> makeBarMenu(SettingsStore &store, const Symbols &symbols,
     menu->setPalette(menuPalette(colorFromHex(store.settings().highlightColorHex)));
     addCommand(*menu, text(QT_TRANSLATE_NOOP("BarMenu", "Dock Settings…")), commands.openSettings);
     menu->addSeparator();
-    for (const DockVisibilityMode mode : allDockVisibilityModes())
+    for (const DockVisibilityMode mode : allValues<DockVisibilityMode>())
         addMode(*menu, store, symbols, mode);
     menu->addSeparator();
     addCommand(*menu, text(QT_TRANSLATE_NOOP("BarMenu", "Quit Moorline")), commands.quit);

@@ -1,6 +1,5 @@
 #include "settings/Settings.h"
 
-#include <QCoreApplication>
 #include <QLocale>
 #include <QRegularExpression>
 #include <QStringList>
@@ -31,53 +30,6 @@ const QList<AppShortcut> &defaultShortcuts()
     static const QList<AppShortcut> shortcuts{{QStringLiteral("/System/Library/CoreServices/Finder.app"),
         QStringLiteral("com.apple.finder"), QStringLiteral("Finder")}};
     return shortcuts;
-}
-
-QString label(DockVisibilityMode mode)
-{
-    switch (mode) {
-    case DockVisibilityMode::alwaysVisible:
-        return QCoreApplication::translate("DockVisibilityMode", "Always visible");
-    case DockVisibilityMode::hideWhenSystemDockAppears:
-        return QCoreApplication::translate("DockVisibilityMode", "Hide when the macOS Dock appears");
-    }
-    return {};
-}
-
-QString label(RecentAppsMode mode)
-{
-    switch (mode) {
-    case RecentAppsMode::runningOnly:
-        return QCoreApplication::translate("RecentAppsMode", "Only apps that are running");
-    case RecentAppsMode::anyState:
-        return QCoreApplication::translate("RecentAppsMode", "Recently used apps, open or not");
-    }
-    return {};
-}
-
-QString label(MusicStyle style)
-{
-    switch (style) {
-    case MusicStyle::player:
-        return QCoreApplication::translate("MusicStyle", "Player with controls");
-    case MusicStyle::compact:
-        return QCoreApplication::translate("MusicStyle", "Compact");
-    }
-    return {};
-}
-
-const QList<DockVisibilityMode> &allDockVisibilityModes()
-{
-    using enum DockVisibilityMode;
-    static const QList<DockVisibilityMode> all{alwaysVisible, hideWhenSystemDockAppears};
-    return all;
-}
-
-const QList<RecentAppsMode> &allRecentAppsModes()
-{
-    using enum RecentAppsMode;
-    static const QList<RecentAppsMode> all{runningOnly, anyState};
-    return all;
 }
 
 const Settings &Settings::defaults()

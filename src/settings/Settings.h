@@ -57,15 +57,8 @@ struct WeatherLocation {
 [[nodiscard]] ClockFormat systemClockFormat();
 /// Just the file manager.
 [[nodiscard]] const QList<AppShortcut> &defaultShortcuts();
-/// Every mode, in the order of the menus.
-[[nodiscard]] const QList<DockVisibilityMode> &allDockVisibilityModes();
-[[nodiscard]] const QList<RecentAppsMode> &allRecentAppsModes();
-/// What menus and the settings window call a choice.
-[[nodiscard]] QString label(DockVisibilityMode mode);
-[[nodiscard]] QString label(RecentAppsMode mode);
-[[nodiscard]] QString label(MusicStyle style);
 
-/// Every choice of the user. A plain value: copied, changed, and assigned to the store.
+/// Every choice of the user. A plain value.
 struct Settings {
     DockVisibilityMode visibilityMode = DockVisibilityMode::alwaysVisible;
     TemperatureUnit temperatureUnit = TemperatureUnit::fahrenheit;

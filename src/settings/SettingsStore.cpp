@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QSaveFile>
 #include <algorithm>
+#include <utility>
 
 namespace moorline {
 
@@ -81,13 +82,15 @@ void SettingsStore::persist() const
         file.commit();
 }
 
-void SettingsStore::setSettings(const Settings &settings)
+void SettingsStore::change(const std::function<void(Settings &)> &edit)
 {
-    if (settings == m_settings)
+    Settings edited = m_settings;
+    edit(edited);
+    if (edited == m_settings)
         return;
-    m_settings = settings;
+    const Settings before = std::exchange(m_settings, std::move(edited));
     persist();
-    Q_EMIT settingsDidChange();
+    Q_EMIT settingsDidChange(before);
 }
 
 bool SettingsStore::isEnabled(WidgetKind kind) const
@@ -97,59 +100,59 @@ bool SettingsStore::isEnabled(WidgetKind kind) const
 
 void SettingsStore::toggleWidget(WidgetKind kind)
 {
-    Settings settings = m_settings;
-    auto &widgets = settings.enabledWidgets;
-    if (widgets.removeAll(kind) == 0) {
+    change([kind](Settings &settings) {
+        auto &widgets = settings.enabledWidgets;
+        if (widgets.removeAll(kind) > 0)
+            return;
         widgets.append(kind);
         std::stable_sort(widgets.begin(), widgets.end());
-    }
-    setSettings(settings);
+    });
 }
 
 void SettingsStore::addShortcut(const AppShortcut &shortcut)
 {
-    Settings settings = m_settings;
-    add(settings.appShortcuts, shortcut);
-    setSettings(settings);
+    change([shortcut](Settings &settings) { add(settings.appShortcuts, shortcut); });
 }
 
 void SettingsStore::removeShortcut(const AppShortcut &shortcut)
 {
-    Settings settings = m_settings;
-    settings.appShortcuts.removeIf([&shortcut](const AppShortcut &other) { return other.id() == shortcut.id(); });
-    setSettings(settings);
+    change([id = shortcut.id()](Settings &settings) {
+        settings.appShortcuts.removeIf([&id](const AppShortcut &other) { return other.id() == id; });
+    });
 }
 
 void SettingsStore::addPinnedItem(const PinnedItem &item)
 {
-    Settings settings = m_settings;
-    add(settings.pinnedItems, item);
-    setSettings(settings);
+    change([item](Settings &settings) { add(settings.pinnedItems, item); });
 }
 
 void SettingsStore::removePinnedItem(const PinnedItem &item)
 {
-    Settings settings = m_settings;
-    settings.pinnedItems.removeIf([&item](const PinnedItem &other) { return other.path == item.path; });
-    setSettings(settings);
+    change([path = item.path](Settings &settings) {
+        settings.pinnedItems.removeIf([&path](const PinnedItem &other) { return other.path == path; });
+    });
 }
 
 void SettingsStore::pin(const QList<QUrl> &urls)
 {
-    // One record and one assignment: a drop of hundreds of files is written once.
-    Settings settings = m_settings;
-    for (const QUrl &url : urls) {
-        // The URL of a folder may end in a slash, its path does not.
-        const QString path = url.adjusted(QUrl::StripTrailingSlash).toLocalFile();
-        const auto shortcut = QFileInfo(path).suffix() == m_applicationExtension ? m_makeShortcut(url) : std::nullopt;
-        if (shortcut)
-            add(settings.appShortcuts, *shortcut);
-        else
-            add(settings.pinnedItems, PinnedItem{path, displayName(path)});
-    }
-    if (!settings.pinnedItems.isEmpty() && !isEnabled(WidgetKind::pinnedItems))
-        settings.enabledWidgets.append(WidgetKind::pinnedItems);
-    setSettings(settings);
+    // One change: a drop of hundreds of files is written once.
+    change([this, &urls](Settings &settings) {
+        for (const QUrl &url : urls)
+            pinOne(settings, url);
+        if (!settings.pinnedItems.isEmpty() && !settings.enabledWidgets.contains(WidgetKind::pinnedItems))
+            settings.enabledWidgets.append(WidgetKind::pinnedItems);
+    });
+}
+
+void SettingsStore::pinOne(Settings &settings, const QUrl &url) const
+{
+    // The URL of a folder may end in a slash, its path does not.
+    const QString path = url.adjusted(QUrl::StripTrailingSlash).toLocalFile();
+    const auto shortcut = QFileInfo(path).suffix() == m_applicationExtension ? m_makeShortcut(url) : std::nullopt;
+    if (shortcut)
+        add(settings.appShortcuts, *shortcut);
+    else
+        add(settings.pinnedItems, PinnedItem{path, displayName(path)});
 }
 
 } // namespace moorline

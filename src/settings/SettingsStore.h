@@ -27,8 +27,8 @@ public:
         QObject *parent = nullptr);
 
     [[nodiscard]] const Settings &settings() const { return m_settings; }
-    /// Saves and announces the new record, unless it equals the old one.
-    void setSettings(const Settings &settings);
+    /// Lets `edit` have the record, then saves and announces it, unless it is as it was.
+    void change(const std::function<void(Settings &)> &edit);
 
     [[nodiscard]] bool isEnabled(WidgetKind kind) const;
     /// Switching a widget on brings the whole row into canonical order.
@@ -45,12 +45,13 @@ public:
     [[nodiscard]] QString filePath() const { return m_filePath; }
 
 Q_SIGNALS:
-    /// The record changed and is on disk. Sent before setSettings() returns.
-    void settingsDidChange();
+    /// The record changed and is on disk. Sent before change() returns, with the record as it was.
+    void settingsDidChange(const moorline::Settings &before);
 
 private:
     void load();
     void persist() const;
+    void pinOne(Settings &settings, const QUrl &url) const;
 
     QString m_applicationExtension;
     MakeShortcut m_makeShortcut;

@@ -28,9 +28,7 @@ struct DockFixture {
     template <typename Change>
     void change(Change apply)
     {
-        Settings settings = store.settings();
-        apply(settings);
-        store.setSettings(settings);
+        store.change(apply);
     }
 
     DockBarView::Context barContext()

@@ -24,12 +24,12 @@ int printClockFormat()
 /// Changes the settings for ever and tells the number of each change once it is made.
 [[noreturn]] void storm(SettingsStore &store)
 {
-    Settings settings = store.settings();
     for (qint64 change = 1;; ++change) {
-        settings.recentAppCount = change;
-        // The length of the file changes a lot, so that a half-written one could not pass for whole.
-        settings.highlightColorHex = QString(1 + change * 37 % 20000, u'x');
-        store.setSettings(settings);
+        store.change([change](Settings &settings) {
+            settings.recentAppCount = change;
+            // The length of the file changes a lot, so that a half-written one could not pass for whole.
+            settings.highlightColorHex = QString(1 + change * 37 % 20000, u'x');
+        });
         std::printf("%lld\n", static_cast<long long>(change));
         std::fflush(stdout);
     }
@@ -42,9 +42,7 @@ int changeWithoutRoom(SettingsStore &store)
     const rlimit limit{64, 64};
     if (setrlimit(RLIMIT_FSIZE, &limit) != 0)
         return 1;
-    Settings settings = store.settings();
-    settings.recentAppCount = 9;
-    store.setSettings(settings);
+    store.change([](Settings &settings) { settings.recentAppCount = 9; });
     return store.settings().recentAppCount == 9 ? 0 : 1;
 }
 

@@ -85,7 +85,7 @@ private Q_SLOTS:
         Settings settings = makeStore()->settings();
         settings.recentAppCount = 8;
         settings.pinnedItems = {{QStringLiteral("/tmp/a b"), QStringLiteral("a b")}};
-        makeStore()->setSettings(settings);
+        makeStore()->change([&settings](Settings &record) { record = settings; });
         QCOMPARE(makeStore()->settings(), settings);
     }
 
@@ -183,9 +183,7 @@ private:
 
     static void changeOneSetting(SettingsStore &store)
     {
-        Settings settings = store.settings();
-        settings.showSeconds = true;
-        store.setSettings(settings);
+        store.change([](Settings &settings) { settings.showSeconds = true; });
     }
 
     static void writeTo(const QString &path, const QByteArray &bytes)

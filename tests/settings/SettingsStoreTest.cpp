@@ -44,18 +44,36 @@ private Q_SLOTS:
     {
         std::optional<Settings> saved;
         connect(m_store.get(), &SettingsStore::settingsDidChange, this, [&] { saved = onDisk(); });
-        Settings settings = m_store->settings();
-        settings.bottomGap = 12.5;
-        m_store->setSettings(settings);
-        QCOMPARE(saved, std::optional(settings));
+        Settings expected = m_store->settings();
+        expected.bottomGap = 12.5;
+        m_store->change([](Settings &settings) { settings.bottomGap = 12.5; });
+        QCOMPARE(saved, std::optional(expected));
         QCOMPARE(m_changes->count(), 1);
+    }
+
+    void theAnnouncementCarriesTheRecordBefore()
+    {
+        const Settings before = m_store->settings();
+        m_store->change([](Settings &settings) { settings.recentAppCount = 7; });
+        QCOMPARE(m_changes->first().first().value<Settings>(), before);
+        QCOMPARE(m_store->settings().recentAppCount, 7);
+    }
+
+    void aListenerMayMakeAChangeOfItsOwn()
+    {
+        connect(m_store.get(), &SettingsStore::settingsDidChange, this, [this](const Settings &before) {
+            if (before.recentAppCount == 3)
+                m_store->change([](Settings &settings) { settings.recentAppCount = 5; });
+        });
+        m_store->change([](Settings &settings) { settings.recentAppCount = 4; });
+        QCOMPARE(onDisk()->recentAppCount, 5);
+        QCOMPARE(m_changes->count(), 2);
     }
 
     void equalRecordIsNeitherWrittenNorAnnounced()
     {
         QVERIFY(QFile::remove(m_store->filePath()));
-        const Settings same = m_store->settings();
-        m_store->setSettings(same);
+        m_store->change([](Settings &settings) { settings.bottomGap = 2; });
         QCOMPARE(m_changes->count(), 0);
         QVERIFY(!QFile::exists(m_store->filePath()));
     }
@@ -72,11 +90,8 @@ private Q_SLOTS:
 
     void everyChangeIsAnnouncedOnce()
     {
-        Settings settings = m_store->settings();
-        for (int count = 4; count < 8; ++count) {
-            settings.recentAppCount = count;
-            m_store->setSettings(settings);
-        }
+        for (int count = 4; count < 8; ++count)
+            m_store->change([count](Settings &settings) { settings.recentAppCount = count; });
         QCOMPARE(m_changes->count(), 4);
         QCOMPARE(onDisk()->recentAppCount, 7);
     }
@@ -217,9 +232,7 @@ private:
 
     void enable(const QList<WidgetKind> &widgets)
     {
-        Settings settings = m_store->settings();
-        settings.enabledWidgets = widgets;
-        m_store->setSettings(settings);
+        m_store->change([&widgets](Settings &settings) { settings.enabledWidgets = widgets; });
         m_changes->clear();
     }
 

@@ -102,16 +102,6 @@ private Q_SLOTS:
         QCOMPARE(
             (PinnedItem{QStringLiteral("/home/notes"), QStringLiteral("notes")}.id()), QStringLiteral("/home/notes"));
     }
-
-    void visibilityModesHaveLabels()
-    {
-        QCOMPARE(label(DockVisibilityMode::alwaysVisible), QStringLiteral("Always visible"));
-        QCOMPARE(
-            label(DockVisibilityMode::hideWhenSystemDockAppears), QStringLiteral("Hide when the macOS Dock appears"));
-        QCOMPARE(label(RecentAppsMode::runningOnly), QStringLiteral("Only apps that are running"));
-        QCOMPARE(label(RecentAppsMode::anyState), QStringLiteral("Recently used apps, open or not"));
-        QCOMPARE(label(MusicStyle::player), QStringLiteral("Player with controls"));
-    }
 };
 
 MOORLINE_TEST(SettingsTest);

@@ -27,10 +27,10 @@ struct Wall {
 
     void set(ClockFormat format, bool showSeconds)
     {
-        Settings settings = store.settings();
-        settings.clockFormat = format;
-        settings.showSeconds = showSeconds;
-        store.setSettings(settings);
+        store.change([=](Settings &settings) {
+            settings.clockFormat = format;
+            settings.showSeconds = showSeconds;
+        });
     }
 
     FakeClock clock{QDateTime(QDate(2025, 3, 4), QTime(13, 5), Qt::UTC)};
@@ -201,9 +201,7 @@ void ClockWidgetTest::settingsOfOthersDoNotRepaintIt()
     Wall wall;
     ClockWidget widget(wall.store, wall.keeper);
     RepaintCounter counter(widget);
-    Settings settings = wall.store.settings();
-    settings.bottomGap = 20;
-    wall.store.setSettings(settings);
+    wall.store.change([](Settings &settings) { settings.bottomGap = 20; });
     QCOMPARE(counter.takeRepaints(), 0);
 }
 

@@ -33,9 +33,7 @@ struct WeatherFixture {
     template <typename Change>
     void change(Change apply)
     {
-        Settings settings = store.settings();
-        apply(settings);
-        store.setSettings(settings);
+        store.change(apply);
     }
 
     void chooseCity()
