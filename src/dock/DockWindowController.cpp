@@ -224,10 +224,7 @@ void DockWindowController::evaluateHiding()
 
 bool DockWindowController::isFullScreen() const
 {
-    if (const auto known = m_context.spaceProbe.isActiveSpaceFullScreen())
-        return *known;
-    const auto screen = targetScreen();
-    return screen && m_context.spaceProbe.looksFullScreen(*screen);
+    return m_context.spaceProbe.isFullScreen(targetScreen());
 }
 
 void DockWindowController::evaluateFullScreen()

@@ -1,10 +1,9 @@
 #include "system/SpaceProbe.h"
 
-#include "platform/Screens.h"
 #include "platform/WindowServer.h"
+#include "system/FullScreenRule.h"
 
 #include <QCoreApplication>
-#include <QMetaType>
 #include <algorithm>
 #include <cmath>
 
@@ -20,28 +19,13 @@ constexpr int lowestFloatingLayer = 20;
 constexpr qreal tolerance = 2;
 constexpr qreal menuBarTolerance = 4;
 
-std::optional<QVariantMap> mainDisplay(const QVariantList &displays, const QString &uuid)
+std::optional<DisplaySpace> mainDisplay(const QList<DisplaySpace> &displays, const QString &uuid)
 {
     if (displays.isEmpty())
         return std::nullopt;
-    const auto main = std::find_if(displays.begin(), displays.end(), [&uuid](const QVariant &display) {
-        const QVariant identifier = display.toMap().value(QStringLiteral("Display Identifier"));
-        return identifier.typeId() == QMetaType::QString && identifier.toString() == uuid;
-    });
-    return (main == displays.end() ? displays.first() : *main).toMap();
-}
-
-std::optional<qint64> integer(const QVariant &value)
-{
-    switch (value.typeId()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-        return value.toLongLong();
-    default:
-        return std::nullopt;
-    }
+    const auto main = std::find_if(displays.begin(), displays.end(),
+        [&uuid](const DisplaySpace &display) { return display.displayIdentifier == uuid; });
+    return main == displays.end() ? displays.first() : *main;
 }
 
 bool isMenuBar(const WindowDescription &window, int menuLevel, qreal screenWidth)
@@ -57,6 +41,16 @@ bool covers(const WindowDescription &window, qreal screenWidth, qreal top)
         && window.bounds->width() >= screenWidth - tolerance && window.bounds->y() <= top;
 }
 
+bool windowsLookFullScreen(const QList<WindowDescription> &windows, int menuLevel, const Screen &screen)
+{
+    const qreal width = screen.frame.width();
+    const qreal top = screen.safeAreaInsets.top() + tolerance;
+    const auto menuBar = [&](const WindowDescription &window) { return isMenuBar(window, menuLevel, width); };
+    const auto covering = [&](const WindowDescription &window) { return covers(window, width, top); };
+    return std::none_of(windows.begin(), windows.end(), menuBar)
+        && std::any_of(windows.begin(), windows.end(), covering);
+}
+
 } // namespace
 
 SpaceProbe::SpaceProbe(const WindowServer &windowServer)
@@ -64,27 +58,32 @@ SpaceProbe::SpaceProbe(const WindowServer &windowServer)
 {
 }
 
+bool SpaceProbe::isFullScreen(const std::optional<Screen> &screen) const
+{
+    if (const auto known = isActiveSpaceFullScreen())
+        return *known;
+    if (!screen)
+        return false;
+    const auto windows = m_windowServer.onScreenWindows().value_or(QList<WindowDescription>());
+    const QRectF place(QPointF(0, 0), screen->frame.size());
+    return belongsToFullScreenWindow(windows, place, QCoreApplication::applicationPid())
+        .value_or(windowsLookFullScreen(windows, m_windowServer.level(WindowLevel::mainMenu), *screen));
+}
+
 std::optional<bool> SpaceProbe::isActiveSpaceFullScreen() const
 {
     const auto displays = m_windowServer.managedDisplaySpaces();
     const auto uuid = displays ? m_windowServer.mainDisplayUUID() : std::nullopt;
     const auto display = uuid ? mainDisplay(*displays, *uuid) : std::nullopt;
-    if (!display)
+    if (!display || !display->currentSpaceType)
         return std::nullopt;
-    const auto type = integer(display->value(QStringLiteral("Current Space")).toMap().value(QStringLiteral("type")));
-    return type ? std::optional(*type == fullScreenSpace) : std::nullopt;
+    return *display->currentSpaceType == fullScreenSpace;
 }
 
 bool SpaceProbe::looksFullScreen(const Screen &screen) const
 {
     const auto windows = m_windowServer.onScreenWindows().value_or(QList<WindowDescription>());
-    const int menuLevel = m_windowServer.level(WindowLevel::mainMenu);
-    const qreal width = screen.frame.width();
-    const qreal top = screen.safeAreaInsets.top() + tolerance;
-    const auto menuBar = [&](const WindowDescription &window) { return isMenuBar(window, menuLevel, width); };
-    const auto covering = [&](const WindowDescription &window) { return covers(window, width, top); };
-    return std::none_of(windows.begin(), windows.end(), menuBar)
-        && std::any_of(windows.begin(), windows.end(), covering);
+    return windowsLookFullScreen(windows, m_windowServer.level(WindowLevel::mainMenu), screen);
 }
 
 } // namespace moorline

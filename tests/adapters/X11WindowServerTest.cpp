@@ -1,10 +1,14 @@
 #include "platform/linux/x11/X11WindowServer.h"
 #include "X11TestCase.h"
 
+#include <QSignalSpy>
+
 namespace {
 
 using moorline::WindowDescription;
+using moorline::WindowKind;
 using moorline::WindowLevel;
+using moorline::WindowServer;
 using moorline::X11WindowServer;
 using moorline::test::WindowPlan;
 
@@ -165,54 +169,86 @@ private Q_SLOTS:
         QVERIFY(!windowOf("Dock"));
     }
 
-    void theSpaceIsFullScreenWhileTheActiveWindowIs()
+    void aWindowSaysWhetherItIsFullScreen()
     {
         const xcb_window_t window = showActive({});
-        QTRY_COMPARE(spaceType(), 0);
+        QTRY_VERIFY(windowOf("Probe"));
+        QCOMPARE(windowOf("Probe")->isFullScreen, false);
         foreign->setFullScreen(window, true);
-        QTRY_COMPARE(spaceType(), 4);
+        QTRY_COMPARE(windowOf("Probe")->isFullScreen, true);
         foreign->setFullScreen(window, false);
-        QTRY_COMPARE(spaceType(), 0);
+        QTRY_COMPARE(windowOf("Probe")->isFullScreen, false);
     }
 
-    void aWindowInFrontOfTheFullScreenOneEndsIt()
+    void theActiveWindowSaysSo()
     {
-        const xcb_window_t film = showActive({.states = {QByteArrayLiteral("_NET_WM_STATE_FULLSCREEN")}});
-        QTRY_COMPARE(spaceType(), 4);
-        QVERIFY(showActive({}));
-        QTRY_COMPARE(spaceType(), 0);
-        foreign->activate(film);
-        QTRY_COMPARE(spaceType(), 4);
+        const xcb_window_t first = showActive({.windowClass = QByteArrayLiteral("a\0First\0")});
+        QTRY_VERIFY(windowOf("First") && windowOf("First")->isActive);
+        QVERIFY(showActive({.windowClass = QByteArrayLiteral("b\0Second\0")}));
+        QTRY_VERIFY(windowOf("Second") && windowOf("Second")->isActive);
+        QVERIFY(!windowOf("First")->isActive);
+        foreign->activate(first);
+        QTRY_VERIFY(windowOf("First")->isActive);
     }
 
-    void aDialogOfTheFullScreenWindowKeepsItFullScreen()
+    void aWindowIsOfTheKindThatItsProgramGivesIt_data()
     {
-        const xcb_window_t film = showActive({.states = {QByteArrayLiteral("_NET_WM_STATE_FULLSCREEN")}});
-        QTRY_COMPARE(spaceType(), 4);
-        const xcb_window_t dialog = showActive({.type = "_NET_WM_WINDOW_TYPE_DIALOG", .transientFor = film});
-        QCOMPARE(foreign->activeWindow(), dialog);
-        QTRY_COMPARE(spaceType(), 4);
+        QTest::addColumn<QByteArray>("type");
+        QTest::addColumn<WindowKind>("kind");
+        QTest::newRow("unsaid") << QByteArray() << WindowKind::normal;
+        QTest::newRow("normal") << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_NORMAL") << WindowKind::normal;
+        QTest::newRow("dialog") << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_DIALOG") << WindowKind::dialog;
+        QTest::newRow("utility") << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_UTILITY") << WindowKind::utility;
+        QTest::newRow("other") << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_SPLASH") << WindowKind::other;
     }
 
-    void withoutAWindowManagerTheSpaceCannotBeTold()
+    void aWindowIsOfTheKindThatItsProgramGivesIt()
     {
-        QTRY_VERIFY(server->managedDisplaySpaces());
+        QFETCH(QByteArray, type);
+        const xcb_window_t window = showManaged({.type = type});
+        QTRY_VERIFY(windowOf("Probe"));
+        QTEST(windowOf("Probe")->kind, "kind");
+        QCOMPARE(windowOf("Probe")->id, window);
+        QCOMPARE(windowOf("Probe")->transientFor, std::nullopt);
+    }
+
+    void aDialogNamesItsWindow()
+    {
+        const xcb_window_t film = showActive({.windowClass = QByteArrayLiteral("f\0Film\0")});
+        QVERIFY(showActive({.transientFor = film}));
+        QTRY_VERIFY(windowOf("Probe"));
+        QCOMPARE(windowOf("Probe")->kind, WindowKind::dialog);
+        QCOMPARE(windowOf("Probe")->transientFor, film);
+    }
+
+    void aChangeIsToldOnceUntilTheNextQuestion()
+    {
+        const xcb_window_t window = showManaged({.isDecorated = false});
+        QTRY_COMPARE(boundsOf("Probe"), QRectF(200, 150, 300, 200));
+        QSignalSpy changes(server.get(), &WindowServer::windowsChanged);
+        foreign->move(window, {400, 350});
+        QTRY_COMPARE(changes.size(), 1);
+        foreign->move(window, {410, 350});
+        QTest::qWait(100);
+        QCOMPARE(changes.size(), 1);
+        QCOMPARE(boundsOf("Probe"), QRectF(410, 350, 300, 200));
+        foreign->setFullScreen(window, true);
+        QTRY_COMPARE(changes.size(), 2);
+    }
+
+    void withoutAWindowManagerNoWindowIsKnownToBeFullScreen()
+    {
+        QVERIFY(showManaged({}));
+        QTRY_VERIFY(windowOf("Probe"));
         const auto proof = foreign->values(foreign->root(), "_NET_SUPPORTING_WM_CHECK");
         const xcb_window_t unproven = foreign->create({});
         foreign->setValues(foreign->root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", {unproven});
-        QTRY_VERIFY(!server->managedDisplaySpaces());
+        QTRY_VERIFY(!windowOf("Probe") || !windowOf("Probe")->isFullScreen);
         foreign->setValues(foreign->root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", proof);
-        QTRY_VERIFY(server->managedDisplaySpaces());
+        QTRY_VERIFY(windowOf("Probe") && windowOf("Probe")->isFullScreen);
     }
 
-    void theOnlyDisplayIsTheMainOne()
-    {
-        const auto spaces = server->managedDisplaySpaces();
-        QVERIFY(spaces);
-        QCOMPARE(spaces->size(), 1);
-        QCOMPARE(
-            spaces->first().toMap().value(QStringLiteral("Display Identifier")).toString(), server->mainDisplayUUID());
-    }
+    void xKnowsNoSpaces() { QCOMPARE(server->managedDisplaySpaces(), std::nullopt); }
 
 private:
     static WindowPlan dockPlan(const QRect &frame)
@@ -246,15 +282,6 @@ private:
     {
         const auto window = windowOf(owner);
         return window ? window->bounds.value_or(QRectF()) : QRectF();
-    }
-
-    int spaceType() const
-    {
-        const auto spaces = server->managedDisplaySpaces();
-        if (!spaces)
-            return -1;
-        const QVariant space = spaces->first().toMap().value(QStringLiteral("Current Space"));
-        return space.toMap().value(QStringLiteral("type")).toInt();
     }
 
     std::unique_ptr<X11WindowServer> server;

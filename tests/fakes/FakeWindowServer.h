@@ -19,19 +19,18 @@ public:
     {
         return level == WindowLevel::dock ? dockLevel : mainMenuLevel;
     }
-    [[nodiscard]] std::optional<QVariantList> managedDisplaySpaces() const override { return spaces; }
+    [[nodiscard]] std::optional<QList<DisplaySpace>> managedDisplaySpaces() const override { return spaces; }
     [[nodiscard]] std::optional<QString> mainDisplayUUID() const override { return displayUUID; }
 
     /// One display whose current space has this type.
     void setSpaceType(int type)
     {
         displayUUID = QStringLiteral("main");
-        spaces = QVariantList{QVariantMap{{QStringLiteral("Display Identifier"), *displayUUID},
-            {QStringLiteral("Current Space"), QVariantMap{{QStringLiteral("type"), type}}}}};
+        spaces = QList{DisplaySpace{displayUUID, type}};
     }
 
     std::optional<QList<WindowDescription>> windows = QList<WindowDescription>();
-    std::optional<QVariantList> spaces;
+    std::optional<QList<DisplaySpace>> spaces;
     std::optional<QString> displayUUID;
     mutable int timesListed = 0;
 };

@@ -1,4 +1,5 @@
 #include "system/SpaceProbe.h"
+#include "fakes/FakeScreens.h"
 #include "fakes/FakeWindowServer.h"
 #include "harness/TestCase.h"
 
@@ -9,17 +10,7 @@ namespace {
 const auto fullScreen = std::optional(true);
 const auto ordinary = std::optional(false);
 const std::optional<bool> cannotTell;
-
-QVariantMap space(const QVariant &type)
-{
-    return {{QStringLiteral("type"), type}};
-}
-
-QVariant display(const QVariant &identifier, const QVariant &currentSpace)
-{
-    return QVariantMap{
-        {QStringLiteral("Display Identifier"), identifier}, {QStringLiteral("Current Space"), currentSpace}};
-}
+const std::optional<QString> nameless;
 
 } // namespace
 
@@ -28,23 +19,19 @@ class SpaceProbeTest final : public test::TestCase {
 private Q_SLOTS:
     void spaceIsFullScreenWhenItsTypeIsFour_data()
     {
-        QTest::addColumn<QVariant>("type");
+        QTest::addColumn<std::optional<qint64>>("type");
         QTest::addColumn<std::optional<bool>>("expected");
-        QTest::newRow("user's") << QVariant(0) << ordinary;
-        QTest::newRow("system's") << QVariant(2) << ordinary;
-        QTest::newRow("full-screen") << QVariant(4) << fullScreen;
-        QTest::newRow("full-screen, 64 bits") << QVariant(qint64(4)) << fullScreen;
-        QTest::newRow("full-screen, unsigned") << QVariant(4U) << fullScreen;
-        QTest::newRow("five") << QVariant(5) << ordinary;
-        QTest::newRow("text") << QVariant(QStringLiteral("4")) << cannotTell;
-        QTest::newRow("missing") << QVariant() << cannotTell;
-        QTest::newRow("list") << QVariant(QVariantList{4}) << cannotTell;
+        QTest::newRow("user's") << std::optional<qint64>(0) << ordinary;
+        QTest::newRow("system's") << std::optional<qint64>(2) << ordinary;
+        QTest::newRow("full-screen") << std::optional<qint64>(4) << fullScreen;
+        QTest::newRow("five") << std::optional<qint64>(5) << ordinary;
+        QTest::newRow("unknown") << std::optional<qint64>() << cannotTell;
     }
 
     void spaceIsFullScreenWhenItsTypeIsFour()
     {
-        QFETCH(QVariant, type);
-        QTEST(probe({display(main, space(type))}), "expected");
+        QFETCH(std::optional<qint64>, type);
+        QTEST(probe({{main, type}}), "expected");
     }
 
     void systemWithoutTheQueryCannotTell()
@@ -57,7 +44,7 @@ private Q_SLOTS:
     void unknownMainDisplayCannotTell()
     {
         test::FakeWindowServer server;
-        server.spaces = QVariantList{display(main, space(4))};
+        server.spaces = QList{DisplaySpace{main, 4}};
         QCOMPARE(SpaceProbe(server).isActiveSpaceFullScreen(), cannotTell);
     }
 
@@ -65,45 +52,78 @@ private Q_SLOTS:
 
     void mainDisplayIsAsked()
     {
-        QCOMPARE(probe({display(QStringLiteral("other"), space(4)), display(main, space(0))}), ordinary);
-        QCOMPARE(probe({display(QStringLiteral("other"), space(0)), display(main, space(4))}), fullScreen);
+        QCOMPARE(probe({{QStringLiteral("other"), 4}, {main, 0}}), ordinary);
+        QCOMPARE(probe({{QStringLiteral("other"), 0}, {main, 4}}), fullScreen);
+        QCOMPARE(probe({{nameless, std::nullopt}, {nameless, 7}, {main, 4}}), fullScreen);
     }
 
     void firstDisplayIsAskedWhenNoneIsTheMainOne()
     {
-        QCOMPARE(probe({display(QStringLiteral("a"), space(4)), display(QStringLiteral("b"), space(0))}), fullScreen);
-        QCOMPARE(probe({display(5, space(0)), display({}, space(4))}), ordinary);
+        QCOMPARE(probe({{QStringLiteral("a"), 4}, {QStringLiteral("b"), 0}}), fullScreen);
+        QCOMPARE(probe({{nameless, 0}, {nameless, 4}}), ordinary);
+        QCOMPARE(probe({{nameless, std::nullopt}, {QStringLiteral("b"), 4}}), cannotTell);
     }
 
-    void displayWithoutACurrentSpaceCannotTell()
+    void theSpaceCountsBeforeTheWindows()
     {
-        QCOMPARE(probe({display(main, {})}), cannotTell);
-        QCOMPARE(probe({display(main, QStringLiteral("4"))}), cannotTell);
-        QCOMPARE(probe({display(main, QVariantList{4})}), cannotTell);
-        QCOMPARE(probe({display(main, QVariantMap())}), cannotTell);
+        test::FakeWindowServer server;
+        server.windows = {film(true)};
+        server.setSpaceType(0);
+        QVERIFY(!SpaceProbe(server).isFullScreen(m_screen));
+        server.windows = {film(false)};
+        server.setSpaceType(4);
+        QVERIFY(SpaceProbe(server).isFullScreen(m_screen));
     }
 
-    void displayThatIsNoDictionaryCannotTell()
+    void theStatesOfTheWindowsCountBeforeTheGuess()
     {
-        QCOMPARE(probe({QStringLiteral("main")}), cannotTell);
-        QCOMPARE(probe({QVariant()}), cannotTell);
+        test::FakeWindowServer server;
+        server.windows = {film(false)};
+        QVERIFY(!SpaceProbe(server).isFullScreen(m_screen));
+        server.windows->first().isFullScreen = true;
+        QVERIFY(SpaceProbe(server).isFullScreen(m_screen));
     }
 
-    void mainDisplayAmongNonsenseIsFound()
+    void whereNothingElseTellsThereIsTheGuess()
     {
-        QCOMPARE(probe({QStringLiteral("main"), 7, display(main, space(4))}), fullScreen);
+        test::FakeWindowServer server;
+        server.windows = {film(std::nullopt)};
+        QVERIFY(SpaceProbe(server).isFullScreen(m_screen));
+        server.windows = std::nullopt;
+        QVERIFY(!SpaceProbe(server).isFullScreen(m_screen));
+    }
+
+    void withoutAScreenOnlyTheSpaceTells()
+    {
+        test::FakeWindowServer server;
+        server.windows = {film(true)};
+        QVERIFY(!SpaceProbe(server).isFullScreen(std::nullopt));
+        server.setSpaceType(4);
+        QVERIFY(SpaceProbe(server).isFullScreen(std::nullopt));
     }
 
 private:
     static inline const QString main = QStringLiteral("main");
 
-    static std::optional<bool> probe(const QVariantList &displays)
+    static std::optional<bool> probe(const QList<DisplaySpace> &displays)
     {
         test::FakeWindowServer server;
         server.displayUUID = main;
         server.spaces = displays;
         return SpaceProbe(server).isActiveSpaceFullScreen();
     }
+
+    /// A window that covers the screen.
+    static WindowDescription film(std::optional<bool> isFullScreen)
+    {
+        return {.ownerProcess = 7,
+            .layer = 0,
+            .bounds = QRectF(0, 0, 1440, 900),
+            .kind = WindowKind::normal,
+            .isFullScreen = isFullScreen};
+    }
+
+    Screen m_screen = test::FakeScreens::screen({0, 0, 1440, 900});
 };
 
 MOORLINE_TEST(SpaceProbeTest);

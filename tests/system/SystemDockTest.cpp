@@ -25,7 +25,7 @@ private Q_SLOTS:
     {
         TestCase::init();
         m_preferences = {};
-        m_server = {};
+        m_server = std::make_unique<test::FakeWindowServer>();
         m_control = std::make_unique<test::FakeSystemDockControl>();
         m_settings = std::make_unique<test::FakeSystemSettings>();
     }
@@ -92,7 +92,7 @@ private Q_SLOTS:
     {
         m_preferences.setDock(QStringLiteral("bottom"), false);
         QVERIFY(dock().isRevealed());
-        QCOMPARE(m_server.timesListed, 0);
+        QCOMPARE(m_server->timesListed, 0);
     }
 
     void dockThatHidesIsRevealedByItsWindow_data()
@@ -124,7 +124,7 @@ private Q_SLOTS:
     {
         QFETCH(std::optional<QList<WindowDescription>>, windows);
         m_preferences.setDock(QStringLiteral("bottom"), true);
-        m_server.windows = windows;
+        m_server->windows = windows;
         QTEST(dock().isRevealed(), "expected");
     }
 
@@ -160,10 +160,10 @@ private Q_SLOTS:
     }
 
 private:
-    SystemDock dock() { return {m_preferences, m_server, *m_control, *m_settings}; }
+    SystemDock dock() { return {m_preferences, *m_server, *m_control, *m_settings}; }
 
     test::FakePreferences m_preferences;
-    test::FakeWindowServer m_server;
+    std::unique_ptr<test::FakeWindowServer> m_server;
     std::unique_ptr<test::FakeSystemDockControl> m_control;
     std::unique_ptr<test::FakeSystemSettings> m_settings;
 };

@@ -35,7 +35,7 @@ int NullWindowServer::level(WindowLevel level) const
     Q_UNREACHABLE();
 }
 
-std::optional<QVariantList> NullWindowServer::managedDisplaySpaces() const
+std::optional<QList<DisplaySpace>> NullWindowServer::managedDisplaySpaces() const
 {
     return std::nullopt;
 }

@@ -21,7 +21,7 @@ class NullWindowServer final : public WindowServer {
 public:
     [[nodiscard]] std::optional<QList<WindowDescription>> onScreenWindows() const override;
     [[nodiscard]] int level(WindowLevel level) const override;
-    [[nodiscard]] std::optional<QVariantList> managedDisplaySpaces() const override;
+    [[nodiscard]] std::optional<QList<DisplaySpace>> managedDisplaySpaces() const override;
     [[nodiscard]] std::optional<QString> mainDisplayUUID() const override;
 };
 

@@ -1,8 +1,10 @@
 #import "platform/macos/MacWindowServer.h"
 
+#include "platform/DisplaySpaces.h"
 #import "platform/macos/CFPointer.h"
 #import "platform/macos/Conversions.h"
 
+#import <AppKit/AppKit.h>
 #import <ColorSync/ColorSync.h>
 #import <CoreGraphics/CoreGraphics.h>
 
@@ -24,6 +26,12 @@ std::optional<int> layerFrom(id object)
     return number ? std::optional(int(*number)) : std::nullopt;
 }
 
+std::optional<WindowId> idFrom(id object)
+{
+    const auto number = integerFrom(object);
+    return number ? std::optional(WindowId(*number)) : std::nullopt;
+}
+
 std::optional<QRectF> boundsFrom(id object)
 {
     CGRect bounds = CGRectZero;
@@ -40,6 +48,7 @@ WindowDescription describe(NSDictionary *window)
         .ownerProcess = integerFrom(window[(__bridge NSString *)kCGWindowOwnerPID]),
         .layer = layerFrom(window[(__bridge NSString *)kCGWindowLayer]),
         .bounds = boundsFrom(window[(__bridge NSString *)kCGWindowBounds]),
+        .id = idFrom(window[(__bridge NSString *)kCGWindowNumber]),
     };
 }
 
@@ -54,7 +63,20 @@ CGWindowLevelKey keyOf(WindowLevel level)
     Q_UNREACHABLE();
 }
 
+NSNotificationCenter *center()
+{
+    return NSWorkspace.sharedWorkspace.notificationCenter;
+}
+
 } // namespace
+
+MacWindowServer::MacWindowServer()
+    : m_hideObserver(center(), NSWorkspaceDidHideApplicationNotification, [this] { Q_EMIT windowsChanged(); })
+    , m_unhideObserver(center(), NSWorkspaceDidUnhideApplicationNotification, [this] { Q_EMIT windowsChanged(); })
+    , m_terminationObserver(
+          center(), NSWorkspaceDidTerminateApplicationNotification, [this] { Q_EMIT windowsChanged(); })
+{
+}
 
 std::optional<QList<WindowDescription>> MacWindowServer::onScreenWindows() const
 {
@@ -73,9 +95,10 @@ int MacWindowServer::level(WindowLevel level) const
     return CGWindowLevelForKey(keyOf(level));
 }
 
-std::optional<QVariantList> MacWindowServer::managedDisplaySpaces() const
+std::optional<QList<DisplaySpace>> MacWindowServer::managedDisplaySpaces() const
 {
-    return m_skyLight.managedDisplaySpaces();
+    const auto displays = m_skyLight.managedDisplaySpaces();
+    return displays ? std::optional(displaySpacesFrom(*displays)) : std::nullopt;
 }
 
 std::optional<QString> MacWindowServer::mainDisplayUUID() const

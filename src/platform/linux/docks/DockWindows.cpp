@@ -15,7 +15,7 @@ QList<DockWindow> DockWindows::windows() const
 {
     QList<DockWindow> docks;
     for (const ClientWindow &client : m_clients.snapshot().windows) {
-        if (client.kind != ClientWindow::Kind::dock || !client.isViewable
+        if (client.kind != WindowKind::dock || !client.isViewable
             || client.process == QCoreApplication::applicationPid())
             continue;
         docks.append({.window = client.window,

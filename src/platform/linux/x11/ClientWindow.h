@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/WindowServer.h"
+
 #include <QList>
 #include <QMargins>
 #include <QRect>
@@ -12,15 +14,13 @@ namespace moorline {
 /// A window as its program and the window manager describe it. Lengths are in device pixels from the top left of the
 /// root window.
 struct ClientWindow {
-    enum class Kind { desktop, dock, ordinary, other };
-
     xcb_window_t window = XCB_WINDOW_NONE;
     /// The child of the root window that is or holds the window, usually the window manager's frame.
     xcb_window_t frameWindow = XCB_WINDOW_NONE;
     bool isManaged = false;
     bool isViewable = false;
 
-    Kind kind = Kind::ordinary;
+    WindowKind kind = WindowKind::normal;
     bool isFullScreen = false;
     bool isHidden = false;
     bool isAbove = false;

@@ -113,7 +113,7 @@ ClientWindowReader::Children ClientWindowReader::classifyRootChildren() const
         if (!attributes || attributes->map_state != XCB_MAP_STATE_VIEWABLE || managed.contains(window)
             || attributes->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT)
             continue;
-        if (windowKind(m_connection, types) == ClientWindow::Kind::dock)
+        if (windowKind(m_connection, types) == WindowKind::dock)
             children.docks.append(window);
         else if (attributes->override_redirect == 0)
             children.ordinary.append(window);
@@ -143,7 +143,7 @@ void ClientWindowReader::readReachableFrames(QList<ClientWindow> &windows) const
 {
     xcb_connection_t *native = m_connection.native();
     for (ClientWindow &window : windows) {
-        if (window.kind != ClientWindow::Kind::dock)
+        if (window.kind != WindowKind::dock)
             continue;
         const auto bounding = xcb_shape_get_rectangles(native, window.window, XCB_SHAPE_SK_BOUNDING);
         const auto input = xcb_shape_get_rectangles(native, window.window, XCB_SHAPE_SK_INPUT);

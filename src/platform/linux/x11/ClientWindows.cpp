@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace moorline {
 
@@ -34,7 +35,7 @@ const ClientSnapshot &ClientWindows::snapshot()
 void ClientWindows::noteProperty(xcb_window_t window, xcb_atom_t name)
 {
     if (window == m_connection.root() ? isRootProperty(name) : isWindowProperty(name))
-        m_isCurrent = false;
+        noteChange();
 }
 
 void ClientWindows::noteStructure(const xcb_generic_event_t &event)
@@ -43,27 +44,33 @@ void ClientWindows::noteStructure(const xcb_generic_event_t &event)
     case XCB_CONFIGURE_NOTIFY:
         // Tooltips, menus and the bar itself move all the time.
         if (m_known.contains(reinterpret_cast<const xcb_configure_notify_event_t &>(event).window))
-            m_isCurrent = false;
+            noteChange();
         break;
     case XCB_DESTROY_NOTIFY: {
         const xcb_window_t window = reinterpret_cast<const xcb_destroy_notify_event_t &>(event).window;
         // The server may give its number to another window.
         m_watched.remove(window);
         if (m_known.contains(window))
-            m_isCurrent = false;
+            noteChange();
         break;
     }
     case XCB_CREATE_NOTIFY:
         break;
     default:
-        m_isCurrent = false;
+        noteChange();
     }
 }
 
 void ClientWindows::noteShape(xcb_window_t window)
 {
     if (m_known.contains(window))
-        m_isCurrent = false;
+        noteChange();
+}
+
+void ClientWindows::noteChange()
+{
+    if (std::exchange(m_isCurrent, false))
+        Q_EMIT changed();
 }
 
 bool ClientWindows::isRootProperty(xcb_atom_t name) const

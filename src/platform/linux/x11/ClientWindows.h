@@ -18,7 +18,12 @@ public:
     /// Valid until the next call.
     [[nodiscard]] const ClientSnapshot &snapshot();
 
+Q_SIGNALS:
+    /// The last snapshot may no longer hold. Comes once, and not again before the next is taken.
+    void changed();
+
 private:
+    void noteChange();
     void noteProperty(xcb_window_t window, xcb_atom_t name);
     void noteStructure(const xcb_generic_event_t &event);
     void noteShape(xcb_window_t window);

@@ -3,6 +3,8 @@
 #include "platform/linux/x11/XConnection.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace moorline {
 
@@ -33,21 +35,25 @@ QString classPart(const QByteArray &instanceAndClass)
 
 } // namespace
 
-ClientWindow::Kind windowKind(const XConnection &connection, const QList<std::uint32_t> &types)
+std::optional<WindowKind> windowKind(const XConnection &connection, const QList<std::uint32_t> &types)
 {
+    constexpr std::array<std::pair<XAtom, WindowKind>, 5> kinds{{
+        {XAtom::netWmWindowTypeDesktop, WindowKind::desktop},
+        {XAtom::netWmWindowTypeDock, WindowKind::dock},
+        {XAtom::netWmWindowTypeNormal, WindowKind::normal},
+        {XAtom::netWmWindowTypeDialog, WindowKind::dialog},
+        {XAtom::netWmWindowTypeUtility, WindowKind::utility},
+    }};
     if (types.isEmpty())
-        return ClientWindow::Kind::ordinary;
+        return std::nullopt;
+    // In the program's order of preference, in which the first that is known counts.
     for (const std::uint32_t type : types) {
-        if (type == connection.atom(XAtom::netWmWindowTypeDesktop))
-            return ClientWindow::Kind::desktop;
-        if (type == connection.atom(XAtom::netWmWindowTypeDock))
-            return ClientWindow::Kind::dock;
-        if (type == connection.atom(XAtom::netWmWindowTypeNormal)
-            || type == connection.atom(XAtom::netWmWindowTypeDialog)
-            || type == connection.atom(XAtom::netWmWindowTypeUtility))
-            return ClientWindow::Kind::ordinary;
+        for (const auto &[atom, kind] : kinds) {
+            if (type == connection.atom(atom))
+                return kind;
+        }
     }
-    return ClientWindow::Kind::other;
+    return WindowKind::other;
 }
 
 PendingClientWindow::PendingClientWindow(const XConnection &connection, xcb_window_t window)
@@ -75,8 +81,8 @@ std::optional<ClientWindow> PendingClientWindow::read() const
     window.window = m_window;
     // Every answer is taken off the connection, also for a window that turns out to be gone.
     const bool isThere = readPlace(window);
-    readKind(window);
     readStates(window);
+    readKind(window);
     readOwner(window);
     readStrut(window);
     return isThere ? std::optional(window) : std::nullopt;
@@ -84,7 +90,8 @@ std::optional<ClientWindow> PendingClientWindow::read() const
 
 void PendingClientWindow::readKind(ClientWindow &window) const
 {
-    window.kind = windowKind(m_connection, m_type.read().values(XCB_ATOM_ATOM));
+    const WindowKind unsaid = window.transientFor == XCB_WINDOW_NONE ? WindowKind::normal : WindowKind::dialog;
+    window.kind = windowKind(m_connection, m_type.read().values(XCB_ATOM_ATOM)).value_or(unsaid);
 }
 
 void PendingClientWindow::readStates(ClientWindow &window) const

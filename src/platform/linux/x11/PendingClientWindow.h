@@ -39,7 +39,7 @@ private:
     PendingProperty m_strut;
 };
 
-/// What kind the value of _NET_WM_WINDOW_TYPE makes a window. An empty list is a program that does not say.
-[[nodiscard]] ClientWindow::Kind windowKind(const XConnection &connection, const QList<std::uint32_t> &types);
+/// What kind the value of _NET_WM_WINDOW_TYPE makes a window; absent for an empty list, a program that does not say.
+[[nodiscard]] std::optional<WindowKind> windowKind(const XConnection &connection, const QList<std::uint32_t> &types);
 
 } // namespace moorline

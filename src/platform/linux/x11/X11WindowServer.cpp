@@ -1,7 +1,6 @@
 #include "platform/linux/x11/X11WindowServer.h"
 
 #include "platform/linux/x11/ClientWindows.h"
-#include "platform/linux/x11/FullScreenRule.h"
 #include "platform/linux/x11/X11Coordinates.h"
 
 #include <QCoreApplication>
@@ -15,13 +14,17 @@ constexpr int floatingLayer = 3;
 constexpr int dockLayer = 20;
 constexpr int mainMenuLayer = 24;
 
-constexpr int ordinarySpace = 0;
-constexpr int fullScreenSpace = 4;
-
 // What a hidden dock leaves at the edge to be called back by is a strip of one to a few pixels.
 constexpr int thinnestDock = 8;
 
-const QString displayIdentifier = QStringLiteral("primary");
+/// Whether the window is to be seen on the current virtual desktop.
+bool isOnScreen(const ClientWindow &window, const ClientSnapshot &snapshot)
+{
+    // The desktop of a window that is not managed is only what its program says.
+    const bool isElsewhere =
+        window.isManaged && window.desktop && snapshot.currentDesktop && window.desktop != snapshot.currentDesktop;
+    return window.isViewable && !window.isHidden && !isElsewhere;
+}
 
 bool isRevealed(const ClientWindow &dock, const QRect &screen)
 {
@@ -47,7 +50,9 @@ std::optional<WindowDescription> describeDock(const ClientWindow &dock, const X1
     WindowDescription description{.ownerName = dock.windowClass,
         .ownerProcess = dock.process,
         .layer = dockLayer,
-        .bounds = coordinates.windowBoundsFromNative(dock.reachableFrame)};
+        .bounds = coordinates.windowBoundsFromNative(dock.reachableFrame),
+        .id = dock.window,
+        .kind = WindowKind::dock};
     const bool isOnPrimary = dock.frame.intersects(screen);
     if (isOnPrimary && !isRevealed(dock, screen))
         return std::nullopt;
@@ -58,16 +63,29 @@ std::optional<WindowDescription> describeDock(const ClientWindow &dock, const X1
     return description;
 }
 
-std::optional<WindowDescription> describe(const ClientWindow &window, const X11Coordinates &coordinates)
+WindowDescription describeClient(
+    const ClientWindow &window, const ClientSnapshot &snapshot, const X11Coordinates &coordinates)
 {
-    const bool isForeignDock =
-        window.kind == ClientWindow::Kind::dock && window.process != QCoreApplication::applicationPid();
-    if (isForeignDock)
-        return describeDock(window, coordinates);
-    return WindowDescription{.ownerName = window.windowClass,
+    WindowDescription description{.ownerName = window.windowClass,
         .ownerProcess = window.process,
         .layer = window.isAbove ? floatingLayer : normalLayer,
-        .bounds = coordinates.windowBoundsFromNative(window.frame)};
+        .bounds = coordinates.windowBoundsFromNative(window.frame),
+        .id = window.window,
+        .kind = window.kind,
+        .isActive = window.window == snapshot.activeWindow};
+    // Without a window manager nobody keeps the state: it is what the program once asked for.
+    if (snapshot.hasWindowManager())
+        description.isFullScreen = window.isFullScreen;
+    if (window.transientFor != XCB_WINDOW_NONE)
+        description.transientFor = window.transientFor;
+    return description;
+}
+
+std::optional<WindowDescription> describe(
+    const ClientWindow &window, const ClientSnapshot &snapshot, const X11Coordinates &coordinates)
+{
+    const bool isForeignDock = window.kind == WindowKind::dock && window.process != QCoreApplication::applicationPid();
+    return isForeignDock ? describeDock(window, coordinates) : describeClient(window, snapshot, coordinates);
 }
 
 } // namespace
@@ -75,6 +93,7 @@ std::optional<WindowDescription> describe(const ClientWindow &window, const X11C
 X11WindowServer::X11WindowServer(ClientWindows &clients)
     : m_clients(clients)
 {
+    connect(&clients, &ClientWindows::changed, this, &WindowServer::windowsChanged);
 }
 
 std::optional<QList<WindowDescription>> X11WindowServer::onScreenWindows() const
@@ -83,9 +102,9 @@ std::optional<QList<WindowDescription>> X11WindowServer::onScreenWindows() const
     const X11Coordinates coordinates = X11Coordinates::current();
     QList<WindowDescription> descriptions;
     for (auto window = snapshot.windows.rbegin(); window != snapshot.windows.rend(); ++window) {
-        if (window->kind == ClientWindow::Kind::desktop || !isOnScreen(*window, snapshot))
+        if (window->kind == WindowKind::desktop || !isOnScreen(*window, snapshot))
             continue;
-        if (const auto description = describe(*window, coordinates))
+        if (const auto description = describe(*window, snapshot, coordinates))
             descriptions.append(*description);
     }
     return descriptions;
@@ -100,23 +119,6 @@ int X11WindowServer::level(WindowLevel level) const
         return mainMenuLayer;
     }
     Q_UNREACHABLE();
-}
-
-std::optional<QVariantList> X11WindowServer::managedDisplaySpaces() const
-{
-    const ClientSnapshot &snapshot = m_clients.snapshot();
-    if (!snapshot.hasWindowManager())
-        return std::nullopt;
-    const bool isFullScreen =
-        isFullScreenSpace(snapshot, X11Coordinates::current().nativePrimary(), QCoreApplication::applicationPid());
-    const QVariantMap space{{QStringLiteral("type"), isFullScreen ? fullScreenSpace : ordinarySpace}};
-    return QVariantList{QVariantMap{
-        {QStringLiteral("Display Identifier"), displayIdentifier}, {QStringLiteral("Current Space"), space}}};
-}
-
-std::optional<QString> X11WindowServer::mainDisplayUUID() const
-{
-    return displayIdentifier;
 }
 
 } // namespace moorline

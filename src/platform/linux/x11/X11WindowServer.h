@@ -15,8 +15,9 @@ public:
 
     [[nodiscard]] std::optional<QList<WindowDescription>> onScreenWindows() const override;
     [[nodiscard]] int level(WindowLevel level) const override;
-    [[nodiscard]] std::optional<QVariantList> managedDisplaySpaces() const override;
-    [[nodiscard]] std::optional<QString> mainDisplayUUID() const override;
+    /// X knows no spaces. Its windows say themselves whether they are full-screen.
+    [[nodiscard]] std::optional<QList<DisplaySpace>> managedDisplaySpaces() const override { return std::nullopt; }
+    [[nodiscard]] std::optional<QString> mainDisplayUUID() const override { return std::nullopt; }
 
 private:
     ClientWindows &m_clients;

@@ -42,6 +42,12 @@ extern "C" const NSNotificationName NSWorkspaceActiveSpaceDidChangeNotification;
 extern "C" const NSNotificationName NSWorkspaceDidActivateApplicationNotification;
 // https://developer.apple.com/documentation/appkit/nsworkspace/didwakenotification
 extern "C" const NSNotificationName NSWorkspaceDidWakeNotification;
+// https://developer.apple.com/documentation/appkit/nsworkspace/didhideapplicationnotification
+extern "C" const NSNotificationName NSWorkspaceDidHideApplicationNotification;
+// https://developer.apple.com/documentation/appkit/nsworkspace/didunhideapplicationnotification
+extern "C" const NSNotificationName NSWorkspaceDidUnhideApplicationNotification;
+// https://developer.apple.com/documentation/appkit/nsworkspace/didterminateapplicationnotification
+extern "C" const NSNotificationName NSWorkspaceDidTerminateApplicationNotification;
 
 // Screens
 

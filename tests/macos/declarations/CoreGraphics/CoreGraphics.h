@@ -68,6 +68,7 @@ CFArrayRef CGWindowListCopyWindowInfo(CGWindowListOption option, CGWindowID rela
 
 // https://developer.apple.com/documentation/coregraphics/required-window-list-keys
 extern const CFStringRef kCGWindowLayer;
+extern const CFStringRef kCGWindowNumber;
 extern const CFStringRef kCGWindowBounds;
 extern const CFStringRef kCGWindowOwnerPID;
 // https://developer.apple.com/documentation/coregraphics/optional-window-list-keys
