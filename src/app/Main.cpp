@@ -36,21 +36,21 @@ int main(int argc, char **argv)
     QGuiApplication::setDesktopFileName(applicationIdentifier);
     QGuiApplication::setQuitOnLastWindowClosed(false);
 
-    const auto platform = createPlatform();
+    Platform platform = createPlatform();
     // One-shot runs may come beside the bar that a person looks at.
     std::optional<SingleInstance> instance;
     if (displayNeed(plan) == DisplayNeed::required)
-        instance.emplace(platform->directories->applicationSupport() + u'/' + applicationIdentifier);
+        instance.emplace(platform.directories->applicationSupport() + u'/' + applicationIdentifier);
     if (instance && !instance->isFirst()) {
         qInfo("Moorline: already running");
         return EXIT_SUCCESS;
     }
 
     QTranslator wording;
-    loadWording(wording, platform->wordingCatalogue);
+    loadWording(wording, platform.wordingCatalogue);
 
     // The importer of the dock's pinned applications is not part of the program yet: an import brings nothing.
-    AppDelegate delegate(*platform, plan,
+    AppDelegate delegate(platform, plan,
         {.importFromSystemDock = [] { return ImportResult(); },
             .print = printLine,
             .terminate = [] { QCoreApplication::quit(); }});

@@ -15,7 +15,7 @@ Services::Services(Platform &lentPlatform, const RunPlan &plan)
     , systemDock(*platform.preferences, *platform.windowServer,
           platform.systemDockControl ? *platform.systemDockControl : scriptedDockControl, *platform.systemSettings)
     , spaceProbe(*platform.windowServer)
-    , symbols(*platform.systemImages)
+    , symbols(*platform.symbolCatalogue)
     , timeKeeper(*platform.clock)
     , location(*platform.locationManager, *platform.geocoder, *platform.clock)
     , weather({

@@ -9,12 +9,13 @@
 #include "platform/Network.h"
 #include "platform/PanelWindow.h"
 #include "platform/Pointer.h"
+#include "platform/Port.h"
 #include "platform/Power.h"
 #include "platform/Preferences.h"
 #include "platform/Screens.h"
 #include "platform/StatusBar.h"
+#include "platform/SymbolCatalogue.h"
 #include "platform/SystemDockControl.h"
-#include "platform/SystemImages.h"
 #include "platform/SystemSettings.h"
 #include "platform/WindowServer.h"
 #include "platform/Workspace.h"
@@ -24,30 +25,32 @@
 namespace moorline {
 
 /// One adapter for each port, and what else differs between systems. Lives as long as the program.
+///
+/// Built by naming every port; one that is left out is an error of compilation.
 struct Platform {
-    /// What the adapters have in common. The first member, so that it outlives them.
-    std::shared_ptr<void> foundation;
-    std::unique_ptr<Clock> clock;
-    std::unique_ptr<Screens> screens;
-    std::unique_ptr<Pointer> pointer;
-    std::unique_ptr<PanelWindow> panelWindow;
-    std::unique_ptr<WindowServer> windowServer;
-    std::unique_ptr<Workspace> workspace;
-    std::unique_ptr<Power> power;
-    std::unique_ptr<StatusBar> statusBar;
-    std::unique_ptr<Preferences> preferences;
-    /// Null where the body's own, made of scripts and processes, is the right one.
-    std::unique_ptr<SystemDockControl> systemDockControl;
-    std::unique_ptr<SystemSettings> systemSettings;
-    std::unique_ptr<Directories> directories;
-    std::unique_ptr<HttpClient> httpClient;
-    std::unique_ptr<Network> network;
-    std::unique_ptr<LocationManager> locationManager;
-    std::unique_ptr<Geocoder> geocoder;
-    std::unique_ptr<AppBundles> appBundles;
-    std::unique_ptr<SystemImages> systemImages;
+    Port<Clock> clock;
+    /// What other adapters have in common; before them, so that it outlives them.
+    std::shared_ptr<void> foundation = nullptr;
+    Port<Screens> screens;
+    Port<Pointer> pointer;
+    Port<PanelWindow> panelWindow;
+    Port<WindowServer> windowServer;
+    Port<Workspace> workspace;
+    Port<Power> power;
+    Port<StatusBar> statusBar;
+    Port<Preferences> preferences;
+    /// The one port that may be absent: the body has an implementation of its own, made of scripts and processes.
+    std::unique_ptr<SystemDockControl> systemDockControl = nullptr;
+    Port<SystemSettings> systemSettings;
+    Port<Directories> directories;
+    Port<HttpClient> httpClient;
+    Port<Network> network;
+    Port<LocationManager> locationManager;
+    Port<Geocoder> geocoder;
+    Port<AppBundles> appBundles;
+    Port<SymbolCatalogue> symbolCatalogue;
     /// Resource path of the catalogue that replaces texts naming macOS; empty where they stand as they are.
-    QString wordingCatalogue;
+    QString wordingCatalogue = {};
 };
 
 enum class DisplayNeed {
@@ -62,6 +65,6 @@ enum class DisplayNeed {
 [[nodiscard]] bool preparePlatform(DisplayNeed need);
 
 /// The adapters of the system this program was built for. The application object must exist.
-[[nodiscard]] std::unique_ptr<Platform> createPlatform();
+[[nodiscard]] Platform createPlatform();
 
 } // namespace moorline

@@ -40,8 +40,8 @@ QPixmap squared(const QImage &image, int side)
 
 } // namespace
 
-Symbols::Symbols(const SystemImages &images)
-    : m_images(images)
+Symbols::Symbols(const SymbolCatalogue &catalogue)
+    : m_catalogue(catalogue)
     , m_cache(rememberedImages)
 {
 }
@@ -68,7 +68,8 @@ QIcon Symbols::icon(const QString &name, const QColor &color) const
 {
     QIcon icon;
     for (const int side : iconSides) {
-        const QImage picture = m_images.symbol({name, side / sideToPointSize, 1, color, SymbolRendering::monochrome});
+        const QImage picture =
+            m_catalogue.symbol({name, side / sideToPointSize, 1, color, SymbolRendering::monochrome});
         if (!picture.isNull())
             icon.addPixmap(squared(picture, side));
     }
@@ -81,7 +82,7 @@ QImage Symbols::image(const SymbolRequest &request) const
     const QString key = cacheKey(request);
     if (const QImage *known = m_cache.object(key))
         return *known;
-    const QImage fresh = m_images.symbol(request);
+    const QImage fresh = m_catalogue.symbol(request);
     m_cache.insert(key, new QImage(fresh));
     return fresh;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SystemImages.h"
+#include "platform/SymbolCatalogue.h"
 
 #include <QCache>
 #include <QIcon>
@@ -16,7 +16,7 @@ namespace moorline {
 /// Symbols by catalogue name, drawn at the painter's real scale and cached, a bounded number of them.
 class Symbols {
 public:
-    explicit Symbols(const SystemImages &images);
+    explicit Symbols(const SymbolCatalogue &catalogue);
 
     /// In points; empty when there is no such symbol.
     [[nodiscard]] QSizeF size(const QString &name, qreal pointSize) const;
@@ -28,7 +28,7 @@ public:
 private:
     [[nodiscard]] QImage image(const SymbolRequest &request) const;
 
-    const SystemImages &m_images;
+    const SymbolCatalogue &m_catalogue;
     mutable QCache<QString, QImage> m_cache;
 };
 

@@ -1,15 +1,12 @@
 #include "app/AppDelegate.h"
 
-#include "DockFixture.h"
 #include "app/BarWidgets.h"
 #include "app/Services.h"
 #include "app/StatusItem.h"
 #include "dock/DockHostingView.h"
 #include "dock/DockPanel.h"
-#include "fakes/FakeHttpClient.h"
-#include "fakes/FakeLocation.h"
+#include "fakes/FakePlatform.h"
 #include "harness/TestCase.h"
-#include "platform/Platform.h"
 #include "time/CalendarWidget.h"
 #include "time/ClockWidget.h"
 #include "time/MonthCounterWidget.h"
@@ -28,48 +25,21 @@ namespace {
 /// A whole program on fakes.
 struct Program {
     explicit Program(RunPlan plan)
+        : delegate(platform.ports, std::move(plan),
+            {[this] {
+                 ++imports;
+                 return importResult;
+             },
+                [this](const QString &line) { printed.append(line); }, [this] { ++terminations; }})
     {
-        platform.clock = std::make_unique<FakeClock>();
-        platform.screens = std::make_unique<FakeScreens>();
-        platform.pointer = std::make_unique<FakePointer>();
-        platform.panelWindow = std::make_unique<FakePanelWindow>();
-        platform.windowServer = std::make_unique<FakeWindowServer>();
-        platform.workspace = std::make_unique<FakeWorkspace>();
-        platform.power = std::make_unique<Power>();
-        platform.statusBar = std::make_unique<FakeStatusBar>();
-        platform.preferences = std::make_unique<FakePreferences>();
-        platform.systemDockControl = std::make_unique<FakeSystemDockControl>();
-        platform.systemSettings = std::make_unique<FakeSystemSettings>();
-        platform.directories = std::make_unique<TemporaryDirectories>();
-        platform.appBundles = std::make_unique<FakeAppBundles>();
-        platform.systemImages = std::make_unique<FakeSystemImages>();
-        platform.httpClient = std::make_unique<FakeHttpClient>();
-        platform.network = std::make_unique<FakeNetwork>();
-        platform.locationManager = std::make_unique<FakeLocationManager>();
-        platform.geocoder = std::make_unique<FakeGeocoder>();
-        delegate = std::make_unique<AppDelegate>(platform, std::move(plan),
-            AppDelegate::Outlets{[this] {
-                                     ++imports;
-                                     return importResult;
-                                 },
-                [this](const QString &line) { printed.append(line); }, [this] { ++terminations; }});
     }
 
-    void advance(std::chrono::milliseconds duration) { static_cast<FakeClock &>(*platform.clock).advance(duration); }
-    [[nodiscard]] qsizetype timers() const { return static_cast<FakeClock &>(*platform.clock).runningTimers(); }
-
-    [[nodiscard]] FakeHttpClient &http() { return static_cast<FakeHttpClient &>(*platform.httpClient); }
-    [[nodiscard]] FakeLocationManager &location()
-    {
-        return static_cast<FakeLocationManager &>(*platform.locationManager);
-    }
-
-    Platform platform;
+    FakePlatform platform;
     ImportResult importResult;
     int imports = 0;
     QStringList printed;
     int terminations = 0;
-    std::unique_ptr<AppDelegate> delegate;
+    AppDelegate delegate;
 };
 
 /// The offscreen platform has no tray that could come later, and says so.
@@ -83,22 +53,22 @@ void expectTrayWarning()
 void launch(Program &program)
 {
     expectTrayWarning();
-    program.delegate->applicationDidFinishLaunching();
-    program.advance(0ms);
+    program.delegate.applicationDidFinishLaunching();
+    program.platform.clock.advance(0ms);
 }
 
 /// The bar as it stands in the panel.
 DockHostingView &hostingView(const Program &program)
 {
-    return dynamic_cast<DockHostingView &>(*program.delegate->windowController().panel()->content());
+    return dynamic_cast<DockHostingView &>(*program.delegate.windowController().panel()->content());
 }
 
 void showWidgets(Program &program, const QList<WidgetKind> &kinds)
 {
-    Settings settings = program.delegate->store().settings();
+    Settings settings = program.delegate.store().settings();
     settings.enabledWidgets = kinds;
     settings.useCurrentLocation = false;
-    program.delegate->store().setSettings(settings);
+    program.delegate.store().setSettings(settings);
 }
 
 class PaintCounter final : public QObject {
@@ -131,10 +101,10 @@ private Q_SLOTS:
     {
         Program program(plan(RunMode::normal));
         expectTrayWarning();
-        program.delegate->applicationDidFinishLaunching();
-        QVERIFY(program.delegate->windowController().panel());
-        QVERIFY(program.delegate->statusItem());
-        program.advance(60s);
+        program.delegate.applicationDidFinishLaunching();
+        QVERIFY(program.delegate.windowController().panel());
+        QVERIFY(program.delegate.statusItem());
+        program.platform.clock.advance(60s);
         QCOMPARE(program.terminations, 0);
         QCOMPARE(program.imports, 0);
         QVERIFY(program.printed.isEmpty());
@@ -144,7 +114,7 @@ private Q_SLOTS:
     {
         Program program(plan(RunMode::normal));
         launch(program);
-        QCOMPARE(program.http().requested, QList<QUrl>{QUrl(QStringLiteral("https://ipwho.is/"))});
+        QCOMPARE(program.platform.httpClient.requested, QList<QUrl>{QUrl(QStringLiteral("https://ipwho.is/"))});
     }
 
     void theWeatherIsAskedForAgainWhenThereIsReason_data()
@@ -153,11 +123,11 @@ private Q_SLOTS:
         const auto row = [](const char *name, const std::function<void(Program &)> &happen) {
             QTest::newRow(name) << happen;
         };
-        row("the network is back", [](Program &program) { Q_EMIT program.platform.network->becameReachable(); });
-        row("the machine woke", [](Program &program) { Q_EMIT program.platform.power->didWake(); });
-        row("ten minutes went by", [](Program &program) { program.advance(600s); });
+        row("the network is back", [](Program &program) { Q_EMIT program.platform.network.becameReachable(); });
+        row("the machine woke", [](Program &program) { Q_EMIT program.platform.power.didWake(); });
+        row("ten minutes went by", [](Program &program) { program.platform.clock.advance(600s); });
         row("the settings changed", [](Program &program) {
-            program.delegate->store().pin({QUrl::fromLocalFile(QStringLiteral("/tmp/notes.txt"))});
+            program.delegate.store().pin({QUrl::fromLocalFile(QStringLiteral("/tmp/notes.txt"))});
         });
     }
     void theWeatherIsAskedForAgainWhenThereIsReason()
@@ -166,18 +136,18 @@ private Q_SLOTS:
         Program program(plan(RunMode::normal));
         launch(program);
         happen(program);
-        QCOMPARE(program.http().requested.size(), 2);
-        QCOMPARE(program.http().running(), 1);
+        QCOMPARE(program.platform.httpClient.requested.size(), 2);
+        QCOMPARE(program.platform.httpClient.running(), 1);
     }
 
     void aPermissionThatIsGivenIsUsedAtOnce()
     {
         Program program(plan(RunMode::normal));
         launch(program);
-        QCOMPARE(program.location().timesPermissionAsked, 1);
-        program.location().decide(LocationAuthorization::authorized);
-        QCOMPARE(program.location().timesLocationAsked, 1);
-        QCOMPARE(program.http().running(), 0);
+        QCOMPARE(program.platform.locationManager.timesPermissionAsked, 1);
+        program.platform.locationManager.decide(LocationAuthorization::authorized);
+        QCOMPARE(program.platform.locationManager.timesLocationAsked, 1);
+        QCOMPARE(program.platform.httpClient.running(), 0);
     }
 
     void aPreviewWaitsForTheWeatherToo()
@@ -186,28 +156,28 @@ private Q_SLOTS:
         preview.previewPath = QStringLiteral("/nowhere/at/all.png");
         preview.weatherOrigin = QUrl(QStringLiteral("http://localhost:8080"));
         Program program(preview);
-        program.delegate->applicationDidFinishLaunching();
-        QCOMPARE(program.http().requested, QList<QUrl>{QUrl(QStringLiteral("http://localhost:8080/"))});
+        program.delegate.applicationDidFinishLaunching();
+        QCOMPARE(program.platform.httpClient.requested, QList<QUrl>{QUrl(QStringLiteral("http://localhost:8080/"))});
     }
 
     void anImportAsksForNoWeather()
     {
         Program program(plan(RunMode::importDock));
-        program.delegate->applicationDidFinishLaunching();
-        QVERIFY(program.http().requested.isEmpty());
+        program.delegate.applicationDidFinishLaunching();
+        QVERIFY(program.platform.httpClient.requested.isEmpty());
     }
 
     void theImportPrintsItsReportAndEnds()
     {
         Program program(plan(RunMode::importDock));
         program.importResult.unresolved = {QStringLiteral("Gone")};
-        program.delegate->applicationDidFinishLaunching();
+        program.delegate.applicationDidFinishLaunching();
         QCOMPARE(program.printed,
             (QStringList{QStringLiteral("skipped (not found): Gone"), QStringLiteral("total pinned apps now: 1")}));
         QCOMPARE(program.terminations, 1);
-        QVERIFY(!program.delegate->windowController().panel());
-        QVERIFY(!program.delegate->statusItem());
-        QCOMPARE(program.timers(), 0);
+        QVERIFY(!program.delegate.windowController().panel());
+        QVERIFY(!program.delegate.statusItem());
+        QCOMPARE(program.platform.clock.runningTimers(), 0);
     }
 
     void thePreviewIsDrawnAfterSixSecondsAndEnds()
@@ -216,16 +186,16 @@ private Q_SLOTS:
         RunPlan preview = plan(RunMode::render);
         preview.previewPath = folder.filePath(QStringLiteral("preview.png"));
         Program program(preview);
-        program.delegate->applicationDidFinishLaunching();
-        program.advance(5900ms);
+        program.delegate.applicationDidFinishLaunching();
+        program.platform.clock.advance(5900ms);
         QCOMPARE(program.terminations, 0);
         QTest::ignoreMessage(
             QtInfoMsg, qPrintable(QStringLiteral("Moorline: wrote preview to ") + *preview.previewPath));
-        program.advance(100ms);
+        program.platform.clock.advance(100ms);
         QCOMPARE(program.terminations, 1);
         QCOMPARE(QImage(*preview.previewPath).size(), QSize(3200, 276));
-        QVERIFY(!program.delegate->windowController().panel());
-        QVERIFY(!program.delegate->statusItem());
+        QVERIFY(!program.delegate.windowController().panel());
+        QVERIFY(!program.delegate.statusItem());
         QCOMPARE(program.imports, 0);
     }
 
@@ -234,9 +204,9 @@ private Q_SLOTS:
         RunPlan preview = plan(RunMode::render);
         preview.previewPath = QStringLiteral("/nowhere/at/all.png");
         Program program(preview);
-        program.delegate->applicationDidFinishLaunching();
+        program.delegate.applicationDidFinishLaunching();
         QTest::ignoreMessage(QtInfoMsg, QRegularExpression(QStringLiteral("^Moorline: could not write preview: .+")));
-        program.advance(6s);
+        program.platform.clock.advance(6s);
         QCOMPARE(program.terminations, 1);
     }
 
@@ -247,13 +217,13 @@ private Q_SLOTS:
         snapshot.snapshotPath = folder.filePath(QStringLiteral("bar.png"));
         Program program(snapshot);
         expectTrayWarning();
-        program.delegate->applicationDidFinishLaunching();
-        program.delegate->windowController().panel()->show();
-        program.advance(7900ms);
+        program.delegate.applicationDidFinishLaunching();
+        program.delegate.windowController().panel()->show();
+        program.platform.clock.advance(7900ms);
         QCOMPARE(program.terminations, 0);
         QTest::ignoreMessage(
             QtInfoMsg, qPrintable(QStringLiteral("Moorline: wrote live snapshot to ") + *snapshot.snapshotPath));
-        program.advance(100ms);
+        program.platform.clock.advance(100ms);
         QCOMPARE(program.terminations, 1);
         QVERIFY(!QImage(*snapshot.snapshotPath).isNull());
     }
@@ -264,27 +234,26 @@ private Q_SLOTS:
         snapshot.snapshotPath = QStringLiteral("/nowhere/at/all.png");
         Program program(snapshot);
         expectTrayWarning();
-        program.delegate->applicationDidFinishLaunching();
-        program.delegate->windowController().panel()->show();
+        program.delegate.applicationDidFinishLaunching();
+        program.delegate.windowController().panel()->show();
         QTest::ignoreMessage(QtInfoMsg, QRegularExpression(QStringLiteral("^Moorline: could not write snapshot: .+")));
-        program.advance(8s);
+        program.platform.clock.advance(8s);
         QCOMPARE(program.terminations, 1);
     }
 
     void aDroppedApplicationBecomesAShortcut()
     {
         Program program(plan(RunMode::normal));
-        auto &bundles = static_cast<FakeAppBundles &>(*program.platform.appBundles);
-        bundles.bundles[QStringLiteral("/Applications/Notes.app")] = {
+        program.platform.appBundles.bundles[QStringLiteral("/Applications/Notes.app")] = {
             QStringLiteral("org.example.notes"), QStringLiteral("Notes"), std::nullopt};
-        program.delegate->store().pin({QUrl::fromLocalFile(QStringLiteral("/Applications/Notes.app"))});
-        QCOMPARE(program.delegate->store().settings().appShortcuts.last().name, QStringLiteral("Notes"));
+        program.delegate.store().pin({QUrl::fromLocalFile(QStringLiteral("/Applications/Notes.app"))});
+        QCOMPARE(program.delegate.store().settings().appShortcuts.last().name, QStringLiteral("Notes"));
     }
 
     void everyKindThereIsAWidgetForHasItsOwn()
     {
         Program program(plan(RunMode::normal));
-        Services services(program.platform, plan(RunMode::normal));
+        Services services(program.platform.ports, plan(RunMode::normal));
         const auto isA = [&services]<typename Widget>(WidgetKind kind) {
             return dynamic_cast<Widget *>(makeBarWidget(kind, services).get()) != nullptr;
         };
@@ -304,11 +273,11 @@ private Q_SLOTS:
         launch(program);
         showWidgets(program, {WidgetKind::weather, WidgetKind::forecast, WidgetKind::music});
         QCOMPARE(hostingView(program).bar().row(), (QList<WidgetKind>{WidgetKind::weather, WidgetKind::forecast}));
-        const qreal loading = program.delegate->windowController().contentWidth();
-        QVERIFY(program.http().answerJson(R"({"current": {"temperature_2m": 1, "relative_humidity_2m": 2,
+        const qreal loading = program.delegate.windowController().contentWidth();
+        QVERIFY(program.platform.httpClient.answerJson(R"({"current": {"temperature_2m": 1, "relative_humidity_2m": 2,
             "apparent_temperature": 3, "is_day": 1, "weather_code": 0, "wind_speed_10m": 4},
             "daily": {"time": ["2025-03-04"]}})"));
-        QVERIFY(program.delegate->windowController().contentWidth() > loading);
+        QVERIFY(program.delegate.windowController().contentWidth() > loading);
     }
 
     void aClockWithoutSecondsPaintsOnceAMinute()
@@ -316,12 +285,12 @@ private Q_SLOTS:
         Program program(plan(RunMode::normal));
         launch(program);
         showWidgets(program, {WidgetKind::clock, WidgetKind::calendar});
-        program.delegate->windowController().panel()->show();
+        program.delegate.windowController().panel()->show();
         QCoreApplication::processEvents();
         PaintCounter paints;
         hostingView(program).viewport()->installEventFilter(&paints);
         for (int second = 0; second < 600; ++second) {
-            program.advance(1s);
+            program.platform.clock.advance(1s);
             QCoreApplication::processEvents();
         }
         QCOMPARE(paints.count(), 10);

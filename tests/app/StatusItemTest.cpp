@@ -25,7 +25,6 @@ struct Fixture : DockFixture {
     }
 
     QStringList called;
-    FakeStatusBar statusBar;
     StatusItem item;
 };
 
@@ -104,7 +103,7 @@ private Q_SLOTS:
     void theItemShowsTheDockSymbol()
     {
         const Fixture fixture;
-        QCOMPARE(fixture.images.requests.first().name, QStringLiteral("dock.rectangle"));
+        QCOMPARE(fixture.symbolCatalogue.requests.first().name, QStringLiteral("dock.rectangle"));
     }
 };
 

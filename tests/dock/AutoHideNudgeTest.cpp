@@ -42,7 +42,7 @@ struct Stage {
         QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.mapFromScene(place));
     }
 
-    FakeSystemImages images;
+    FakeSymbolCatalogue images;
     Symbols symbols{images};
     QGraphicsScene scene;
     QGraphicsView view;

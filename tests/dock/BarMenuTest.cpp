@@ -51,7 +51,7 @@ private Q_SLOTS:
         auto menu = makeBarMenu(fixture.store, fixture.symbols, {});
         QVERIFY(!action(*menu, alwaysTitle)->icon().isNull());
         QVERIFY(action(*menu, autoTitle)->icon().isNull());
-        QCOMPARE(fixture.images.requests.last().name, QStringLiteral("checkmark"));
+        QCOMPARE(fixture.symbolCatalogue.requests.last().name, QStringLiteral("checkmark"));
         action(*menu, autoTitle)->trigger();
         QCOMPARE(fixture.store.settings().visibilityMode, DockVisibilityMode::hideWhenSystemDockAppears);
         menu = makeBarMenu(fixture.store, fixture.symbols, {});

@@ -163,7 +163,7 @@ private Q_SLOTS:
         fixture.preferences.setDock(QStringLiteral("bottom"), false);
         const auto bar = fixture.make();
         Q_EMIT child<AutoHideNudge>(*bar)->accepted();
-        QCOMPARE(fixture.dockControl.timesAutoHideEnabled, 1);
+        QCOMPARE(fixture.systemDockControl.timesAutoHideEnabled, 1);
         QVERIFY(fixture.systemSettings.opened.isEmpty());
     }
 
@@ -171,7 +171,7 @@ private Q_SLOTS:
     {
         Fixture fixture;
         fixture.preferences.setDock(QStringLiteral("bottom"), false);
-        fixture.dockControl.succeeds = false;
+        fixture.systemDockControl.succeeds = false;
         const auto bar = fixture.make();
         Q_EMIT child<AutoHideNudge>(*bar)->accepted();
         QCOMPARE(fixture.systemSettings.opened, QList<SettingsPane>{SettingsPane::desktopAndDock});

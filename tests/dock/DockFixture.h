@@ -1,14 +1,7 @@
 #pragma once
 
 #include "TrialWidget.h"
-#include "fakes/FakeClock.h"
-#include "fakes/FakePanelWindow.h"
-#include "fakes/FakePointer.h"
-#include "fakes/FakePreferences.h"
-#include "fakes/FakeScreens.h"
-#include "fakes/FakeSystem.h"
-#include "fakes/FakeWindowServer.h"
-#include "fakes/TemporaryDirectories.h"
+#include "fakes/FakePlatform.h"
 
 #include "chrome/BarHolds.h"
 #include "dock/DockBarView.h"
@@ -21,7 +14,7 @@
 namespace moorline::test {
 
 /// Everything a bar is built on, faked. The desktop's dock hides by itself until told otherwise.
-struct DockFixture {
+struct DockFixture : FakePlatform {
     DockFixture() { preferences.setDock(QStringLiteral("bottom"), true); }
 
     /// Changes the settings through the store, as every view does.
@@ -80,21 +73,10 @@ struct DockFixture {
         };
     }
 
-    FakeClock clock;
-    FakeScreens screens;
-    FakePointer pointer;
-    FakePanelWindow panelWindow;
-    FakeWindowServer windowServer;
-    FakeWorkspace workspace;
-    FakePreferences preferences;
-    FakeSystemDockControl dockControl;
-    FakeSystemSettings systemSettings;
-    FakeSystemImages images;
-    TemporaryDirectories directories;
     SettingsStore store{directories, QStringLiteral("app"), [](const QUrl &) { return std::nullopt; }};
-    SystemDock systemDock{preferences, windowServer, dockControl, systemSettings};
+    SystemDock systemDock{preferences, windowServer, systemDockControl, systemSettings};
     SpaceProbe spaceProbe{windowServer};
-    Symbols symbols{images};
+    Symbols symbols{symbolCatalogue};
     BarHolds holds;
     BarCommands commands;
     Playback playback;

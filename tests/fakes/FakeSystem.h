@@ -1,9 +1,10 @@
 #pragma once
 
 #include "platform/AppBundles.h"
+#include "platform/Power.h"
 #include "platform/StatusBar.h"
+#include "platform/SymbolCatalogue.h"
 #include "platform/SystemDockControl.h"
-#include "platform/SystemImages.h"
 #include "platform/SystemSettings.h"
 #include "platform/Workspace.h"
 
@@ -13,6 +14,8 @@
 namespace moorline::test {
 
 class FakeWorkspace final : public Workspace { };
+
+class FakePower final : public Power { };
 
 class FakeStatusBar final : public StatusBar { };
 
@@ -42,7 +45,7 @@ public:
 };
 
 /// Every symbol that has a name is a filled square of the asked colour, half again as large as its text.
-class FakeSystemImages final : public SystemImages {
+class FakeSymbolCatalogue final : public SymbolCatalogue {
 public:
     [[nodiscard]] QImage symbol(const SymbolRequest &request) const override
     {

@@ -11,7 +11,7 @@ namespace {
 
 const QString checkmark = QStringLiteral("checkmark");
 
-class NoImages final : public SystemImages {
+class NoImages final : public SymbolCatalogue {
 public:
     [[nodiscard]] QImage symbol(const SymbolRequest &) const override { return {}; }
 };
@@ -44,14 +44,14 @@ private Q_SLOTS:
 
 void SymbolsTest::tellsTheSizeInPoints()
 {
-    FakeSystemImages images;
+    FakeSymbolCatalogue images;
     const Symbols symbols(images);
     QCOMPARE(symbols.size(checkmark, 10), QSizeF(15, 15));
 }
 
 void SymbolsTest::asksForThePaintersRealScale()
 {
-    FakeSystemImages images;
+    FakeSymbolCatalogue images;
     const Symbols symbols(images);
     QImage image = canvas(2);
     QPainter painter(&image);
@@ -65,7 +65,7 @@ void SymbolsTest::asksForThePaintersRealScale()
 
 void SymbolsTest::asksForASymbolOnlyOnce()
 {
-    FakeSystemImages images;
+    FakeSymbolCatalogue images;
     const Symbols symbols(images);
     QImage image = canvas(1);
     QPainter painter(&image);
@@ -77,7 +77,7 @@ void SymbolsTest::asksForASymbolOnlyOnce()
 
 void SymbolsTest::tellsColorsAndRenderingsApart()
 {
-    FakeSystemImages images;
+    FakeSymbolCatalogue images;
     const Symbols symbols(images);
     QImage image = canvas(1);
     QPainter painter(&image);
@@ -91,7 +91,7 @@ void SymbolsTest::tellsColorsAndRenderingsApart()
 
 void SymbolsTest::remembersABoundedNumber()
 {
-    FakeSystemImages images;
+    FakeSymbolCatalogue images;
     const Symbols symbols(images);
     const QSizeF size = symbols.size(checkmark, 10);
     for (int i = 0; i < 2000; ++i)
@@ -114,7 +114,7 @@ void SymbolsTest::liesOnWholePixels()
 {
     QFETCH(const qreal, scale);
 
-    FakeSystemImages images;
+    FakeSymbolCatalogue images;
     const Symbols symbols(images);
     QImage image = canvas(scale);
     QPainter painter(&image);
@@ -148,7 +148,7 @@ void SymbolsTest::aMissingSymbolDrawsNothing()
 
 void SymbolsTest::anIconHasEverySizeThatIsCommonlyAskedFor()
 {
-    FakeSystemImages images;
+    FakeSymbolCatalogue images;
     const QIcon icon = Symbols(images).icon(checkmark, Qt::red);
     for (const int side : {16, 18, 22, 24, 32, 48, 64}) {
         QVERIFY(icon.availableSizes().contains(QSize(side, side)));
@@ -160,7 +160,7 @@ void SymbolsTest::anIconHasEverySizeThatIsCommonlyAskedFor()
 
 void SymbolsTest::anIconIsAMask()
 {
-    FakeSystemImages images;
+    FakeSymbolCatalogue images;
     QVERIFY(Symbols(images).icon(checkmark, Qt::red).isMask());
 }
 

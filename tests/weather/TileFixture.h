@@ -41,7 +41,7 @@ struct TileFixture : WeatherFixture {
         return {};
     }
 
-    FakeSystemImages images;
+    FakeSymbolCatalogue images;
     Symbols symbols{images};
     int timesOpened = 0;
 };

@@ -78,22 +78,32 @@ std::shared_ptr<Foundation> layFoundation(Clock &clock)
     return std::shared_ptr<Foundation>(new Foundation{std::move(desktop), DesktopDock(docks), SystemBus(clock)});
 }
 
-void addDesktop(Platform &platform, X11Desktop &desktop)
+Port<Pointer> makePointer(const X11Desktop *desktop)
 {
-    platform.screens = std::make_unique<X11Screens>(desktop.connection.get());
-    platform.pointer = std::make_unique<X11Pointer>(*desktop.connection);
-    platform.panelWindow = std::make_unique<X11PanelWindow>(*desktop.connection, desktop.clients, *platform.clock);
-    platform.windowServer = std::make_unique<X11WindowServer>(desktop.clients);
-    platform.workspace = std::make_unique<X11Workspace>(*desktop.connection);
+    if (desktop)
+        return makePort<X11Pointer>(*desktop->connection);
+    return makePort<NullPointer>();
 }
 
-void addNothing(Platform &platform)
+Port<PanelWindow> makePanelWindow(X11Desktop *desktop, Clock &clock)
 {
-    platform.screens = std::make_unique<X11Screens>(nullptr);
-    platform.pointer = std::make_unique<NullPointer>();
-    platform.panelWindow = std::make_unique<NullPanelWindow>();
-    platform.windowServer = std::make_unique<NullWindowServer>();
-    platform.workspace = std::make_unique<Workspace>();
+    if (desktop)
+        return makePort<X11PanelWindow>(*desktop->connection, desktop->clients, clock);
+    return makePort<NullPanelWindow>();
+}
+
+Port<WindowServer> makeWindowServer(X11Desktop *desktop)
+{
+    if (desktop)
+        return makePort<X11WindowServer>(desktop->clients);
+    return makePort<NullWindowServer>();
+}
+
+Port<Workspace> makeWorkspace(X11Desktop *desktop)
+{
+    if (desktop)
+        return makePort<X11Workspace>(*desktop->connection);
+    return makePort<Workspace>();
 }
 
 } // namespace
@@ -110,31 +120,35 @@ bool preparePlatform(DisplayNeed need)
     return need == DisplayNeed::optional && qputenv(qtPlatform, "offscreen");
 }
 
-std::unique_ptr<Platform> createPlatform()
+Platform createPlatform()
 {
-    auto platform = std::make_unique<Platform>();
-    platform->clock = std::make_unique<QtClock>();
-    const auto foundation = layFoundation(*platform->clock);
-    platform->foundation = foundation;
-    if (foundation->desktop)
-        addDesktop(*platform, *foundation->desktop);
-    else
-        addNothing(*platform);
-    platform->preferences = std::make_unique<DesktopPreferences>(foundation->dock);
-    platform->systemDockControl = std::make_unique<DesktopDockControl>(foundation->dock);
-    platform->systemSettings = std::make_unique<DesktopSettings>(foundation->dock);
-    platform->power = std::make_unique<LogindPower>(foundation->systemBus);
-    platform->statusBar = std::make_unique<StatusNotifierBar>();
-    platform->directories = std::make_unique<XdgDirectories>();
-    platform->httpClient = std::make_unique<QtHttpClient>(*platform->clock);
-    platform->network = std::make_unique<RouteMonitor>(*platform->clock);
-    platform->locationManager = std::make_unique<GeoClueLocationManager>(
-        *platform->clock, QGuiApplication::desktopFileName(), foundation->systemBus);
-    platform->geocoder = std::make_unique<GWeatherGeocoder>();
-    platform->appBundles = std::make_unique<DesktopEntries>();
-    platform->systemImages = std::make_unique<SvgSymbols>();
-    platform->wordingCatalogue = QStringLiteral(":/wording/linux_en.qm");
-    return platform;
+    auto ownedClock = makePort<QtClock>();
+    QtClock &clock = *ownedClock;
+    const auto foundation = layFoundation(clock);
+    X11Desktop *desktop = foundation->desktop.get();
+    return {
+        .clock = std::move(ownedClock),
+        .foundation = foundation,
+        .screens = makePort<X11Screens>(desktop ? desktop->connection.get() : nullptr),
+        .pointer = makePointer(desktop),
+        .panelWindow = makePanelWindow(desktop, clock),
+        .windowServer = makeWindowServer(desktop),
+        .workspace = makeWorkspace(desktop),
+        .power = makePort<LogindPower>(foundation->systemBus),
+        .statusBar = makePort<StatusNotifierBar>(),
+        .preferences = makePort<DesktopPreferences>(foundation->dock),
+        .systemDockControl = std::make_unique<DesktopDockControl>(foundation->dock),
+        .systemSettings = makePort<DesktopSettings>(foundation->dock),
+        .directories = makePort<XdgDirectories>(),
+        .httpClient = makePort<QtHttpClient>(clock),
+        .network = makePort<RouteMonitor>(clock),
+        .locationManager =
+            makePort<GeoClueLocationManager>(clock, QGuiApplication::desktopFileName(), foundation->systemBus),
+        .geocoder = makePort<GWeatherGeocoder>(),
+        .appBundles = makePort<DesktopEntries>(),
+        .symbolCatalogue = makePort<SvgSymbols>(),
+        .wordingCatalogue = QStringLiteral(":/wording/linux_en.qm"),
+    };
 }
 
 } // namespace moorline

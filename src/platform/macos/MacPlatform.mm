@@ -10,7 +10,7 @@
 #import "platform/macos/MacPower.h"
 #import "platform/macos/MacPreferences.h"
 #import "platform/macos/MacScreens.h"
-#import "platform/macos/MacSystemImages.h"
+#import "platform/macos/MacSymbolCatalogue.h"
 #import "platform/macos/MacSystemSettings.h"
 #import "platform/macos/MacWindowServer.h"
 #import "platform/macos/MacWorkspace.h"
@@ -43,30 +43,32 @@ bool preparePlatform(DisplayNeed need)
     return qputenv(qtPlatform, "offscreen");
 }
 
-std::unique_ptr<Platform> createPlatform()
+Platform createPlatform()
 {
     // Neither an icon in the Dock nor a menu bar, also for a program that runs outside its bundle.
     [NSApp setActivationPolicy:NSApplicationActivationPolicyAccessory];
 
-    auto platform = std::make_unique<Platform>();
-    platform->clock = std::make_unique<QtClock>();
-    platform->screens = std::make_unique<MacScreens>();
-    platform->pointer = std::make_unique<MacPointer>();
-    platform->panelWindow = std::make_unique<MacPanelWindow>();
-    platform->windowServer = std::make_unique<MacWindowServer>();
-    platform->workspace = std::make_unique<MacWorkspace>();
-    platform->power = std::make_unique<MacPower>();
-    platform->statusBar = std::make_unique<StatusBar>();
-    platform->preferences = std::make_unique<MacPreferences>();
-    platform->systemSettings = std::make_unique<MacSystemSettings>();
-    platform->directories = std::make_unique<MacDirectories>();
-    platform->httpClient = std::make_unique<QtHttpClient>(*platform->clock);
-    platform->network = std::make_unique<MacNetwork>();
-    platform->locationManager = std::make_unique<MacLocationManager>();
-    platform->geocoder = std::make_unique<MacGeocoder>();
-    platform->appBundles = std::make_unique<MacAppBundles>();
-    platform->systemImages = std::make_unique<MacSystemImages>();
-    return platform;
+    auto ownedClock = makePort<QtClock>();
+    QtClock &clock = *ownedClock;
+    return {
+        .clock = std::move(ownedClock),
+        .screens = makePort<MacScreens>(),
+        .pointer = makePort<MacPointer>(),
+        .panelWindow = makePort<MacPanelWindow>(),
+        .windowServer = makePort<MacWindowServer>(),
+        .workspace = makePort<MacWorkspace>(),
+        .power = makePort<MacPower>(),
+        .statusBar = makePort<StatusBar>(),
+        .preferences = makePort<MacPreferences>(),
+        .systemSettings = makePort<MacSystemSettings>(),
+        .directories = makePort<MacDirectories>(),
+        .httpClient = makePort<QtHttpClient>(clock),
+        .network = makePort<MacNetwork>(),
+        .locationManager = makePort<MacLocationManager>(),
+        .geocoder = makePort<MacGeocoder>(),
+        .appBundles = makePort<MacAppBundles>(),
+        .symbolCatalogue = makePort<MacSymbolCatalogue>(),
+    };
 }
 
 } // namespace moorline

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "platform/SystemImages.h"
+#include "platform/SymbolCatalogue.h"
 
 namespace moorline {
 
 /// Symbols drawn from the program's own artwork: one square SVG for each, with a group "primary", perhaps a group
 /// "secondary", and perhaps an unpainted rectangle "grid" whose edges are to lie on whole pixels.
-class SvgSymbols final : public SystemImages {
+class SvgSymbols final : public SymbolCatalogue {
 public:
     SvgSymbols();
 

@@ -20,10 +20,10 @@ struct SymbolRequest {
     SymbolRendering rendering = SymbolRendering::monochrome;
 };
 
-/// Pictures that the system gives.
-class SystemImages {
+/// Symbols by catalogue name.
+class SymbolCatalogue {
 public:
-    virtual ~SystemImages() = default;
+    virtual ~SymbolCatalogue() = default;
 
     /// The symbol with its device pixel ratio set to the asked scale. A null image when there is no such symbol.
     [[nodiscard]] virtual QImage symbol(const SymbolRequest &request) const = 0;

@@ -1,4 +1,4 @@
-#import "platform/macos/MacSystemImages.h"
+#import "platform/macos/MacSymbolCatalogue.h"
 
 #import "platform/macos/CFPointer.h"
 #import "platform/macos/Conversions.h"
@@ -74,7 +74,7 @@ void tint(QImage &image, const QColor &color)
 
 } // namespace
 
-QImage MacSystemImages::symbol(const SymbolRequest &request) const
+QImage MacSymbolCatalogue::symbol(const SymbolRequest &request) const
 {
     NSImage *image = symbolImage(request);
     if (!image)

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/SystemImages.h"
+#include "platform/SymbolCatalogue.h"
 
 namespace moorline {
 
-class MacSystemImages final : public SystemImages {
+class MacSymbolCatalogue final : public SymbolCatalogue {
 public:
     [[nodiscard]] QImage symbol(const SymbolRequest &request) const override;
 };

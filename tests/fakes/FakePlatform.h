@@ -1,0 +1,70 @@
+#pragma once
+
+#include "fakes/FakeClock.h"
+#include "fakes/FakeHttpClient.h"
+#include "fakes/FakeLocation.h"
+#include "fakes/FakePanelWindow.h"
+#include "fakes/FakePointer.h"
+#include "fakes/FakePreferences.h"
+#include "fakes/FakeScreens.h"
+#include "fakes/FakeSystem.h"
+#include "fakes/FakeWindowServer.h"
+#include "fakes/TemporaryDirectories.h"
+#include "platform/Platform.h"
+
+namespace moorline::test {
+
+/// A whole system, faked: one fake of each port, under the port's name and with its own controls.
+struct FakePlatform {
+private:
+    /// The fake that was built for this port.
+    template <typename Fake, typename Owner>
+    [[nodiscard]] static Fake &fakeOf(const Owner &owner)
+    {
+        return dynamic_cast<Fake &>(*owner);
+    }
+
+public:
+    /// What is handed to the program.
+    Platform ports{
+        .clock = makePort<FakeClock>(),
+        .screens = makePort<FakeScreens>(),
+        .pointer = makePort<FakePointer>(),
+        .panelWindow = makePort<FakePanelWindow>(),
+        .windowServer = makePort<FakeWindowServer>(),
+        .workspace = makePort<FakeWorkspace>(),
+        .power = makePort<FakePower>(),
+        .statusBar = makePort<FakeStatusBar>(),
+        .preferences = makePort<FakePreferences>(),
+        .systemDockControl = std::make_unique<FakeSystemDockControl>(),
+        .systemSettings = makePort<FakeSystemSettings>(),
+        .directories = makePort<TemporaryDirectories>(),
+        .httpClient = makePort<FakeHttpClient>(),
+        .network = makePort<FakeNetwork>(),
+        .locationManager = makePort<FakeLocationManager>(),
+        .geocoder = makePort<FakeGeocoder>(),
+        .appBundles = makePort<FakeAppBundles>(),
+        .symbolCatalogue = makePort<FakeSymbolCatalogue>(),
+    };
+
+    FakeClock &clock = fakeOf<FakeClock>(ports.clock);
+    FakeScreens &screens = fakeOf<FakeScreens>(ports.screens);
+    FakePointer &pointer = fakeOf<FakePointer>(ports.pointer);
+    FakePanelWindow &panelWindow = fakeOf<FakePanelWindow>(ports.panelWindow);
+    FakeWindowServer &windowServer = fakeOf<FakeWindowServer>(ports.windowServer);
+    FakeWorkspace &workspace = fakeOf<FakeWorkspace>(ports.workspace);
+    FakePower &power = fakeOf<FakePower>(ports.power);
+    FakeStatusBar &statusBar = fakeOf<FakeStatusBar>(ports.statusBar);
+    FakePreferences &preferences = fakeOf<FakePreferences>(ports.preferences);
+    FakeSystemDockControl &systemDockControl = fakeOf<FakeSystemDockControl>(ports.systemDockControl);
+    FakeSystemSettings &systemSettings = fakeOf<FakeSystemSettings>(ports.systemSettings);
+    TemporaryDirectories &directories = fakeOf<TemporaryDirectories>(ports.directories);
+    FakeHttpClient &httpClient = fakeOf<FakeHttpClient>(ports.httpClient);
+    FakeNetwork &network = fakeOf<FakeNetwork>(ports.network);
+    FakeLocationManager &locationManager = fakeOf<FakeLocationManager>(ports.locationManager);
+    FakeGeocoder &geocoder = fakeOf<FakeGeocoder>(ports.geocoder);
+    FakeAppBundles &appBundles = fakeOf<FakeAppBundles>(ports.appBundles);
+    FakeSymbolCatalogue &symbolCatalogue = fakeOf<FakeSymbolCatalogue>(ports.symbolCatalogue);
+};
+
+} // namespace moorline::test
