@@ -106,7 +106,7 @@ private Q_SLOTS:
         Client client(std::nullopt);
         client.manager->requestWhenInUseAuthorization();
         QCOMPARE(client.state(), open);
-        Q_EMIT client.systemBus.opened(QDBusConnection::systemBus());
+        client.bus.adopt(QDBusConnection::systemBus());
         QTRY_COMPARE(client.state(), authorized);
     }
 
@@ -114,7 +114,7 @@ private Q_SLOTS:
     {
         Client client(std::nullopt);
         client.manager->requestLocation();
-        Q_EMIT client.systemBus.opened(QDBusConnection::systemBus());
+        client.bus.adopt(QDBusConnection::systemBus());
         QTRY_VERIFY(m_geoClue->isTracking());
         tellFirstFix(client);
     }
@@ -122,7 +122,7 @@ private Q_SLOTS:
     void aBusThatNobodyWaitedForBringsNoQuestion()
     {
         Client client(std::nullopt);
-        Q_EMIT client.systemBus.opened(QDBusConnection::systemBus());
+        client.bus.adopt(QDBusConnection::systemBus());
         QVERIFY(settle());
         QVERIFY(!m_geoClue->hasClient());
         QCOMPARE(client.changes.size(), 0);

@@ -3,7 +3,7 @@
 #include "GeoClueDouble.h"
 #include "fakes/FakeClock.h"
 #include "harness/TestCase.h"
-#include "platform/linux/bus/SystemBus.h"
+#include "platform/linux/bus/Bus.h"
 #include "platform/linux/location/GeoClueLocationManager.h"
 
 #include <QDBusPendingCallWatcher>
@@ -47,21 +47,19 @@ protected:
 
     /// A manager, and what it said since it was made.
     struct Client {
-        explicit Client(const std::optional<QDBusConnection> &bus = QDBusConnection::systemBus())
+        explicit Client(const std::optional<QDBusConnection> &connection = QDBusConnection::systemBus())
         {
-            if (bus)
-                Q_EMIT systemBus.opened(*bus);
+            if (connection)
+                bus.adopt(*connection);
         }
 
         GeoClueMeaning state() const { return {manager->locationServicesEnabled(), manager->authorizationStatus()}; }
         PositionFix onlyUpdate() const { return updates.value(0).value(0).value<QList<PositionFix>>().value(0); }
 
         FakeClock clock{startOfTest};
-        /// Opened by hand.
-        FakeClock clockOfBus;
-        SystemBus systemBus{clockOfBus};
+        Bus bus;
         std::unique_ptr<GeoClueLocationManager> manager =
-            std::make_unique<GeoClueLocationManager>(clock, desktopId, systemBus);
+            std::make_unique<GeoClueLocationManager>(bus, clock, desktopId);
         QSignalSpy changes{manager.get(), &LocationManager::didChangeAuthorization};
         QSignalSpy updates{manager.get(), &LocationManager::didUpdateLocations};
         QSignalSpy failures{manager.get(), &LocationManager::didFail};

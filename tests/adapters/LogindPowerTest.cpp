@@ -2,7 +2,7 @@
 
 #include "fakes/FakeClock.h"
 #include "harness/TestCase.h"
-#include "platform/linux/bus/SystemBus.h"
+#include "platform/linux/bus/Bus.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -66,6 +66,7 @@ private Q_SLOTS:
     void init()
     {
         TestCase::init();
+        m_bus = std::make_unique<Bus>();
         QVERIFY(logind().registerService(login));
     }
 
@@ -77,7 +78,7 @@ private Q_SLOTS:
 
     void tellsThatTheMachineWoke()
     {
-        const LogindPower sleep(m_bus);
+        const LogindPower sleep(*m_bus, m_clock);
         QSignalSpy woke(&sleep, &LogindPower::didWake);
         openBus();
         tell(logind(), false);
@@ -86,7 +87,7 @@ private Q_SLOTS:
 
     void saysNothingWhenItGoesToSleep()
     {
-        const LogindPower sleep(m_bus);
+        const LogindPower sleep(*m_bus, m_clock);
         QSignalSpy woke(&sleep, &LogindPower::didWake);
         openBus();
         tell(logind(), true);
@@ -96,7 +97,7 @@ private Q_SLOTS:
 
     void ignoresWhatIsNoAnswer()
     {
-        const LogindPower sleep(m_bus);
+        const LogindPower sleep(*m_bus, m_clock);
         QSignalSpy woke(&sleep, &LogindPower::didWake);
         openBus();
         tell(logind(), QStringLiteral("false"));
@@ -107,7 +108,7 @@ private Q_SLOTS:
 
     void ignoresStrangers()
     {
-        const LogindPower sleep(m_bus);
+        const LogindPower sleep(*m_bus, m_clock);
         QSignalSpy woke(&sleep, &LogindPower::didWake);
         openBus();
         tell(program(QStringLiteral("stranger")), false);
@@ -118,7 +119,7 @@ private Q_SLOTS:
 
     void hearsALogindThatStartsAgain()
     {
-        const LogindPower sleep(m_bus);
+        const LogindPower sleep(*m_bus, m_clock);
         QSignalSpy woke(&sleep, &LogindPower::didWake);
         openBus();
         logind().unregisterService(login);
@@ -136,7 +137,7 @@ private Q_SLOTS:
     void hearsALogindThatStartsLater()
     {
         logind().unregisterService(login);
-        const LogindPower sleep(m_bus);
+        const LogindPower sleep(*m_bus, m_clock);
         QSignalSpy woke(&sleep, &LogindPower::didWake);
         openBus();
         QVERIFY(logind().registerService(login));
@@ -148,13 +149,13 @@ private:
     /// Returns when whoever listens knows who logind is.
     void openBus()
     {
-        Q_EMIT m_bus.opened(QDBusConnection::systemBus());
+        m_bus->adopt(QDBusConnection::systemBus());
         settle(QDBusConnection::systemBus());
         QCoreApplication::processEvents();
     }
 
     FakeClock m_clock;
-    SystemBus m_bus{m_clock};
+    std::unique_ptr<Bus> m_bus;
 };
 
 MOORLINE_TEST(LogindPowerTest);

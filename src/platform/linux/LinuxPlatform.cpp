@@ -1,6 +1,7 @@
 #include "platform/Platform.h"
 #include "platform/linux/NullAdapters.h"
-#include "platform/linux/bus/SystemBus.h"
+#include "platform/linux/bus/Bus.h"
+#include "platform/linux/bus/BusKeeper.h"
 #include "platform/linux/desktop/DesktopEntries.h"
 #include "platform/linux/desktop/LogindPower.h"
 #include "platform/linux/desktop/StatusNotifierBar.h"
@@ -32,6 +33,9 @@ namespace {
 
 constexpr auto qtPlatform = "QT_QPA_PLATFORM";
 
+/// What is asked of the system bus can wait until the bar is there.
+constexpr std::chrono::seconds systemBusDelay{1};
+
 bool hasDisplay()
 {
     struct Disconnecter {
@@ -55,11 +59,22 @@ struct X11Desktop {
     DockWindows docks;
 };
 
+/// A bus, and who opens it.
+struct KeptBus {
+    KeptBus(BusKind kind, Clock &clock, std::chrono::milliseconds delay)
+        : keeper(kind, bus, clock, delay)
+    {
+    }
+
+    Bus bus;
+    BusKeeper keeper;
+};
+
 /// What all adapters have in common, in the order of dependence.
 struct Foundation {
     std::unique_ptr<X11Desktop> desktop;
     DesktopDock dock;
-    SystemBus systemBus;
+    KeptBus systemBus;
 };
 
 /// Null when Qt does not draw on an X server.
@@ -75,7 +90,8 @@ std::shared_ptr<Foundation> layFoundation(Clock &clock)
 {
     auto desktop = openDesktop();
     const DockWindows *docks = desktop ? &desktop->docks : nullptr;
-    return std::shared_ptr<Foundation>(new Foundation{std::move(desktop), DesktopDock(docks), SystemBus(clock)});
+    return std::shared_ptr<Foundation>(
+        new Foundation{std::move(desktop), DesktopDock(docks), KeptBus(BusKind::system, clock, systemBusDelay)});
 }
 
 Port<Pointer> makePointer(const X11Desktop *desktop)
@@ -134,7 +150,7 @@ Platform createPlatform()
         .panelWindow = makePanelWindow(desktop, clock),
         .windowServer = makeWindowServer(desktop),
         .workspace = makeWorkspace(desktop),
-        .power = makePort<LogindPower>(foundation->systemBus),
+        .power = makePort<LogindPower>(foundation->systemBus.bus, clock),
         .statusBar = makePort<StatusNotifierBar>(),
         .preferences = makePort<DesktopPreferences>(foundation->dock),
         .systemDockControl = std::make_unique<DesktopDockControl>(foundation->dock),
@@ -143,7 +159,7 @@ Platform createPlatform()
         .httpClient = makePort<QtHttpClient>(clock),
         .network = makePort<RouteMonitor>(clock),
         .locationManager =
-            makePort<GeoClueLocationManager>(clock, QGuiApplication::desktopFileName(), foundation->systemBus),
+            makePort<GeoClueLocationManager>(foundation->systemBus.bus, clock, QGuiApplication::desktopFileName()),
         .geocoder = makePort<GWeatherGeocoder>(),
         .appBundles = makePort<DesktopEntries>(),
         .symbolCatalogue = makePort<SvgSymbols>(),

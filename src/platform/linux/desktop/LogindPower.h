@@ -1,31 +1,23 @@
 #pragma once
 
 #include "platform/Power.h"
-
-#include <QDBusServiceWatcher>
-
-class QDBusMessage;
+#include "platform/linux/bus/BusSignal.h"
+#include "platform/linux/bus/FollowedName.h"
 
 namespace moorline {
-
-class SystemBus;
 
 /// What logind tells of sleep, on the system bus. Silent where there is no such bus.
 class LogindPower final : public Power {
     Q_OBJECT
 public:
-    explicit LogindPower(const SystemBus &bus);
-
-private Q_SLOTS:
-    void notePreparation(const QDBusMessage &message);
+    /// Both outlive it.
+    LogindPower(Bus &systemBus, Clock &clock);
 
 private:
-    void listen(QDBusConnection bus);
-    void findOwner(const QDBusConnection &bus);
+    void notePreparation(const QDBusMessage &message);
 
-    QDBusServiceWatcher m_watcher;
-    /// The unique name of the program that is logind; empty while there is none.
-    QString m_owner;
+    FollowedName m_logind;
+    BusSignal m_preparation;
 };
 
 } // namespace moorline

@@ -1,19 +1,26 @@
 #include "platform/linux/location/GeoClueLocationManager.h"
 
-#include "platform/linux/bus/SystemBus.h"
-
 #include <QPointer>
 #include <utility>
 
 namespace moorline {
 
-GeoClueLocationManager::GeoClueLocationManager(Clock &clock, const QString &desktopId, const SystemBus &bus)
-    : m_clock(clock)
+namespace {
+
+/// GClueAccuracyLevel: names and weather want no more than the city.
+constexpr uint cityAccuracy = 4;
+
+} // namespace
+
+GeoClueLocationManager::GeoClueLocationManager(Bus &systemBus, Clock &clock, const QString &desktopId)
+    : m_bus(systemBus)
+    , m_clock(clock)
     , m_desktopId(desktopId)
+    , m_geoClue(systemBus, clock, QStringLiteral("org.freedesktop.GeoClue2"))
 {
-    connect(&bus, &SystemBus::opened, this, &GeoClueLocationManager::adoptBus);
-    connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
-        [this](const QString &, const QString &before, const QString &now) { ownerChanged(before, now); });
+    connect(&systemBus, &Bus::stateChanged, this, &GeoClueLocationManager::noteBus);
+    connect(
+        &m_geoClue, &FollowedName::ownerChanged, this, [this](const QString &, const QString &now) { noteOwner(now); });
 }
 
 GeoClueLocationManager::~GeoClueLocationManager() = default;
@@ -28,16 +35,14 @@ LocationAuthorization GeoClueLocationManager::authorizationStatus() const
     return meaningOf(m_condition).authorization;
 }
 
-void GeoClueLocationManager::adoptBus(const QDBusConnection &bus)
+void GeoClueLocationManager::noteBus()
 {
-    m_bus = bus;
-    m_watcher.setConnection(bus);
-    m_watcher.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
-    m_watcher.addWatchedService(QStringLiteral("org.freedesktop.GeoClue2"));
     if (m_isPermissionWanted || m_isLocationWanted)
         ensureSession();
-    else if (!bus.isConnected())
+    else if (!m_bus.isOpen())
         setCondition(GeoClueCondition::absent);
+    else if (m_condition == GeoClueCondition::absent)
+        setCondition(GeoClueCondition::notAsked);
 }
 
 void GeoClueLocationManager::requestWhenInUseAuthorization()
@@ -54,10 +59,11 @@ void GeoClueLocationManager::requestLocation()
 
 void GeoClueLocationManager::ensureSession()
 {
-    if (!m_bus || m_session)
+    if (m_bus.state() == Bus::State::awaited || m_session)
         return;
     m_isPermissionWanted = false;
-    m_session = std::make_unique<GeoClueSession>(*m_bus, m_clock, m_desktopId);
+    m_session =
+        std::make_unique<GeoClueSession>(m_geoClue, m_clock, GeoClueSession::Introduction{m_desktopId, cityAccuracy});
     connect(m_session.get(), &GeoClueSession::granted, this, [this] { setCondition(GeoClueCondition::granted); });
     connect(m_session.get(), &GeoClueSession::refused, this, &GeoClueLocationManager::refused);
     connect(m_session.get(), &GeoClueSession::finished, this, &GeoClueLocationManager::finished);
@@ -93,13 +99,10 @@ void GeoClueLocationManager::finished(const std::optional<PositionFix> &fix)
         Q_EMIT didFail();
 }
 
-void GeoClueLocationManager::ownerChanged(const QString &before, const QString &now)
+void GeoClueLocationManager::noteOwner(const QString &now)
 {
-    const QPointer<GeoClueLocationManager> alive(this);
-    if (m_session && !before.isEmpty())
-        m_session->ownerLeft(before);
     // With a session under way it has been started for that session, whose answer will tell more.
-    if (!alive || now.isEmpty() || m_session || m_condition == GeoClueCondition::granted)
+    if (now.isEmpty() || m_session || m_condition == GeoClueCondition::granted)
         return;
     setCondition(GeoClueCondition::notAsked);
 }

@@ -2,12 +2,7 @@
 
 #include "platform/linux/location/GeoClueSession.h"
 
-#include <QDBusServiceWatcher>
-
 namespace moorline {
-
-class Clock;
-class SystemBus;
 
 /// GeoClue2 on the system bus. It is asked only when somebody asks for permission or for a position, and let go of
 /// after the first position.
@@ -19,7 +14,7 @@ class GeoClueLocationManager final : public LocationManager {
     Q_OBJECT
 public:
     /// `desktopId` is the name of this program's desktop entry without ".desktop"; GeoClue and its agents decide by it.
-    GeoClueLocationManager(Clock &clock, const QString &desktopId, const SystemBus &bus);
+    GeoClueLocationManager(Bus &systemBus, Clock &clock, const QString &desktopId);
     ~GeoClueLocationManager() override;
 
     [[nodiscard]] bool locationServicesEnabled() const override;
@@ -31,19 +26,18 @@ public:
     void requestLocation() override;
 
 private:
-    void adoptBus(const QDBusConnection &bus);
+    void noteBus();
     void ensureSession();
     void endSession();
     void refused(GeoClueCondition why);
     void finished(const std::optional<PositionFix> &fix);
-    void ownerChanged(const QString &before, const QString &now);
+    void noteOwner(const QString &now);
     void setCondition(GeoClueCondition condition);
 
+    Bus &m_bus;
     Clock &m_clock;
     QString m_desktopId;
-    /// Absent until it is open.
-    std::optional<QDBusConnection> m_bus;
-    QDBusServiceWatcher m_watcher;
+    FollowedName m_geoClue;
     GeoClueCondition m_condition = GeoClueCondition::notAsked;
     std::optional<PositionFix> m_location;
     bool m_isPermissionWanted = false;

@@ -1,12 +1,11 @@
 #include "platform/linux/location/GeoClueSession.h"
+
+#include "platform/linux/bus/PendingBusCall.h"
 #include "platform/linux/location/GeoClueFix.h"
 
-#include <QDBusArgument>
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusVariant>
+#include <QDBusObjectPath>
 #include <QLoggingCategory>
-#include <limits>
+#include <QPointer>
 
 namespace moorline {
 
@@ -20,13 +19,7 @@ constexpr auto answerLimit = 10s;
 /// An agent may ask the user meanwhile.
 constexpr auto permissionLimit = 2min;
 constexpr auto positionLimit = 30s;
-/// The bus sets none: these limits are the clock's.
-constexpr int unlimited = std::numeric_limits<int>::max();
 
-/// GClueAccuracyLevel: names and weather want no more than the city.
-constexpr uint cityAccuracy = 4;
-
-const QString service = QStringLiteral("org.freedesktop.GeoClue2");
 const QString managerPath = QStringLiteral("/org/freedesktop/GeoClue2/Manager");
 const QString managerInterface = QStringLiteral("org.freedesktop.GeoClue2.Manager");
 const QString clientInterface = QStringLiteral("org.freedesktop.GeoClue2.Client");
@@ -34,143 +27,137 @@ const QString locationInterface = QStringLiteral("org.freedesktop.GeoClue2.Locat
 const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString noPath = QStringLiteral("/");
 
+/// Where the machine is now; absent for a signal that does not tell.
+std::optional<QString> newLocation(const QDBusMessage &message)
+{
+    if (message.signature() != QLatin1StringView("oo"))
+        return std::nullopt;
+    const QString path = message.arguments().at(1).value<QDBusObjectPath>().path();
+    return path == noPath ? std::nullopt : std::optional(path);
+}
+
 } // namespace
 
-GeoClueSession::GeoClueSession(const QDBusConnection &bus, Clock &clock, const QString &desktopId)
-    : m_bus(bus)
+GeoClueSession::GeoClueSession(FollowedName &geoClue, Clock &clock, Introduction introduction)
+    : m_geoClue(geoClue)
     , m_clock(clock)
-    , m_desktopId(desktopId)
+    , m_introduction(std::move(introduction))
 {
+    connect(&geoClue, &FollowedName::ownerChanged, this, &GeoClueSession::noteOwner);
 }
 
 GeoClueSession::~GeoClueSession()
 {
+    m_step = GeoClueStep::over;
     letGo();
 }
 
 void GeoClueSession::begin()
 {
-    if (!m_bus.isConnected()) {
-        // Nobody expects the answer within the question.
-        QMetaObject::invokeMethod(
-            this, [this] { refuse(GeoClueCondition::absent); }, Qt::QueuedConnection);
+    if (m_geoClue.bus().isOpen()) {
+        askForPermission();
         return;
     }
-    limit(answerLimit);
-    ask(QDBusMessage::createMethodCall(service, managerPath, managerInterface, QStringLiteral("GetClient")),
-        &GeoClueSession::adoptClient);
+    // Nobody expects the answer within the question.
+    QMetaObject::invokeMethod(
+        this, [this] { refuse(GeoClueCondition::absent); }, Qt::QueuedConnection);
 }
 
-void GeoClueSession::ownerLeft(const QString &uniqueName)
+QCoro::Task<> GeoClueSession::askForPermission()
 {
-    if (m_step == GeoClueStep::over || (!m_service.isEmpty() && m_service != uniqueName))
-        return;
-    m_client.clear();
-    finish({});
+    const QPointer<GeoClueSession> alive(this);
+    const auto tell = [this](const QDBusMessage &message, std::chrono::milliseconds limit) {
+        return ask(*this, m_geoClue.bus(), m_clock, message, limit);
+    };
+    const BusAnswer client = co_await tell(
+        QDBusMessage::createMethodCall(m_geoClue.name(), managerPath, managerInterface, QStringLiteral("GetClient")),
+        answerLimit);
+    if (!alive || !goesOn(client) || !adoptClient(client))
+        co_return;
+    const BusAnswer named =
+        co_await tell(clientProperty(QStringLiteral("DesktopId"), m_introduction.desktopId), answerLimit);
+    if (!alive || !goesOn(named))
+        co_return;
+    const BusAnswer described = co_await tell(
+        clientProperty(QStringLiteral("RequestedAccuracyLevel"), m_introduction.accuracyLevel), answerLimit);
+    if (!alive || !goesOn(described))
+        co_return;
+    m_step = GeoClueStep::starting;
+    const BusAnswer started = co_await tell(clientCall(QStringLiteral("Start")), permissionLimit);
+    if (alive && goesOn(started))
+        waitForLocation();
 }
 
-void GeoClueSession::ask(const QDBusMessage &message, Continuation then)
+bool GeoClueSession::goesOn(const BusAnswer &answer)
 {
-    auto *call = new QDBusPendingCallWatcher(m_bus.asyncCall(message, unlimited), this);
-    m_call = call;
-    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, then] {
-        call->deleteLater();
-        if (call == m_call)
-            answered(call->reply(), then);
-    });
+    if (m_step == GeoClueStep::over)
+        return false;
+    if (!answer.isError())
+        return true;
+    qCDebug(logLocation) << "GeoClue answers" << answer.errorName() << answer.errorText();
+    refuse(conditionOf(answer.errorName(), m_step));
+    return false;
 }
 
-void GeoClueSession::answered(const QDBusMessage &reply, Continuation then)
+bool GeoClueSession::adoptClient(const BusAnswer &answer)
 {
-    m_call = nullptr;
-    if (reply.type() == QDBusMessage::ReplyMessage) {
-        (this->*then)(reply);
-        return;
-    }
-    qCDebug(logLocation) << "GeoClue answers" << reply.errorName() << reply.errorMessage();
-    // What comes of an unreadable position is another position, or none in time.
-    if (m_step != GeoClueStep::waiting)
-        refuse(conditionOf(reply.errorName(), m_step));
-}
-
-void GeoClueSession::limit(std::chrono::milliseconds duration)
-{
-    m_limit = m_clock.after(duration, [this] { timedOut(); });
-}
-
-void GeoClueSession::timedOut()
-{
-    qCDebug(logLocation) << "GeoClue does not answer in time";
-    if (m_step == GeoClueStep::waiting)
-        finish({});
-    else
-        refuse(GeoClueCondition::silent);
-}
-
-void GeoClueSession::adoptClient(const QDBusMessage &reply)
-{
-    const auto client = reply.arguments().value(0).value<QDBusObjectPath>().path();
+    const QString client = answer.value<QDBusObjectPath>().value_or(QDBusObjectPath()).path();
     if (client.isEmpty() || client == noPath) {
         refuse(GeoClueCondition::broken);
-        return;
+        return false;
     }
-    m_service = reply.service();
+    m_service = answer.sender();
     m_client = client;
     m_step = GeoClueStep::settingUp;
-    m_bus.connect(m_service, m_client, clientInterface, QStringLiteral("LocationUpdated"), this,
-        SLOT(locationUpdated(QDBusObjectPath, QDBusObjectPath)));
-    limit(answerLimit);
-    ask(clientProperty(QStringLiteral("DesktopId"), m_desktopId), &GeoClueSession::describeAccuracy);
+    const BusSignalAddress address{m_client, clientInterface, QStringLiteral("LocationUpdated")};
+    m_locationUpdated = std::make_unique<BusSignal>(
+        m_geoClue.bus(), m_service, address, [this](const QDBusMessage &message) { noteLocation(message); });
+    return true;
 }
 
-void GeoClueSession::describeAccuracy(const QDBusMessage &)
-{
-    limit(answerLimit);
-    ask(clientProperty(QStringLiteral("RequestedAccuracyLevel"), cityAccuracy), &GeoClueSession::startClient);
-}
-
-void GeoClueSession::startClient(const QDBusMessage &)
-{
-    m_step = GeoClueStep::starting;
-    limit(permissionLimit);
-    ask(clientCall(QStringLiteral("Start")), &GeoClueSession::clientStarted);
-}
-
-void GeoClueSession::clientStarted(const QDBusMessage &)
+void GeoClueSession::waitForLocation()
 {
     m_step = GeoClueStep::waiting;
-    limit(positionLimit);
+    m_limit = m_clock.after(positionLimit, [this] { finish({}); });
     if (!m_location.isEmpty())
         readLocation();
     Q_EMIT granted();
 }
 
-void GeoClueSession::locationUpdated(const QDBusObjectPath &, const QDBusObjectPath &now)
+void GeoClueSession::noteOwner(const QString &before)
 {
-    if (now.path() == noPath)
+    const bool isOurs = !before.isEmpty() && (m_service.isEmpty() || m_service == before);
+    if (m_step == GeoClueStep::over || !isOurs)
         return;
-    m_location = now.path();
+    m_client.clear();
+    finish({});
+}
+
+void GeoClueSession::noteLocation(const QDBusMessage &message)
+{
+    const auto location = newLocation(message);
+    if (!location)
+        return;
+    m_location = *location;
     if (m_step == GeoClueStep::waiting)
         readLocation();
 }
 
-void GeoClueSession::readLocation()
+QCoro::Task<> GeoClueSession::readLocation()
 {
-    auto question =
-        QDBusMessage::createMethodCall(m_service, m_location, propertiesInterface, QStringLiteral("GetAll"));
+    const QPointer<GeoClueSession> alive(this);
+    const QString location = m_location;
+    auto question = QDBusMessage::createMethodCall(m_service, location, propertiesInterface, QStringLiteral("GetAll"));
     question << locationInterface;
-    ask(question, &GeoClueSession::locationRead);
-}
-
-void GeoClueSession::locationRead(const QDBusMessage &reply)
-{
-    if (reply.signature() != QLatin1StringView("a{sv}"))
-        return;
-    const auto properties = qdbus_cast<QVariantMap>(reply.arguments().constFirst());
-    if (const auto fix = positionFix(properties, m_clock.now()))
+    const BusAnswer answer = co_await ask(*this, m_geoClue.bus(), m_clock, question, positionLimit);
+    // What comes of an unreadable position is another position, or none in time.
+    if (!alive || m_step != GeoClueStep::waiting || location != m_location)
+        co_return;
+    const auto fix = positionFix(answer.value<QVariantMap>().value_or(QVariantMap()), m_clock.now());
+    if (fix)
         finish(fix);
     else
-        qCDebug(logLocation) << "GeoClue tells of no position on earth";
+        qCDebug(logLocation) << "GeoClue tells of no position on earth" << answer.errorName();
 }
 
 void GeoClueSession::refuse(GeoClueCondition why)
@@ -188,8 +175,8 @@ void GeoClueSession::finish(const std::optional<PositionFix> &fix)
 void GeoClueSession::close()
 {
     m_step = GeoClueStep::over;
-    m_call = nullptr;
     m_limit.reset();
+    m_locationUpdated.reset();
     letGo();
 }
 
@@ -197,12 +184,13 @@ void GeoClueSession::letGo()
 {
     if (m_client.isEmpty())
         return;
-    m_bus.send(clientCall(QStringLiteral("Stop")));
+    const QDBusConnection &bus = m_geoClue.bus().connection();
+    bus.send(clientCall(QStringLiteral("Stop")));
     // While it has clients, GeoClue does not end by itself.
     auto deletion =
         QDBusMessage::createMethodCall(m_service, managerPath, managerInterface, QStringLiteral("DeleteClient"));
     deletion << QVariant::fromValue(QDBusObjectPath(m_client));
-    m_bus.send(deletion);
+    bus.send(deletion);
     m_client.clear();
 }
 
