@@ -1,5 +1,6 @@
 #include "app/StatusItem.h"
 
+#include "dock/CommandTexts.h"
 #include "platform/StatusBar.h"
 #include "settings/SettingsStore.h"
 #include "theme/Symbols.h"
@@ -41,7 +42,7 @@ void StatusItem::install()
 
 void StatusItem::buildMenu()
 {
-    QAction *openSettings = m_menu.addAction(tr("Dock Settings…"));
+    QAction *openSettings = m_menu.addAction(CommandTexts::dockSettings());
     openSettings->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
     openSettings->setEnabled(bool(m_commands.openSettings));
     connect(openSettings, &QAction::triggered, this, [this] { m_commands.openSettings(); });
@@ -53,7 +54,7 @@ void StatusItem::buildMenu()
     connect(alwaysVisible, &QAction::triggered, this, &StatusItem::toggleAlwaysVisible);
     m_menu.addSeparator();
 
-    QAction *quit = m_menu.addAction(tr("Quit Moorline"));
+    QAction *quit = m_menu.addAction(CommandTexts::quit());
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     connect(quit, &QAction::triggered, this, [this] { m_commands.quit(); });
     connect(&m_menu, &QMenu::aboutToShow, this, &StatusItem::menuWillOpen);

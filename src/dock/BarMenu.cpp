@@ -1,21 +1,16 @@
 #include "dock/BarMenu.h"
 
+#include "dock/CommandTexts.h"
 #include "settings/Choices.h"
 #include "settings/SettingsStore.h"
 #include "theme/Color.h"
 #include "theme/Symbols.h"
 
-#include <QCoreApplication>
 #include <QMenu>
 
 namespace moorline {
 
 namespace {
-
-QString text(const char *source)
-{
-    return QCoreApplication::translate("BarMenu", source);
-}
 
 /// The menu belongs to the bar and is as dark as it is, whatever the other windows of the desktop look like.
 QPalette menuPalette(const QColor &accent)
@@ -57,12 +52,12 @@ std::unique_ptr<QMenu> makeBarMenu(SettingsStore &store, const Symbols &symbols,
 {
     auto menu = std::make_unique<QMenu>();
     menu->setPalette(menuPalette(colorFromHex(store.settings().highlightColorHex)));
-    addCommand(*menu, text(QT_TRANSLATE_NOOP("BarMenu", "Dock Settings…")), commands.openSettings);
+    addCommand(*menu, CommandTexts::dockSettings(), commands.openSettings);
     menu->addSeparator();
     for (const DockVisibilityMode mode : allValues<DockVisibilityMode>())
         addMode(*menu, store, symbols, mode);
     menu->addSeparator();
-    addCommand(*menu, text(QT_TRANSLATE_NOOP("BarMenu", "Quit Moorline")), commands.quit);
+    addCommand(*menu, CommandTexts::quit(), commands.quit);
     return menu;
 }
 
