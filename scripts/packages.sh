@@ -13,15 +13,15 @@ packages_of() {
         echo g++ cmake ninja-build pkg-config \
             qt6-base-dev 'qt6-svg-dev|libqt6svg6-dev' qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools libgl-dev \
             qcoro-qt6-dev libglib2.0-dev libgweather-4-dev \
-            libxcb1-dev libxcb-randr0-dev libxcb-shape0-dev libxcb-xfixes0-dev libxcb-xtest0-dev
+            libxcb1-dev libxcb-randr0-dev libxcb-shape0-dev libxcb-xfixes0-dev libxcb-xinput-dev libxcb-xtest0-dev
         ;;
     run) echo x11-utils 'libgweather-4-0t64|libgweather-4-0' ;;
     desktop)
         echo xvfb openbox picom 'dbus-daemon|dbus' x11-utils x11-xserver-utils fonts-dejavu-core \
-            python3 python3-xlib python3-pil
+            python3 python3-xlib python3-pil xterm
         ;;
     test)
-        echo clang libglib2.0-bin xfwm4 plank tint2 xdotool python3-pytest python3-dbusmock openssl
+        echo clang libglib2.0-bin xfwm4 metacity i3-wm plank tint2 xdotool python3-pytest python3-dbusmock openssl
         ;;
     pictures) echo fonts-inter tint2 ;;
     bench) echo plank ;;
@@ -34,8 +34,8 @@ commands_of() {
     case $1 in
     build) echo c++ cmake ninja pkg-config ;;
     run) echo xdpyinfo ;;
-    desktop) echo Xvfb openbox picom dbus-daemon xprop xrandr "$system_python" ;;
-    test) echo clang++ xfwm4 plank tint2 xdotool glib-compile-schemas openssl ;;
+    desktop) echo Xvfb openbox picom dbus-daemon xprop xrandr xterm "$system_python" ;;
+    test) echo clang++ xfwm4 metacity i3 plank tint2 xdotool glib-compile-schemas openssl ;;
     pictures) echo tint2 ;;
     bench) echo plank ;;
     format) echo clang-format ;;
@@ -43,10 +43,10 @@ commands_of() {
 }
 
 fedora_packages='gcc-c++ cmake ninja-build pkgconf qt6-qtbase-devel qt6-qtsvg-devel qt6-qttools-devel qcoro-qt6-devel
-    libxcb-devel glib2-devel libgweather4-devel clang clang-tools-extra xorg-x11-server-Xvfb openbox picom xfwm4 plank
+    libxcb-devel glib2-devel libgweather4-devel clang clang-tools-extra xorg-x11-server-Xvfb openbox picom xfwm4 metacity i3 xterm plank
     tint2 xdotool dbus-daemon xprop xdpyinfo xrandr python3-pytest python3-dbusmock openssl python3-xlib python3-pillow rsms-inter-fonts'
 arch_packages='base-devel cmake ninja pkgconf qt6-base qt6-svg qt6-tools qcoro libxcb glib2 libgweather-4 clang
-    xorg-server-xvfb openbox picom xfwm4 plank tint2 xdotool dbus xorg-xprop xorg-xdpyinfo xorg-xrandr
+    xorg-server-xvfb openbox picom xfwm4 metacity i3-wm xterm plank tint2 xdotool dbus xorg-xprop xorg-xdpyinfo xorg-xrandr
     python-pytest python-dbusmock openssl python-xlib python-pillow inter-font'
 
 need() {

@@ -109,6 +109,7 @@ std::unique_ptr<DockBarView> AppDelegate::makeBar(std::function<void(qreal)> con
             .screens = *m_services.platform.screens,
             .symbols = m_services.symbols,
             .holds = m_services.barHolds,
+            .stage = m_services.barStage,
             .commands = commands(),
             .makeWidget = [this](WidgetKind kind) { return makeBarWidget(kind, m_services); },
             // There is no music to hear yet.

@@ -16,6 +16,14 @@ Services::Services(Platform &lentPlatform, const RunPlan &plan)
           platform.systemDockControl ? *platform.systemDockControl : scriptedDockControl, *platform.systemSettings)
     , spaceProbe(*platform.windowServer)
     , symbols(*platform.symbolCatalogue)
+    , barStage({
+          .windows = *platform.popupWindows,
+          .screens = *platform.screens,
+          .panel = *platform.panelWindow,
+          .clock = *platform.clock,
+          .symbols = symbols,
+          .holds = barHolds,
+      })
     , timeKeeper(*platform.clock)
     , location(*platform.locationManager, *platform.geocoder, *platform.clock)
     , weather({

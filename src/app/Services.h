@@ -3,6 +3,7 @@
 #include "app/RunPlan.h"
 #include "apps/AppLauncher.h"
 #include "chrome/BarHolds.h"
+#include "chrome/BarStage.h"
 #include "settings/SettingsStore.h"
 #include "system/AppleScriptRunner.h"
 #include "system/ScriptedSystemDockControl.h"
@@ -32,6 +33,7 @@ struct Services {
     SpaceProbe spaceProbe;
     Symbols symbols;
     BarHolds barHolds;
+    BarStage barStage;
     TimeKeeper timeKeeper;
     LocationService location;
     WeatherService weather;

@@ -1,5 +1,6 @@
 #include "dock/DockBarView.h"
 
+#include "chrome/BarStage.h"
 #include "chrome/BarWidget.h"
 #include "dock/AutoHideNudge.h"
 #include "dock/BarMetrics.h"
@@ -9,7 +10,6 @@
 #include "system/SystemDock.h"
 #include "theme/Color.h"
 
-#include <QMenu>
 #include <cmath>
 
 namespace moorline {
@@ -19,8 +19,6 @@ using namespace BarMetrics;
 namespace {
 
 constexpr std::chrono::seconds taskInterval{2};
-/// Between the pointer and the menu, in points.
-constexpr int menuGap = 8;
 
 /// The room for the whole pill on the primary screen.
 qreal maximumPillWidth(const Screens &screens)
@@ -41,7 +39,7 @@ DockBarView::DockBarView(Context context, ContentWidthChange onContentWidthChang
     , m_nudge(new AutoHideNudge(m_context.symbols, this))
 {
     connect(m_pill, &Pill::widthChanged, this, &DockBarView::pillWidthChanged);
-    connect(m_pill, &Pill::menuRequested, this, &DockBarView::showMenu);
+    connect(m_pill, &Pill::menuRequested, this, &DockBarView::openMenu);
     connect(m_pill, &Pill::filesDropped, &m_context.store, &SettingsStore::pin);
     connect(m_nudge, &AutoHideNudge::accepted, this, [this] { m_context.systemDock.enableAutoHide(); });
     connect(&m_context.store, &SettingsStore::settingsDidChange, this, &DockBarView::settingsChanged);
@@ -75,7 +73,9 @@ void DockBarView::evaluate()
 
 void DockBarView::settingsChanged()
 {
-    m_pill->setDropColor(colorFromHex(m_context.store.settings().highlightColorHex));
+    const QColor accent = colorFromHex(m_context.store.settings().highlightColorHex);
+    m_pill->setDropColor(accent);
+    m_context.stage.setAccent(accent);
     updateNudge();
     updateRow();
 }
@@ -173,11 +173,9 @@ QPainterPath DockBarView::interactiveArea() const
     return area;
 }
 
-void DockBarView::showMenu(const QPoint &place)
+void DockBarView::openMenu(const QPointF &place)
 {
-    m_menu = makeBarMenu(m_context.store, m_context.symbols, m_context.commands);
-    // Clear above the pointer: a second click in the same place must not choose what happens to lie there.
-    m_menu->popup(place - QPoint(0, m_menu->sizeHint().height() + menuGap));
+    m_context.stage.openMenu({*m_pill, QRectF(place, QSizeF())}, barMenu(m_context.store, m_context.commands));
 }
 
 } // namespace moorline

@@ -10,9 +10,11 @@ namespace moorline {
 
 class AutoHideNudge;
 class BarHolds;
+class BarStage;
 class BarWidget;
 class Pill;
 class Screens;
+class Symbols;
 class SystemDock;
 
 /// The content of the panel: the pill with its widgets and, above it, the nudge about the desktop's dock.
@@ -29,6 +31,8 @@ public:
         const Symbols &symbols;
         /// Where whatever needs the bar to stay takes its token.
         BarHolds &holds;
+        /// Opens menus and popovers above the bar.
+        BarStage &stage;
         BarCommands commands;
         /// Builds the widget of a kind; null for a kind that there is no widget for.
         std::function<std::unique_ptr<BarWidget>(WidgetKind)> makeWidget;
@@ -42,6 +46,7 @@ public:
     ~DockBarView() override;
 
     [[nodiscard]] Clock &clock() const { return m_context.clock; }
+    [[nodiscard]] BarStage &stage() const { return m_context.stage; }
 
     /// Begin and end the task that looks every two seconds whether the nudge and the music widget have their place.
     void appear();
@@ -76,7 +81,7 @@ private:
     void pillWidthChanged();
     void reportContentWidth();
     void layOut();
-    void showMenu(const QPoint &place);
+    void openMenu(const QPointF &place);
 
     Context m_context;
     ContentWidthChange m_onContentWidthChange;
@@ -85,7 +90,6 @@ private:
     qreal m_iconSize;
     bool m_dockConflicts;
     std::unique_ptr<Clock::Timer> m_task;
-    std::unique_ptr<QMenu> m_menu;
     Pill *m_pill;
     AutoHideNudge *m_nudge;
 };

@@ -1,17 +1,18 @@
 #include "dock/DockHostingView.h"
 
+#include "chrome/BarStage.h"
 #include "chrome/BarWidget.h"
 #include "chrome/HelpTag.h"
 #include "dock/DockBarView.h"
 
-#include <QSinglePointEvent>
+#include <QContextMenuEvent>
+#include <QGraphicsObject>
+#include <QMouseEvent>
 
 namespace moorline {
 
 namespace {
 
-/// Between the bar and what tells about it, in points.
-constexpr int helpGap = 6;
 /// How long the pointer rests before it is told anything.
 constexpr std::chrono::milliseconds helpDelay{700};
 
@@ -20,7 +21,7 @@ constexpr std::chrono::milliseconds helpDelay{700};
 DockHostingView::DockHostingView(std::unique_ptr<DockBarView> bar, QWidget *parent)
     : QGraphicsView(parent)
     , m_bar(bar.get())
-    , m_helpTag(new HelpTag(m_bar->clock(), this))
+    , m_stage(m_bar->stage())
 {
     auto *scene = new QGraphicsScene(this);
     // The index only pays in scenes of thousands of items.
@@ -36,6 +37,9 @@ DockHostingView::DockHostingView(std::unique_ptr<DockBarView> bar, QWidget *pare
     viewport()->setAutoFillBackground(false);
     viewport()->setMouseTracking(true);
     setAccessibleName(QStringLiteral("Moorline"));
+    const auto follow = [this] { m_stage.setBody(m_bar->interactiveArea()); };
+    connect(m_bar, &DockBarView::interactiveAreaChanged, this, follow);
+    follow();
 }
 
 DockHostingView::~DockHostingView() = default;
@@ -56,6 +60,7 @@ void DockHostingView::showEvent(QShowEvent *event)
 void DockHostingView::hideEvent(QHideEvent *event)
 {
     hideHelp();
+    m_stage.close();
     m_bar->disappear();
     QGraphicsView::hideEvent(event);
 }
@@ -71,6 +76,17 @@ bool DockHostingView::viewportEvent(QEvent *event)
         pointerCame(*static_cast<QSinglePointEvent *>(event));
         break;
     case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        hideHelp();
+        m_isPressTaken = takesPress(*static_cast<QMouseEvent *>(event));
+        if (m_isPressTaken)
+            return true;
+        break;
+    case QEvent::ContextMenu:
+        // A right press calls for a menu beside.
+        if (m_isPressTaken && static_cast<QContextMenuEvent *>(event)->reason() == QContextMenuEvent::Mouse)
+            return true;
+        break;
     case QEvent::Wheel:
     case QEvent::Leave:
         hideHelp();
@@ -81,11 +97,16 @@ bool DockHostingView::viewportEvent(QEvent *event)
     return QGraphicsView::viewportEvent(event);
 }
 
+bool DockHostingView::takesPress(const QMouseEvent &press)
+{
+    return m_stage.takesPress(mapToScene(press.position().toPoint()), press.button());
+}
+
 void DockHostingView::pointerCame(const QSinglePointEvent &event)
 {
     m_pointer = event.position().toPoint();
-    const QGraphicsItem *item = event.buttons() == Qt::NoButton ? helpfulItemAt(m_pointer) : nullptr;
-    const bool isShown = m_helpTag->isVisible();
+    const QGraphicsObject *item = event.buttons() == Qt::NoButton ? helpfulItemAt(m_pointer) : nullptr;
+    const bool isShown = m_stage.helpTag().isVisible();
     if (isShown && item == m_helpItem)
         return;
     hideHelp();
@@ -96,25 +117,23 @@ void DockHostingView::pointerCame(const QSinglePointEvent &event)
         m_helpTimer = m_bar->clock().after(helpDelay, [this] { showHelp(); });
 }
 
-const QGraphicsItem *DockHostingView::helpfulItemAt(const QPoint &place) const
+QGraphicsObject *DockHostingView::helpfulItemAt(const QPoint &place) const
 {
-    const QGraphicsItem *item = itemAt(place);
+    QGraphicsItem *item = itemAt(place);
     while (item && item->toolTip().isEmpty())
         item = item->parentItem();
-    return item;
+    return item ? item->toGraphicsObject() : nullptr;
 }
 
 void DockHostingView::showHelp()
 {
     m_helpTimer.reset();
     disconnect(m_helpChange);
-    const QGraphicsItem *item = helpfulItemAt(m_pointer);
+    QGraphicsObject *item = helpfulItemAt(m_pointer);
     if (!item)
         return hideHelp();
     m_helpItem = item;
-    const QRectF frame = item->sceneBoundingRect();
-    const QPointF anchor(frame.center().x(), m_bar->interactiveArea().boundingRect().top() - helpGap);
-    m_helpTag->showText(item->toolTip(), viewport()->mapToGlobal(mapFromScene(anchor)));
+    m_stage.showHelp(*item, item->toolTip());
     if (const auto *widget = dynamic_cast<const BarWidget *>(item))
         m_helpChange = connect(widget, &BarWidget::helpTextChanged, this, &DockHostingView::showHelp);
 }
@@ -124,7 +143,7 @@ void DockHostingView::hideHelp()
     disconnect(m_helpChange);
     m_helpTimer.reset();
     m_helpItem = nullptr;
-    m_helpTag->hide();
+    m_stage.hideHelp();
 }
 
 } // namespace moorline

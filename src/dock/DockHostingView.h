@@ -6,13 +6,15 @@
 #include <QMetaObject>
 
 QT_BEGIN_NAMESPACE
+class QGraphicsObject;
+class QMouseEvent;
 class QSinglePointEvent;
 QT_END_NAMESPACE
 
 namespace moorline {
 
+class BarStage;
 class DockBarView;
-class HelpTag;
 
 /// Shows the bar's scene in a widget: transparent, without scroll bars, the bar always as large as the view.
 /// A press acts at once, also while another program is active.
@@ -24,8 +26,6 @@ public:
     ~DockHostingView() override;
 
     [[nodiscard]] DockBarView &bar() const { return *m_bar; }
-    /// What tells about the widget that the pointer rests on.
-    [[nodiscard]] const HelpTag &helpTag() const { return *m_helpTag; }
 
 protected:
     bool viewportEvent(QEvent *event) override;
@@ -34,17 +34,21 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
+    /// True when the press is not for the scene.
+    [[nodiscard]] bool takesPress(const QMouseEvent &press);
     /// The item below the pointer that has something to tell. Null when there is none.
-    [[nodiscard]] const QGraphicsItem *helpfulItemAt(const QPoint &place) const;
+    [[nodiscard]] QGraphicsObject *helpfulItemAt(const QPoint &place) const;
     /// To the view, or to another place in it.
     void pointerCame(const QSinglePointEvent &event);
     void showHelp();
     void hideHelp();
 
     DockBarView *m_bar;
-    HelpTag *m_helpTag;
+    BarStage &m_stage;
     /// What the tag tells about, to be compared and nothing else: the item may be gone.
-    const QGraphicsItem *m_helpItem = nullptr;
+    const QGraphicsObject *m_helpItem = nullptr;
+    /// The last press was not for the scene, and neither is what it calls for beside.
+    bool m_isPressTaken = false;
     /// Where it was last.
     QPoint m_pointer;
     std::unique_ptr<Clock::Timer> m_helpTimer;

@@ -133,7 +133,7 @@ void Pill::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
         return;
     }
     event->accept();
-    Q_EMIT menuRequested(event->screenPos());
+    Q_EMIT menuRequested(event->pos());
 }
 
 void Pill::dragEnterEvent(QGraphicsSceneDragDropEvent *event)

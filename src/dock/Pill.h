@@ -39,8 +39,8 @@ Q_SIGNALS:
     /// The row took another width; the pill already has it.
     void widthChanged();
     void filesDropped(const QList<QUrl> &files);
-    /// `place` is in the coordinates of the pointer's screen, as Qt counts them.
-    void menuRequested(const QPoint &place);
+    /// `place` is in the pill's own coordinates.
+    void menuRequested(const QPointF &place);
 
 protected:
     void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;

@@ -9,6 +9,7 @@
 #include "platform/Network.h"
 #include "platform/PanelWindow.h"
 #include "platform/Pointer.h"
+#include "platform/PopupWindows.h"
 #include "platform/Port.h"
 #include "platform/Power.h"
 #include "platform/Preferences.h"
@@ -34,6 +35,7 @@ struct Platform {
     Port<Screens> screens;
     Port<Pointer> pointer;
     Port<PanelWindow> panelWindow;
+    Port<PopupWindows> popupWindows;
     Port<WindowServer> windowServer;
     Port<Workspace> workspace;
     Port<Power> power;

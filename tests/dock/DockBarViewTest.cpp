@@ -1,13 +1,14 @@
 #include "dock/DockBarView.h"
 
 #include "DockFixture.h"
+#include "chrome/MenuRow.h"
+#include "chrome/MenuView.h"
 #include "dock/AutoHideNudge.h"
 #include "dock/DockHostingView.h"
 #include "dock/Pill.h"
 #include "harness/TestCase.h"
 
 #include <QGraphicsSceneContextMenuEvent>
-#include <QMenu>
 #include <QSignalSpy>
 
 using namespace moorline;
@@ -34,13 +35,6 @@ struct Fixture : DockFixture {
     /// What the bar reported, oldest first.
     QList<qreal> widths;
 };
-
-/// The offscreen platform has neither a stacking order nor a keyboard, and says so.
-void expectPopupWarnings()
-{
-    QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
-    QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
-}
 
 template <typename Item>
 Item *child(const DockBarView &bar)
@@ -246,13 +240,16 @@ private Q_SLOTS:
         DockHostingView view(fixture.make());
         view.resize(600, 98);
         view.show();
-        expectPopupWarnings();
-        QContextMenuEvent press(QContextMenuEvent::Mouse, QPoint(300, 49), QPoint(300, 49));
+        fixture.panelWindow.frames = {QRectF(420, -11, 600, 98)};
+        QContextMenuEvent press(QContextMenuEvent::Mouse, QPoint(310, 49), QPoint(310, 49));
         QCoreApplication::sendEvent(view.viewport(), &press);
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QCOMPARE(fixture.popupWindows.shown.size(), 1);
+        const auto *menu = qobject_cast<const MenuView *>(fixture.popupWindows.shown.first());
         QVERIFY(menu);
-        QCOMPARE(menu->actions().size(), 6);
-        menu->close();
+        QCOMPARE(menu->rows().size(), 4);
+        // Above the pointer, six points above the pill.
+        QVERIFY(std::abs(menu->frame().center().x() - 730) <= 0.5);
+        QCOMPARE(menu->frame().top(), 80.0);
     }
 
     void aRightClickBesideThePillOpensNothing()
@@ -263,7 +260,7 @@ private Q_SLOTS:
         view.show();
         QContextMenuEvent press(QContextMenuEvent::Mouse, QPoint(300, 5), QPoint(300, 5));
         QCoreApplication::sendEvent(view.viewport(), &press);
-        QVERIFY(!QApplication::activePopupWidget());
+        QVERIFY(fixture.popupWindows.shown.isEmpty());
     }
 
     void droppedFilesArePinned()

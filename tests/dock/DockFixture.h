@@ -4,6 +4,7 @@
 #include "fakes/FakePlatform.h"
 
 #include "chrome/BarHolds.h"
+#include "chrome/BarStage.h"
 #include "dock/DockBarView.h"
 #include "dock/DockWindowController.h"
 #include "settings/SettingsStore.h"
@@ -33,6 +34,7 @@ struct DockFixture : FakePlatform {
             .screens = screens,
             .symbols = symbols,
             .holds = holds,
+            .stage = stage,
             .commands = commands,
             .makeWidget = [this](WidgetKind kind) { return makeWidget(kind); },
             .playback = [this] { return playback; },
@@ -78,6 +80,7 @@ struct DockFixture : FakePlatform {
     SpaceProbe spaceProbe{windowServer};
     Symbols symbols{symbolCatalogue};
     BarHolds holds;
+    BarStage stage{{popupWindows, screens, panelWindow, clock, symbols, holds}};
     BarCommands commands;
     Playback playback;
     /// The last that was made of each kind.

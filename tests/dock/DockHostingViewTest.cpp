@@ -3,11 +3,13 @@
 #include "DockFixture.h"
 #include "chrome/BarWidget.h"
 #include "chrome/HelpTag.h"
+#include "chrome/MenuRow.h"
+#include "chrome/MenuView.h"
+#include "chrome/Popover.h"
 #include "harness/TestCase.h"
 
-#include <QGuiApplication>
 #include <QHelpEvent>
-#include <QScreen>
+#include <QSignalSpy>
 #include <QToolTip>
 
 using namespace moorline;
@@ -19,12 +21,6 @@ namespace {
 constexpr QPoint onTheWidget(300, 49);
 constexpr QPoint besideThePill(20, 49);
 
-/// The offscreen platform has no stacking order, and says so of each tooltip that is shown.
-void expectRaiseWarning()
-{
-    QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
-}
-
 /// A bar with one widget, which has something to tell.
 struct Stage : DockFixture {
     Stage()
@@ -32,11 +28,11 @@ struct Stage : DockFixture {
         change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock}; });
         view = std::make_unique<DockHostingView>(std::make_unique<DockBarView>(barContext(), [](qreal) {}));
         view->resize(600, 98);
-        view->move(100, 400);
+        panelWindow.frames = {QRectF(100, -11, 600, 98)};
         view->show();
     }
 
-    [[nodiscard]] const HelpTag &tag() const { return view->helpTag(); }
+    [[nodiscard]] const HelpTag &tag() const { return stage.helpTag(); }
 
     void move(const QPoint &place, Qt::MouseButtons held = Qt::NoButton)
     {
@@ -48,8 +44,14 @@ struct Stage : DockFixture {
     void rest(const QPoint &place)
     {
         move(place);
-        expectRaiseWarning();
         clock.advance(700ms);
+    }
+    void rightClick(const QPoint &place)
+    {
+        QTest::mousePress(view->viewport(), Qt::RightButton, {}, place);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, view->viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(view->viewport(), &event);
+        QTest::mouseRelease(view->viewport(), Qt::RightButton, {}, place);
     }
     void send(QEvent::Type type)
     {
@@ -71,14 +73,13 @@ private Q_SLOTS:
         stage.move(onTheWidget);
         stage.clock.advance(699ms);
         QVERIFY(!stage.tag().isVisible());
-        expectRaiseWarning();
         stage.clock.advance(1ms);
         QVERIFY(stage.tag().isVisible());
         QCOMPARE(stage.tag().text(), QStringLiteral("clock"));
-        const QRect tag = stage.tag().geometry();
-        // Six points above the pill, which begins 13 points below the top of the view.
-        QCOMPARE(tag.bottom() + 1, stage.view->mapToGlobal(QPoint(0, 13 - 6)).y());
-        QVERIFY(std::abs(tag.center().x() - stage.view->mapToGlobal(onTheWidget).x()) <= 2);
+        const QRectF tag = stage.tag().frame();
+        // Six points above the pill, which begins 13 points below the top of the panel.
+        QCOMPARE(tag.top(), -11.0 + 98 - 13 + 6);
+        QVERIFY(std::abs(tag.center().x() - (100 + onTheWidget.x())) <= 2);
     }
 
     void aPointerThatComesAndDoesNotMoveIsToldToo()
@@ -86,7 +87,6 @@ private Q_SLOTS:
         Stage stage;
         QEnterEvent event(onTheWidget, onTheWidget, stage.view->viewport()->mapToGlobal(onTheWidget));
         QCoreApplication::sendEvent(stage.view->viewport(), &event);
-        expectRaiseWarning();
         stage.clock.advance(700ms);
         QVERIFY(stage.tag().isVisible());
     }
@@ -143,7 +143,6 @@ private Q_SLOTS:
         const int middle = stage.view->width() / 2;
         stage.rest({middle - 40, 49});
         QCOMPARE(stage.tag().text(), QStringLiteral("clock"));
-        expectRaiseWarning();
         stage.move({middle + 50, 49});
         QVERIFY(stage.tag().isVisible());
         QCOMPARE(stage.tag().text(), QStringLiteral("calendar"));
@@ -209,40 +208,63 @@ private Q_SLOTS:
     void theTagKeepsToTheScreen()
     {
         Stage stage;
-        const QRect screen = QGuiApplication::primaryScreen()->geometry();
-        for (const int x : {screen.left() - 300, screen.right() - 300}) {
-            stage.view->move(x, 0);
+        for (const qreal x : {-300.0, 1140.0}) {
+            stage.panelWindow.frames = {QRectF(x, -11, 600, 98)};
             stage.rest(onTheWidget);
-            QVERIFY2(screen.contains(stage.tag().geometry()), qPrintable(QString::number(x)));
+            QVERIFY2(QRectF(0, 0, 1440, 900).contains(stage.tag().frame()), qPrintable(QString::number(x)));
             stage.send(QEvent::Leave);
         }
     }
 
-    void theTagTakesNoInput()
+    void theRightButtonOpensTheMenuAndClosesItAgain()
     {
         Stage stage;
-        QVERIFY(stage.tag().testAttribute(Qt::WA_TransparentForMouseEvents));
-        QVERIFY(stage.tag().testAttribute(Qt::WA_ShowWithoutActivating));
-        QCOMPARE(stage.tag().focusPolicy(), Qt::NoFocus);
+        stage.rightClick(onTheWidget);
+        QVERIFY(qobject_cast<MenuView *>(stage.popupWindows.shown.value(0)));
+        stage.rightClick(onTheWidget + QPoint(20, 0));
+        QCOMPARE(stage.popupWindows.shown.size(), 1);
+        QVERIFY(stage.stage.isOpen());
+        QTest::mouseClick(stage.view->viewport(), Qt::LeftButton, {}, onTheWidget);
+        QVERIFY(!stage.stage.isOpen());
     }
 
-    void everyLineIsPainted()
+    void aPressThatOnlyClosesTheMenuReachesNoWidget()
     {
-        FakeClock clock;
-        QWidget parent;
-        HelpTag tag(clock, &parent);
-        expectRaiseWarning();
-        tag.showText(QStringLiteral("Clear"), {400, 400});
-        const int oneLine = tag.height();
-        tag.showText(QStringLiteral("Clear\nFeels like 3°"), {400, 400});
-        QVERIFY(tag.height() > oneLine + 8);
-        const QImage image = tag.grab().toImage();
-        for (const int y : {oneLine / 2, image.height() - oneLine / 2}) {
-            bool isBright = false;
-            for (int x = 0; x < image.width(); ++x)
-                isBright = isBright || qGray(image.pixel(x, y)) > 150;
-            QVERIFY(isBright);
-        }
+        Stage stage;
+        const QSignalSpy clicks(stage.widgets[WidgetKind::clock], &BarItem::clicked);
+        QTest::mouseClick(stage.view->viewport(), Qt::LeftButton, {}, onTheWidget);
+        QCOMPARE(clicks.size(), 1);
+        stage.rightClick(onTheWidget);
+        QTest::mouseClick(stage.view->viewport(), Qt::LeftButton, {}, onTheWidget);
+        QCOMPARE(clicks.size(), 1);
+        QTest::mouseClick(stage.view->viewport(), Qt::LeftButton, {}, onTheWidget);
+        QCOMPARE(clicks.size(), 2);
+    }
+
+    void aRightPressOnThePopoversAnchorOpensNoMenu()
+    {
+        Stage stage;
+        stage.stage.openPopover(*stage.widgets[WidgetKind::clock], std::make_unique<PopoverContent>());
+        stage.rightClick(onTheWidget);
+        QVERIFY(!stage.stage.isOpen());
+        stage.rightClick(onTheWidget);
+        QVERIFY(stage.stage.isOpen());
+    }
+
+    void theMenuGoesWithTheBar()
+    {
+        Stage stage;
+        stage.rightClick(onTheWidget);
+        stage.view->hide();
+        QVERIFY(!stage.stage.isOpen());
+    }
+
+    void nothingIsToldWhileAMenuIsOpen()
+    {
+        Stage stage;
+        stage.rightClick(onTheWidget);
+        stage.rest(onTheWidget);
+        QVERIFY(!stage.tag().isVisible());
     }
 };
 

@@ -5,6 +5,7 @@
 #include "fakes/FakeLocation.h"
 #include "fakes/FakePanelWindow.h"
 #include "fakes/FakePointer.h"
+#include "fakes/FakePopupWindows.h"
 #include "fakes/FakePreferences.h"
 #include "fakes/FakeScreens.h"
 #include "fakes/FakeSystem.h"
@@ -31,6 +32,7 @@ public:
         .screens = makePort<FakeScreens>(),
         .pointer = makePort<FakePointer>(),
         .panelWindow = makePort<FakePanelWindow>(),
+        .popupWindows = makePort<FakePopupWindows>(),
         .windowServer = makePort<FakeWindowServer>(),
         .workspace = makePort<FakeWorkspace>(),
         .power = makePort<FakePower>(),
@@ -51,6 +53,7 @@ public:
     FakeScreens &screens = fakeOf<FakeScreens>(ports.screens);
     FakePointer &pointer = fakeOf<FakePointer>(ports.pointer);
     FakePanelWindow &panelWindow = fakeOf<FakePanelWindow>(ports.panelWindow);
+    FakePopupWindows &popupWindows = fakeOf<FakePopupWindows>(ports.popupWindows);
     FakeWindowServer &windowServer = fakeOf<FakeWindowServer>(ports.windowServer);
     FakeWorkspace &workspace = fakeOf<FakeWorkspace>(ports.workspace);
     FakePower &power = fakeOf<FakePower>(ports.power);

@@ -18,6 +18,7 @@
 #include "platform/linux/x11/ClientWindows.h"
 #include "platform/linux/x11/X11PanelWindow.h"
 #include "platform/linux/x11/X11Pointer.h"
+#include "platform/linux/x11/X11PopupWindows.h"
 #include "platform/linux/x11/X11Screens.h"
 #include "platform/linux/x11/X11WindowServer.h"
 #include "platform/linux/x11/X11Workspace.h"
@@ -108,6 +109,13 @@ Port<PanelWindow> makePanelWindow(X11Desktop *desktop, Clock &clock)
     return makePort<NullPanelWindow>();
 }
 
+Port<PopupWindows> makePopupWindows(const X11Desktop *desktop)
+{
+    if (desktop)
+        return makePort<X11PopupWindows>(*desktop->connection);
+    return makePort<NullPopupWindows>();
+}
+
 Port<WindowServer> makeWindowServer(X11Desktop *desktop)
 {
     if (desktop)
@@ -148,6 +156,7 @@ Platform createPlatform()
         .screens = makePort<X11Screens>(desktop ? desktop->connection.get() : nullptr),
         .pointer = makePointer(desktop),
         .panelWindow = makePanelWindow(desktop, clock),
+        .popupWindows = makePopupWindows(desktop),
         .windowServer = makeWindowServer(desktop),
         .workspace = makeWorkspace(desktop),
         .power = makePort<LogindPower>(foundation->systemBus.bus, clock),

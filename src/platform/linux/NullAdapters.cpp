@@ -84,4 +84,43 @@ void NullPanelWindow::setInteractiveArea([[maybe_unused]] const QPainterPath &ar
 {
 }
 
+namespace {
+
+class NullPopupWindow final : public PopupWindow {
+public:
+    explicit NullPopupWindow(QWidget &window)
+        : m_window(window)
+    {
+    }
+    void setFrame(const QRectF &frame) override { m_window.resize(frame.size().toSize()); }
+    void orderFront() override { m_window.show(); }
+    void takeKeyboard() override { }
+    void orderOut() override { m_window.hide(); }
+
+private:
+    QWidget &m_window;
+};
+
+} // namespace
+
+std::unique_ptr<PopupWindow> NullPopupWindows::adopt(QWidget &window, [[maybe_unused]] PopupKind kind)
+{
+    return std::make_unique<NullPopupWindow>(window);
+}
+
+bool NullPopupWindows::isComposited() const
+{
+    return true;
+}
+
+std::unique_ptr<PopupWindows::Handle> NullPopupWindows::watchPresses([[maybe_unused]] Pressed pressed)
+{
+    return std::make_unique<Handle>();
+}
+
+std::unique_ptr<PopupWindows::Handle> NullPopupWindows::grabKeyboard([[maybe_unused]] QWidget &window)
+{
+    return nullptr;
+}
+
 } // namespace moorline

@@ -2,6 +2,7 @@
 
 #include "platform/PanelWindow.h"
 #include "platform/Pointer.h"
+#include "platform/PopupWindows.h"
 #include "platform/WindowServer.h"
 
 #include <QPointer>
@@ -41,6 +42,15 @@ private:
     QPointer<QWidget> m_panel;
     QRectF m_frame;
     int m_level = 0;
+};
+
+/// Where there is no X server: windows of the asked size that nobody presses beside.
+class NullPopupWindows final : public PopupWindows {
+public:
+    [[nodiscard]] std::unique_ptr<PopupWindow> adopt(QWidget &window, PopupKind kind) override;
+    [[nodiscard]] bool isComposited() const override;
+    [[nodiscard]] std::unique_ptr<Handle> watchPresses(Pressed pressed) override;
+    [[nodiscard]] std::unique_ptr<Handle> grabKeyboard(QWidget &window) override;
 };
 
 } // namespace moorline

@@ -24,14 +24,6 @@ MoorlinePanel *makePanel(const QSizeF &size)
     return panel;
 }
 
-/// The view must not be the content view itself: Qt takes a window whose content view is Qt's for its own.
-void embed(QWidget &widget, NSView *content)
-{
-    NSView *view = (__bridge NSView *)reinterpret_cast<void *>(widget.winId());
-    view.frame = content.bounds;
-    [content addSubview:view];
-}
-
 } // namespace
 
 MacPanelWindow::~MacPanelWindow()

@@ -7,6 +7,7 @@
 #import "platform/macos/MacNetwork.h"
 #import "platform/macos/MacPanelWindow.h"
 #import "platform/macos/MacPointer.h"
+#import "platform/macos/MacPopupWindows.h"
 #import "platform/macos/MacPower.h"
 #import "platform/macos/MacPreferences.h"
 #import "platform/macos/MacScreens.h"
@@ -55,6 +56,7 @@ Platform createPlatform()
         .screens = makePort<MacScreens>(),
         .pointer = makePort<MacPointer>(),
         .panelWindow = makePort<MacPanelWindow>(),
+        .popupWindows = makePort<MacPopupWindows>(),
         .windowServer = makePort<MacWindowServer>(),
         .workspace = makePort<MacWorkspace>(),
         .power = makePort<MacPower>(),

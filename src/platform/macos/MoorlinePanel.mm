@@ -1,6 +1,6 @@
 #import "platform/macos/MoorlinePanel.h"
 
-#include <QtGlobal>
+#include <QWidget>
 
 @implementation MoorlinePanel
 
@@ -40,6 +40,15 @@
 
 @end
 
+@implementation MoorlinePopupPanel
+
+- (BOOL)canBecomeKeyWindow
+{
+    return YES;
+}
+
+@end
+
 @implementation MoorlinePanelContent
 
 // Qt resizes its view too, when the widget is resized. Filling works whoever was first; an autoresizing mask adds the
@@ -50,3 +59,14 @@
 }
 
 @end
+
+namespace moorline {
+
+void embed(QWidget &widget, NSView *content)
+{
+    NSView *view = (__bridge NSView *)reinterpret_cast<void *>(widget.winId());
+    view.frame = content.bounds;
+    [content addSubview:view];
+}
+
+} // namespace moorline

@@ -25,6 +25,12 @@ void write(xcb_connection_t *connection, xcb_window_t window, xcb_atom_t name, x
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, name, type, 32, size, values.data());
 }
 
+void writeClass(xcb_connection_t *connection, xcb_window_t window)
+{
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
+        static_cast<std::uint32_t>(windowClass.size()), windowClass.data());
+}
+
 } // namespace
 
 void writePanelHints(xcb_connection_t *connection, const XConnection &atoms, xcb_window_t panel)
@@ -38,8 +44,14 @@ void writePanelHints(xcb_connection_t *connection, const XConnection &atoms, xcb
     write<1>(connection, panel, atom(XAtom::netWmPid), XCB_ATOM_CARDINAL,
         {static_cast<std::uint32_t>(QCoreApplication::applicationPid())});
     write(connection, panel, XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, noInputHints);
-    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, panel, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
-        static_cast<std::uint32_t>(windowClass.size()), windowClass.data());
+    writeClass(connection, panel);
+    xcb_flush(connection);
+}
+
+void writePopupHints(xcb_connection_t *connection, const XConnection &atoms, xcb_window_t popup, XAtom type)
+{
+    write<1>(connection, popup, atoms.atom(XAtom::netWmWindowType), XCB_ATOM_ATOM, {atoms.atom(type)});
+    writeClass(connection, popup);
     xcb_flush(connection);
 }
 

@@ -1,11 +1,10 @@
 #include "platform/linux/x11/X11PanelWindow.h"
 
 #include "platform/linux/x11/PanelHints.h"
+#include "platform/linux/x11/QtConnection.h"
 #include "platform/linux/x11/X11Coordinates.h"
 #include "platform/linux/x11/XConnection.h"
 
-#include <QGuiApplication>
-#include <QtGui/qguiapplication_platform.h>
 #include <algorithm>
 #include <cmath>
 
@@ -26,18 +25,6 @@ QRectF clamped(const QRectF &frame, qreal scale)
     const qreal limit = std::floor(maximumLength / scale);
     return {clamped(frame.x(), -limit, limit), clamped(frame.y(), -limit, limit), clamped(frame.width(), 1, limit),
         clamped(frame.height(), 1, limit)};
-}
-
-xcb_connection_t *qtConnection()
-{
-    return qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
-}
-
-/// Returns when the server has done all that Qt asked for, so that the other connection may build on it.
-void waitForQt()
-{
-    const XReply<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(qtConnection(), xcb_get_input_focus(qtConnection()), nullptr));
 }
 
 xcb_window_t nativeWindow(const QWidget &panel)

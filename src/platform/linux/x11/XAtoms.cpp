@@ -32,6 +32,8 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(XAtom::count)> a
     "_NET_WM_WINDOW_TYPE_DIALOG",
     "_NET_WM_WINDOW_TYPE_DOCK",
     "_NET_WM_WINDOW_TYPE_NORMAL",
+    "_NET_WM_WINDOW_TYPE_POPUP_MENU",
+    "_NET_WM_WINDOW_TYPE_TOOLTIP",
     "_NET_WM_WINDOW_TYPE_UTILITY",
     "UTF8_STRING",
 };

@@ -31,6 +31,8 @@ enum class XAtom : std::size_t {
     netWmWindowTypeDialog,
     netWmWindowTypeDock,
     netWmWindowTypeNormal,
+    netWmWindowTypePopupMenu,
+    netWmWindowTypeTooltip,
     netWmWindowTypeUtility,
     utf8String,
     count,

@@ -5,6 +5,7 @@
 #include <xcb/randr.h>
 #include <xcb/shape.h>
 #include <xcb/xfixes.h>
+#include <xcb/xinput.h>
 
 namespace moorline {
 
@@ -26,6 +27,19 @@ std::optional<std::uint8_t> firstEvent(xcb_connection_t *connection, xcb_extensi
 {
     const xcb_query_extension_reply_t *data = xcb_get_extension_data(connection, &extension);
     return data && data->present ? std::optional(data->first_event) : std::nullopt;
+}
+
+/// The opcode of version 2.2 of the input extension, which reports presses also while another program holds on to the
+/// pointer. Zero where there is none.
+std::uint8_t inputOpcode(xcb_connection_t *connection)
+{
+    const xcb_query_extension_reply_t *data = xcb_get_extension_data(connection, &xcb_input_id);
+    if (!data || !data->present)
+        return 0;
+    const XReply<xcb_input_xi_query_version_reply_t> version(
+        xcb_input_xi_query_version_reply(connection, xcb_input_xi_query_version(connection, 2, 2), nullptr));
+    const bool isNewEnough = version && version->major_version == 2 && version->minor_version >= 1;
+    return isNewEnough ? data->major_opcode : std::uint8_t{0};
 }
 
 /// Both extensions stay mute until they were told which version the program speaks.
@@ -64,10 +78,12 @@ XConnection::XConnection(NativeConnection native, const xcb_screen_t *screen, in
     , m_screen(screen)
     , m_atoms(m_native.get())
     , m_firstEvents(firstEvents)
+    , m_inputOpcode(inputOpcode(m_native.get()))
     , m_notifier(xcb_get_file_descriptor(m_native.get()), QSocketNotifier::Read)
 {
     watchRoot();
     watchCompositor(screenNumber);
+    createOwnWindow();
     connect(&m_notifier, &QSocketNotifier::activated, this, &XConnection::readEvents);
     // A single question may take events off the socket as well; they are reported before the program sleeps.
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
@@ -94,6 +110,29 @@ void XConnection::watch(xcb_window_t window) const
     constexpr std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(m_native.get(), window, XCB_CW_EVENT_MASK, &mask);
     xcb_shape_select_input(m_native.get(), window, true);
+}
+
+xcb_timestamp_t XConnection::serverTime()
+{
+    xcb_change_property(m_native.get(), XCB_PROP_MODE_APPEND, m_ownWindow, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0, "");
+    // Once this is answered, the event about the property is here.
+    const XReply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(m_native.get(), xcb_get_input_focus(m_native.get()), nullptr));
+    dispatchQueuedEvents();
+    return m_serverTime;
+}
+
+void XConnection::setReportsPresses(bool reports)
+{
+    if (m_inputOpcode == 0)
+        return;
+    struct {
+        xcb_input_event_mask_t head;
+        std::uint32_t mask;
+    } const selection{
+        {XCB_INPUT_DEVICE_ALL_MASTER, 1}, reports ? std::uint32_t{XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS} : 0U};
+    xcb_input_xi_select_events(m_native.get(), root(), 1, &selection.head);
+    xcb_flush(m_native.get());
 }
 
 void XConnection::reportSoon()
@@ -133,6 +172,14 @@ void XConnection::watchCompositor(int screenNumber)
     m_isComposited = owner && owner->owner != XCB_WINDOW_NONE;
 }
 
+void XConnection::createOwnWindow()
+{
+    constexpr std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    m_ownWindow = xcb_generate_id(m_native.get());
+    xcb_create_window(m_native.get(), 0, m_ownWindow, root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+        XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
+}
+
 void XConnection::readEvents()
 {
     if (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(m_native.get())})
@@ -157,6 +204,10 @@ void XConnection::dispatch(const xcb_generic_event_t &event)
     switch (event.response_type) {
     case XCB_PROPERTY_NOTIFY: {
         const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
+        if (change.window == m_ownWindow) {
+            m_serverTime = change.time;
+            break;
+        }
         Q_EMIT propertyChanged(change.window, change.atom);
         break;
     }
@@ -169,6 +220,9 @@ void XConnection::dispatch(const xcb_generic_event_t &event)
     case XCB_GRAVITY_NOTIFY:
     case XCB_CIRCULATE_NOTIFY:
         Q_EMIT structureChanged(event);
+        break;
+    case XCB_GE_GENERIC:
+        dispatchInput(reinterpret_cast<const xcb_ge_generic_event_t &>(event));
         break;
     default:
         dispatchExtension(event.response_type, event);
@@ -189,6 +243,12 @@ void XConnection::dispatchExtension(std::uint8_t type, const xcb_generic_event_t
         m_isComposited = change.owner != XCB_WINDOW_NONE;
         Q_EMIT compositionChanged();
     }
+}
+
+void XConnection::dispatchInput(const xcb_ge_generic_event_t &event)
+{
+    if (event.extension == m_inputOpcode && event.event_type == XCB_INPUT_RAW_BUTTON_PRESS)
+        Q_EMIT buttonPressed(reinterpret_cast<const xcb_input_raw_button_press_event_t &>(event).detail);
 }
 
 } // namespace moorline

@@ -32,6 +32,12 @@ public:
     /// Begins to report changes of the window's properties, place and shape. Harmless for a window that is gone.
     void watch(xcb_window_t window) const;
 
+    /// The server's clock now, in the milliseconds that requests and events are stamped with.
+    [[nodiscard]] xcb_timestamp_t serverTime();
+
+    /// Whether presses of mouse buttons over any window are reported. They are not, to begin with.
+    void setReportsPresses(bool reports);
+
     /// Reports in the next turn what came while replies were waited for. The socket has nothing left to notify of then.
     void reportSoon();
 
@@ -47,6 +53,8 @@ Q_SIGNALS:
     void shapeChanged(xcb_window_t window);
     void monitorsChanged();
     void compositionChanged();
+    /// `button` as the server counts them, the wheel's included.
+    void buttonPressed(std::uint32_t button);
 
 private:
     struct Disconnecter {
@@ -63,10 +71,12 @@ private:
 
     void watchRoot();
     void watchCompositor(int screenNumber);
+    void createOwnWindow();
     void readEvents();
     void dispatchQueuedEvents();
     void dispatch(const xcb_generic_event_t &event);
     void dispatchExtension(std::uint8_t type, const xcb_generic_event_t &event);
+    void dispatchInput(const xcb_ge_generic_event_t &event);
 
     NativeConnection m_native;
     const xcb_screen_t *m_screen;
@@ -74,6 +84,11 @@ private:
     FirstEvents m_firstEvents;
     xcb_atom_t m_compositorSelection = XCB_ATOM_NONE;
     bool m_isComposited = false;
+    /// Zero where the server lacks the extension.
+    std::uint8_t m_inputOpcode = 0;
+    /// Never shown; its property changes tell the time.
+    xcb_window_t m_ownWindow = XCB_WINDOW_NONE;
+    xcb_timestamp_t m_serverTime = XCB_CURRENT_TIME;
     QSocketNotifier m_notifier;
 };
 

@@ -65,11 +65,14 @@ extern "C" const NSNotificationName NSWorkspaceDidTerminateApplicationNotificati
 
 // https://developer.apple.com/documentation/appkit/nsevent/eventtype
 enum NSEventType : NSUInteger {
+    NSEventTypeLeftMouseDown = 1,
     NSEventTypeLeftMouseUp = 2,
+    NSEventTypeRightMouseDown = 3,
     NSEventTypeRightMouseUp = 4,
     NSEventTypeMouseMoved = 5,
     NSEventTypeLeftMouseDragged = 6,
     NSEventTypeRightMouseDragged = 7,
+    NSEventTypeOtherMouseDown = 25,
     NSEventTypeOtherMouseUp = 26,
     NSEventTypeOtherMouseDragged = 27,
 };
@@ -77,6 +80,9 @@ enum NSEventType : NSUInteger {
 // https://developer.apple.com/documentation/appkit/nsevent/eventtypemask
 typedef unsigned long long NSEventMask;
 enum : NSEventMask {
+    NSEventMaskLeftMouseDown = 1ULL << NSEventTypeLeftMouseDown,
+    NSEventMaskRightMouseDown = 1ULL << NSEventTypeRightMouseDown,
+    NSEventMaskOtherMouseDown = 1ULL << NSEventTypeOtherMouseDown,
     NSEventMaskLeftMouseUp = 1ULL << NSEventTypeLeftMouseUp,
     NSEventMaskRightMouseUp = 1ULL << NSEventTypeRightMouseUp,
     NSEventMaskMouseMoved = 1ULL << NSEventTypeMouseMoved,
@@ -158,6 +164,9 @@ enum NSWindowAnimationBehavior : NSInteger {
 // https://developer.apple.com/documentation/appkit/nswindow/level-swift.struct
 typedef NSInteger NSWindowLevel;
 
+// https://developer.apple.com/documentation/appkit/nswindow/level-swift.struct/popupmenu
+static const NSWindowLevel NSPopUpMenuWindowLevel = 101;
+
 // https://developer.apple.com/documentation/appkit/nswindow
 @interface NSWindow : NSResponder
 @property (readonly) NSRect frame;
@@ -188,6 +197,12 @@ typedef NSInteger NSWindowLevel;
 - (void)setFrame:(NSRect)frameRect display:(BOOL)flag;
 // https://developer.apple.com/documentation/appkit/nswindow/orderfrontregardless()
 - (void)orderFrontRegardless;
+// https://developer.apple.com/documentation/appkit/nswindow/orderout(_:)
+- (void)orderOut:(id)sender;
+// https://developer.apple.com/documentation/appkit/nswindow/makekey()
+- (void)makeKeyWindow;
+// https://developer.apple.com/documentation/appkit/nswindow/makefirstresponder(_:)
+- (BOOL)makeFirstResponder:(NSResponder *)responder;
 // https://developer.apple.com/documentation/appkit/nswindow/close()
 - (void)close;
 @end

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QGraphicsObject>
+#include <optional>
+
+namespace moorline {
+
+/// What of the bar a window above it belongs to.
+struct BarAnchor {
+    BarAnchor(QGraphicsObject &anchorItem, std::optional<QRectF> anchorPart = std::nullopt)
+        : item(&anchorItem)
+        , part(anchorPart)
+    {
+    }
+
+    /// In the coordinates of the scene.
+    [[nodiscard]] QRectF frame() const;
+
+    bool operator==(const BarAnchor &) const = default;
+
+    QGraphicsObject *item;
+    /// In the item's own coordinates; the whole of it where absent. A part without an extent is a place on the item
+    /// and not something that can be pressed again.
+    std::optional<QRectF> part;
+};
+
+} // namespace moorline

@@ -1,0 +1,164 @@
+#include "chrome/BarStage.h"
+
+#include "chrome/HelpTag.h"
+#include "chrome/MenuView.h"
+#include "chrome/Popover.h"
+#include "chrome/PopupPlacement.h"
+#include "platform/PanelWindow.h"
+
+namespace moorline {
+
+namespace {
+
+/// White text has to be readable on it.
+constexpr int highlightDarkness = 160;
+
+} // namespace
+
+BarStage::BarStage(Context context, QObject *parent)
+    : QObject(parent)
+    , m_context(context)
+    , m_help(std::make_unique<HelpTag>(context.windows, context.clock))
+{
+    connect(&context.screens, &Screens::screensChanged, this, [this] {
+        hideHelp();
+        close();
+    });
+}
+
+BarStage::~BarStage()
+{
+    close();
+}
+
+void BarStage::openMenu(const BarAnchor &anchor, const Menu &menu)
+{
+    const QColor highlight = m_accent.darker(highlightDarkness);
+    open(anchor, std::make_unique<MenuView>(m_context.windows, m_context.symbols, menu, highlight), true);
+}
+
+void BarStage::openPopover(const BarAnchor &anchor, std::unique_ptr<PopoverContent> content)
+{
+    open(anchor, std::make_unique<Popover>(m_context.windows, std::move(content)), false);
+}
+
+void BarStage::open(const BarAnchor &anchor, std::unique_ptr<BarPopup> popup, bool isMenu)
+{
+    const bool isAskedTwice = m_popup && m_anchor == anchor;
+    close();
+    hideHelp();
+    if (isAskedTwice || m_context.screens.screens().isEmpty())
+        return;
+    m_hold = hold();
+    m_popup = std::move(popup);
+    m_anchor = anchor;
+    m_isMenu = isMenu;
+    placePopup();
+    m_presses = m_context.windows.watchPresses([this](const QPointF &place) { pressed(place); });
+    followAnchor();
+    connect(m_popup.get(), &BarPopup::dismissed, this, &BarStage::close);
+    connect(m_popup.get(), &BarPopup::naturalSizeChanged, this, &BarStage::placePopup);
+    m_popup->orderFront();
+    Q_EMIT openChanged();
+}
+
+void BarStage::followAnchor()
+{
+    QGraphicsObject *item = m_anchor->item;
+    m_anchorConnections = {connect(item, &QObject::destroyed, this, &BarStage::close),
+        connect(item, &QGraphicsObject::visibleChanged, this, [this, item] {
+            if (!item->isVisible())
+                close();
+        })};
+}
+
+void BarStage::close()
+{
+    if (!m_popup)
+        return;
+    for (const QMetaObject::Connection &connection : m_anchorConnections)
+        disconnect(connection);
+    m_anchorConnections.clear();
+    m_presses.reset();
+    m_anchor.reset();
+    m_popup->disconnect(this);
+    m_popup->orderOut();
+    dispose(std::move(m_popup));
+    m_hold = {};
+    Q_EMIT openChanged();
+}
+
+void BarStage::dispose(std::unique_ptr<BarPopup> popup)
+{
+    m_closed.push_back(std::move(popup));
+    QMetaObject::invokeMethod(
+        this, [this] { m_closed.clear(); }, Qt::QueuedConnection);
+}
+
+void BarStage::showHelp(const BarAnchor &anchor, const QString &text)
+{
+    if (m_popup || m_context.screens.screens().isEmpty())
+        return;
+    m_help->setText(text);
+    place(*m_help, anchor);
+    m_help->orderFront();
+}
+
+void BarStage::hideHelp()
+{
+    m_help->orderOut();
+}
+
+BarStage::DragHold BarStage::beginDrag(QWidget &source)
+{
+    return {hold(), m_context.windows.grabKeyboard(*source.window())};
+}
+
+void BarStage::setBody(const QPainterPath &body)
+{
+    m_body = body;
+    if (m_popup)
+        placePopup();
+}
+
+bool BarStage::takesPress(const QPointF &place, Qt::MouseButton button)
+{
+    if (!m_popup)
+        return false;
+    const bool isTaken = m_anchor->frame().contains(place) || (m_isMenu && button == Qt::LeftButton);
+    close();
+    return isTaken;
+}
+
+void BarStage::pressed(const QPointF &place)
+{
+    // A press on the bar comes by way of takesPress(), which may be sooner or later than this.
+    if (!m_popup->frame().contains(place) && !m_body.contains(inScene(place)))
+        close();
+}
+
+QRectF BarStage::onScreen(const QRectF &sceneRect) const
+{
+    const QRectF panel = m_context.panel.frame();
+    return {panel.x() + sceneRect.x(), panel.bottom() - sceneRect.bottom(), sceneRect.width(), sceneRect.height()};
+}
+
+QPointF BarStage::inScene(const QPointF &place) const
+{
+    const QRectF panel = m_context.panel.frame();
+    return {place.x() - panel.x(), panel.bottom() - place.y()};
+}
+
+void BarStage::placePopup()
+{
+    place(*m_popup, *m_anchor);
+}
+
+void BarStage::place(BarPopup &popup, const BarAnchor &anchor) const
+{
+    const QRectF frame = onScreen(anchor.frame());
+    if (const auto screen = screenNearest(m_context.screens.screens(), frame.center()))
+        popup.setFrame(popupFrame(popup.naturalSize(), frame, onScreen(m_body.boundingRect()), screen->frame));
+}
+
+} // namespace moorline

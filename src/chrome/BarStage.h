@@ -1,0 +1,104 @@
+#pragma once
+
+#include "chrome/BarAnchor.h"
+#include "chrome/BarHolds.h"
+#include "chrome/Menu.h"
+#include "platform/PopupWindows.h"
+
+#include <QColor>
+#include <QPainterPath>
+#include <vector>
+
+namespace moorline {
+
+class BarPopup;
+class Clock;
+class HelpTag;
+class PanelWindow;
+class PopoverContent;
+class Screens;
+class Symbols;
+
+/// What the items of the bar ask of the bar around them: to open a menu or a popover above them, to tell about them,
+/// and to keep the bar where it is. One menu or popover is open at a time, and no help tag beside it. It closes on
+/// Escape, on a press elsewhere, when it has done its part, and when what it belongs to goes.
+class BarStage final : public QObject {
+    Q_OBJECT
+public:
+    /// What the stage is built on. Everything lent here outlives it.
+    struct Context {
+        PopupWindows &windows;
+        const Screens &screens;
+        const PanelWindow &panel;
+        Clock &clock;
+        const Symbols &symbols;
+        BarHolds &holds;
+    };
+    /// What a drag out of the bar needs for as long as it lasts.
+    struct DragHold {
+        BarHolds::Token bar;
+        std::unique_ptr<PopupWindows::Handle> keyboard;
+    };
+
+    explicit BarStage(Context context, QObject *parent = nullptr);
+    ~BarStage() override;
+
+    /// Opens a menu above its anchor, and closes what was open. Where the same anchor has something open already, that
+    /// is all it does: whoever asks twice wants it gone.
+    void openMenu(const BarAnchor &anchor, const Menu &menu);
+    /// The same with a popover around `content`.
+    void openPopover(const BarAnchor &anchor, std::unique_ptr<PopoverContent> content);
+    void close();
+    [[nodiscard]] bool isOpen() const { return m_popup != nullptr; }
+    [[nodiscard]] bool isOpenAt(const QGraphicsObject &item) const { return m_popup && m_anchor->item == &item; }
+
+    /// Shows what there is to tell about something of the bar. Nothing while a menu or a popover is open.
+    void showHelp(const BarAnchor &anchor, const QString &text);
+    void hideHelp();
+    [[nodiscard]] const HelpTag &helpTag() const { return *m_help; }
+
+    /// Keeps the bar where it is as long as the answer lives.
+    [[nodiscard]] BarHolds::Token hold() { return m_context.holds.take(); }
+    /// For as long as the answer lives, the bar stays where it is and Escape is seen, whichever program has the
+    /// keyboard. `source` is any widget of the bar's panel.
+    [[nodiscard]] DragHold beginDrag(QWidget &source);
+
+    // For what holds the scene.
+
+    /// Where the bar is drawn and takes input, in the coordinates of the scene, which are those of the panel.
+    void setBody(const QPainterPath &body);
+    /// The highlight of menus goes by it.
+    void setAccent(const QColor &accent) { m_accent = accent; }
+    /// Tells of a press on the bar before the scene learns of it. True when all it does is to close what was open, so
+    /// that the scene shall not learn of it: a press on the anchor, or a left one while a menu is open.
+    [[nodiscard]] bool takesPress(const QPointF &place, Qt::MouseButton button);
+
+Q_SIGNALS:
+    /// Something opened or closed.
+    void openChanged();
+
+private:
+    void open(const BarAnchor &anchor, std::unique_ptr<BarPopup> popup, bool isMenu);
+    void followAnchor();
+    void placePopup();
+    void pressed(const QPointF &place);
+    void dispose(std::unique_ptr<BarPopup> popup);
+    [[nodiscard]] QRectF onScreen(const QRectF &sceneRect) const;
+    [[nodiscard]] QPointF inScene(const QPointF &place) const;
+    void place(BarPopup &popup, const BarAnchor &anchor) const;
+
+    Context m_context;
+    QPainterPath m_body;
+    QColor m_accent;
+    std::unique_ptr<HelpTag> m_help;
+    std::unique_ptr<BarPopup> m_popup;
+    std::optional<BarAnchor> m_anchor;
+    bool m_isMenu = false;
+    BarHolds::Token m_hold;
+    std::unique_ptr<PopupWindows::Handle> m_presses;
+    std::vector<QMetaObject::Connection> m_anchorConnections;
+    /// Closed, and perhaps still in an event of their own.
+    std::vector<std::unique_ptr<BarPopup>> m_closed;
+};
+
+} // namespace moorline

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QObject>
+#include <QPointF>
+#include <QRectF>
+#include <functional>
+#include <memory>
+
+QT_BEGIN_NAMESPACE
+class QWidget;
+QT_END_NAMESPACE
+
+namespace moorline {
+
+/// What a window above the bar is, for systems that have a word for it.
+enum class PopupKind { menu, popover, helpTag };
+
+/// The native half of one window above the bar: it floats above the panel on every space and is in no list of windows.
+class PopupWindow {
+public:
+    PopupWindow() = default;
+    virtual ~PopupWindow() = default;
+    Q_DISABLE_COPY_MOVE(PopupWindow)
+
+    /// In points, origin at the bottom left of the primary screen.
+    virtual void setFrame(const QRectF &frame) = 0;
+    /// Shows the window above the panel. The keyboard stays where it is.
+    virtual void orderFront() = 0;
+    /// Gives the keyboard to the window, which has to be shown.
+    virtual void takeKeyboard() = 0;
+    /// Hides the window. The keyboard goes back to the window it was taken from, unless somebody else took it since.
+    virtual void orderOut() = 0;
+};
+
+/// What the system does for windows above the bar, and for drags out of it.
+class PopupWindows : public QObject {
+    Q_OBJECT
+public:
+    /// Something that lasts as long as this lives.
+    class Handle {
+    public:
+        Handle() = default;
+        virtual ~Handle() = default;
+        Q_DISABLE_COPY_MOVE(Handle)
+    };
+    using Pressed = std::function<void(const QPointF &)>;
+
+    using QObject::QObject;
+
+    /// Makes the native window of `window`, a top-level widget that was never shown and that outlives the answer.
+    [[nodiscard]] virtual std::unique_ptr<PopupWindow> adopt(QWidget &window, PopupKind kind) = 0;
+
+    /// Whether a window may be transparent in part, as round corners are.
+    [[nodiscard]] virtual bool isComposited() const = 0;
+
+    /// Tells of every press of a mouse button from now on, over whichever program's window, and where it was: in
+    /// points, origin at the bottom left of the primary screen. The handle may go while it is told of one.
+    [[nodiscard]] virtual std::unique_ptr<Handle> watchPresses(Pressed pressed) = 0;
+
+    /// Leads every key to this program, by way of `window`, which has to be shown: in a drag, Escape has to be seen
+    /// whichever window has the keyboard. Null when another program holds on to the keyboard, or when the system sees
+    /// to it by itself.
+    [[nodiscard]] virtual std::unique_ptr<Handle> grabKeyboard(QWidget &window) = 0;
+
+Q_SIGNALS:
+    void compositionChanged();
+};
+
+} // namespace moorline

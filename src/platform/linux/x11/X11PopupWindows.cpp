@@ -1,0 +1,90 @@
+#include "platform/linux/x11/X11PopupWindows.h"
+
+#include "platform/linux/x11/X11Pointer.h"
+#include "platform/linux/x11/X11PopupWindow.h"
+#include "platform/linux/x11/XConnection.h"
+
+#include <QWindow>
+
+namespace moorline {
+
+namespace {
+
+/// The buttons after the third are the wheel, and what lies on the side of some mice.
+constexpr std::uint32_t lastButton = 3;
+
+class PressWatch final : public PopupWindows::Handle {
+public:
+    PressWatch(XConnection &connection, PopupWindows::Pressed pressed)
+        : m_connection(connection)
+        , m_pressed(std::move(pressed))
+    {
+        // Queued, as the connection may learn of a press in the middle of another question.
+        QObject::connect(
+            &connection, &XConnection::buttonPressed, &m_context, [this](std::uint32_t button) { tell(button); },
+            Qt::QueuedConnection);
+        connection.setReportsPresses(true);
+    }
+    ~PressWatch() override { m_connection.setReportsPresses(false); }
+
+private:
+    void tell(std::uint32_t button) const
+    {
+        if (button > lastButton)
+            return;
+        // The watch may go with the call.
+        const PopupWindows::Pressed pressed = m_pressed;
+        pressed(X11Pointer(m_connection).location());
+    }
+
+    XConnection &m_connection;
+    PopupWindows::Pressed m_pressed;
+    QObject m_context;
+};
+
+class KeyboardGrab final : public PopupWindows::Handle {
+public:
+    explicit KeyboardGrab(QWindow &window)
+        : m_window(&window)
+    {
+    }
+    ~KeyboardGrab() override
+    {
+        if (m_window)
+            m_window->setKeyboardGrabEnabled(false);
+    }
+
+private:
+    QPointer<QWindow> m_window;
+};
+
+} // namespace
+
+X11PopupWindows::X11PopupWindows(XConnection &connection)
+    : m_connection(connection)
+{
+    connect(&connection, &XConnection::compositionChanged, this, &PopupWindows::compositionChanged);
+}
+
+std::unique_ptr<PopupWindow> X11PopupWindows::adopt(QWidget &window, PopupKind kind)
+{
+    return std::make_unique<X11PopupWindow>(m_connection, window, kind);
+}
+
+bool X11PopupWindows::isComposited() const
+{
+    return m_connection.isComposited();
+}
+
+std::unique_ptr<PopupWindows::Handle> X11PopupWindows::watchPresses(Pressed pressed)
+{
+    return std::make_unique<PressWatch>(m_connection, std::move(pressed));
+}
+
+std::unique_ptr<PopupWindows::Handle> X11PopupWindows::grabKeyboard(QWidget &window)
+{
+    QWindow *handle = window.windowHandle();
+    return handle && handle->setKeyboardGrabEnabled(true) ? std::make_unique<KeyboardGrab>(*handle) : nullptr;
+}
+
+} // namespace moorline

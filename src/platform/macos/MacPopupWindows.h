@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/PopupWindows.h"
+
+namespace moorline {
+
+/// Panels beside the bar's. The window server always blends windows, and a drag sees Escape by itself.
+class MacPopupWindows final : public PopupWindows {
+    Q_OBJECT
+public:
+    using PopupWindows::PopupWindows;
+
+    [[nodiscard]] std::unique_ptr<PopupWindow> adopt(QWidget &window, PopupKind kind) override;
+    [[nodiscard]] bool isComposited() const override { return true; }
+    [[nodiscard]] std::unique_ptr<Handle> watchPresses(Pressed pressed) override;
+    [[nodiscard]] std::unique_ptr<Handle> grabKeyboard(QWidget &window) override;
+};
+
+} // namespace moorline

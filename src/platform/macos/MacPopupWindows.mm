@@ -1,0 +1,52 @@
+#import "platform/macos/MacPopupWindows.h"
+
+#import "platform/macos/EventMonitor.h"
+#import "platform/macos/MacPointer.h"
+#import "platform/macos/MacPopupWindow.h"
+
+namespace moorline {
+
+namespace {
+
+constexpr NSEventMask presses = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown | NSEventMaskOtherMouseDown;
+
+class PressWatch final : public PopupWindows::Handle {
+public:
+    explicit PressWatch(PopupWindows::Pressed pressed)
+        : m_pressed(std::move(pressed))
+        , m_monitor(presses, [this] { tellSoon(); })
+    {
+    }
+
+private:
+    /// Not from within the monitor, which may go with the call.
+    void tellSoon()
+    {
+        const QPointF place = MacPointer().location();
+        QMetaObject::invokeMethod(
+            &m_context, [pressed = m_pressed, place] { pressed(place); }, Qt::QueuedConnection);
+    }
+
+    PopupWindows::Pressed m_pressed;
+    QObject m_context;
+    EventMonitor m_monitor;
+};
+
+} // namespace
+
+std::unique_ptr<PopupWindow> MacPopupWindows::adopt(QWidget &window, PopupKind kind)
+{
+    return std::make_unique<MacPopupWindow>(window, kind);
+}
+
+std::unique_ptr<PopupWindows::Handle> MacPopupWindows::watchPresses(Pressed pressed)
+{
+    return std::make_unique<PressWatch>(std::move(pressed));
+}
+
+std::unique_ptr<PopupWindows::Handle> MacPopupWindows::grabKeyboard([[maybe_unused]] QWidget &window)
+{
+    return nullptr;
+}
+
+} // namespace moorline

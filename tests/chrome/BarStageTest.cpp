@@ -1,0 +1,314 @@
+#include "chrome/BarStage.h"
+
+#include "StageFixture.h"
+#include "harness/TestCase.h"
+
+#include <QApplication>
+#include <QSignalSpy>
+
+using namespace moorline;
+using namespace moorline::test;
+using namespace std::chrono_literals;
+
+class BarStageTest final : public TestCase {
+    Q_OBJECT
+private Q_SLOTS:
+    void aPopoverStandsAboveItsAnchor()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        QVERIFY(fixture.stage.isOpen());
+        QVERIFY(fixture.stage.isOpenAt(*fixture.icon));
+        QVERIFY(!fixture.stage.isOpenAt(*fixture.other));
+        // The icon's middle is 303 points into the panel; the pill's upper edge is 13 points below that of the panel.
+        QCOMPARE(fixture.open()->frame(), QRectF(420 + 303 - 100, -11 + 98 - 13 + 6, 200, 150));
+    }
+
+    void aMenuStandsAboveThePlaceItWasAskedForAt()
+    {
+        StageFixture fixture;
+        fixture.stage.openMenu({*fixture.icon, QRectF(3, 40, 0, 0)}, fixture.menu());
+        QCOMPARE(fixture.open()->frame().center().x(),
+            std::round(420 + 283 - fixture.open()->width() / 2.0) + fixture.open()->width() / 2.0);
+        QCOMPARE(fixture.open()->frame().top(), 80.0);
+    }
+
+    void whatIsOpenKeepsTheBarWhereItIs()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        QVERIFY(fixture.holds.isHeld());
+        fixture.stage.openMenu(*fixture.other, fixture.menu());
+        QVERIFY(fixture.holds.isHeld());
+        fixture.stage.close();
+        QVERIFY(!fixture.holds.isHeld());
+    }
+
+    void openingAnotherClosesTheFirst()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        const QPointer<BarPopup> first = fixture.open();
+        fixture.stage.openMenu(*fixture.other, fixture.menu());
+        QCOMPARE(fixture.windows.shown.size(), 1);
+        QVERIFY(fixture.open() != first);
+        QVERIFY(fixture.stage.isOpenAt(*fixture.other));
+        QCoreApplication::processEvents();
+        QVERIFY(!first);
+    }
+
+    void askingTwiceCloses()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        fixture.openPopover(*fixture.icon);
+        QVERIFY(!fixture.stage.isOpen());
+        QVERIFY(fixture.windows.shown.isEmpty());
+        fixture.openPopover(*fixture.icon);
+        QVERIFY(fixture.stage.isOpen());
+    }
+
+    void aMenuAtAnotherPlaceOfTheSameItemOpensThere()
+    {
+        StageFixture fixture;
+        fixture.stage.openMenu({*fixture.icon, QRectF(3, 40, 0, 0)}, fixture.menu());
+        const QRectF first = fixture.open()->frame();
+        fixture.stage.openMenu({*fixture.icon, QRectF(33, 40, 0, 0)}, fixture.menu());
+        QCOMPARE(fixture.open()->frame(), first.translated(30, 0));
+    }
+
+    void theKeyboardIsTakenOnlyWhereItIsNeeded()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon, false);
+        QVERIFY(!fixture.windows.keyboardOwner);
+        fixture.openPopover(*fixture.other, true);
+        QCOMPARE(fixture.windows.keyboardOwner, fixture.open());
+        fixture.stage.close();
+        QVERIFY(!fixture.windows.keyboardOwner);
+        fixture.stage.openMenu(*fixture.icon, fixture.menu());
+        QCOMPARE(fixture.windows.keyboardOwner, fixture.open());
+    }
+
+    void escapeCloses()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon, true);
+        QTest::keyClick(fixture.open(), Qt::Key_A);
+        QVERIFY(fixture.stage.isOpen());
+        QTest::keyClick(fixture.open(), Qt::Key_Escape);
+        QVERIFY(!fixture.stage.isOpen());
+        fixture.stage.openMenu(*fixture.icon, fixture.menu());
+        QTest::keyClick(fixture.open(), Qt::Key_Escape);
+        QVERIFY(!fixture.stage.isOpen());
+    }
+
+    void aPressElsewhereCloses()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        fixture.windows.press(fixture.open()->frame().center());
+        QVERIFY(fixture.stage.isOpen());
+        fixture.windows.press({10, 800});
+        QVERIFY(!fixture.stage.isOpen());
+        QVERIFY(fixture.windows.watches.empty());
+    }
+
+    void aPressOnTheBarIsTheBarsToTell()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        // Of the panel, the bar begins 80 points from the left and 13 from the top.
+        fixture.windows.press({420 + 81, 73});
+        QVERIFY(fixture.stage.isOpen());
+        fixture.windows.press({420 + 79, 73});
+        QVERIFY(!fixture.stage.isOpen());
+    }
+
+    void aPressOnTheAnchorOnlyCloses()
+    {
+        for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton}) {
+            StageFixture fixture;
+            fixture.openPopover(*fixture.icon);
+            QVERIFY(fixture.stage.takesPress({300, 50}, button));
+            QVERIFY(!fixture.stage.isOpen());
+            QVERIFY(!fixture.stage.takesPress({300, 50}, button));
+        }
+    }
+
+    void aPressBesideTheAnchorClosesAndGoesOn()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        QVERIFY(!fixture.stage.takesPress({400, 50}, Qt::LeftButton));
+        QVERIFY(!fixture.stage.isOpen());
+    }
+
+    void aLeftPressBesideAMenuOnlyCloses()
+    {
+        StageFixture fixture;
+        fixture.stage.openMenu(*fixture.icon, fixture.menu());
+        QVERIFY(fixture.stage.takesPress({400, 50}, Qt::LeftButton));
+        QVERIFY(!fixture.stage.isOpen());
+        fixture.stage.openMenu(*fixture.icon, fixture.menu());
+        QVERIFY(!fixture.stage.takesPress({400, 50}, Qt::RightButton));
+        QVERIFY(!fixture.stage.isOpen());
+    }
+
+    void contentThatIsDoneCloses()
+    {
+        StageFixture fixture;
+        TestContent &content = fixture.openPopover(*fixture.icon);
+        Q_EMIT content.finished();
+        QVERIFY(!fixture.stage.isOpen());
+        QVERIFY(!fixture.holds.isHeld());
+    }
+
+    void choosingClosesFirstAndActsThen()
+    {
+        StageFixture fixture;
+        bool wasHeld = true;
+        bool hadKeyboard = true;
+        fixture.stage.openMenu(*fixture.icon, {{.title = QStringLiteral("Quit"), .action = [&] {
+                                                    wasHeld = fixture.holds.isHeld();
+                                                    hadKeyboard = fixture.windows.keyboardOwner;
+                                                }}});
+        auto *menu = qobject_cast<MenuView *>(fixture.open());
+        QTest::mouseClick(menu->rows().first(), Qt::LeftButton);
+        QVERIFY(!fixture.stage.isOpen());
+        QVERIFY(!wasHeld);
+        QVERIFY(!hadKeyboard);
+    }
+
+    void whatBelongsToSomethingThatGoesGoesToo()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        fixture.icon->hide();
+        QVERIFY(!fixture.stage.isOpen());
+        fixture.openPopover(*fixture.other);
+        delete fixture.other;
+        QVERIFY(!fixture.stage.isOpen());
+        QVERIFY(!fixture.holds.isHeld());
+    }
+
+    void anAnchorThatIsLeftAloneIsForgotten()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        fixture.openPopover(*fixture.other);
+        fixture.icon->hide();
+        QVERIFY(fixture.stage.isOpen());
+    }
+
+    void aChangeOfTheScreensCloses()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        fixture.screens.set({FakeScreens::screen({0, 0, 1280, 800})});
+        QVERIFY(!fixture.stage.isOpen());
+    }
+
+    void withoutAScreenNothingOpens()
+    {
+        StageFixture fixture;
+        fixture.screens.set({});
+        fixture.openPopover(*fixture.icon);
+        fixture.stage.showHelp(*fixture.icon, QStringLiteral("Mail"));
+        QVERIFY(!fixture.stage.isOpen());
+        QVERIFY(fixture.windows.shown.isEmpty());
+        QVERIFY(!fixture.holds.isHeld());
+    }
+
+    void theSizeFollowsTheContent()
+    {
+        StageFixture fixture;
+        TestContent &content = fixture.openPopover(*fixture.icon);
+        content.grow({300, 100});
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        QCOMPARE(fixture.open()->frame(), QRectF(420 + 303 - 150, 80, 300, 100));
+    }
+
+    void thePlaceFollowsTheBar()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        fixture.panel.frames.append(QRectF(420, -11, 600, 132));
+        fixture.icon->setPos(280, 60);
+        fixture.stage.setBody(StageFixture::rectangle({80, 13, 440, 106}));
+        QCOMPARE(fixture.open()->frame(), QRectF(623, -11 + 132 - 13 + 6, 200, 150));
+    }
+
+    void helpIsShownAboveItsAnchor()
+    {
+        StageFixture fixture;
+        fixture.stage.showHelp(*fixture.icon, QStringLiteral("Mail"));
+        const HelpTag &tag = fixture.stage.helpTag();
+        QVERIFY(tag.isVisible());
+        QCOMPARE(tag.text(), QStringLiteral("Mail"));
+        QCOMPARE(tag.frame().top(), 80.0);
+        QVERIFY(std::abs(tag.frame().center().x() - 723) <= 0.5);
+        QVERIFY(!fixture.holds.isHeld());
+        fixture.stage.hideHelp();
+        QVERIFY(!tag.isVisible());
+    }
+
+    void helpGivesWayToWhatOpens()
+    {
+        StageFixture fixture;
+        fixture.stage.showHelp(*fixture.icon, QStringLiteral("Mail"));
+        fixture.stage.openMenu(*fixture.icon, fixture.menu());
+        QVERIFY(!fixture.stage.helpTag().isVisible());
+        fixture.stage.showHelp(*fixture.other, QStringLiteral("Mail"));
+        QVERIFY(!fixture.stage.helpTag().isVisible());
+    }
+
+    void aDragHoldsTheBarAndSeesTheKeyboard()
+    {
+        StageFixture fixture;
+        QWidget window;
+        QWidget view(&window);
+        {
+            const BarStage::DragHold drag = fixture.stage.beginDrag(view);
+            QVERIFY(fixture.holds.isHeld());
+            QCOMPARE(fixture.windows.keyboardGrabber, &window);
+        }
+        QVERIFY(!fixture.holds.isHeld());
+        QVERIFY(!fixture.windows.keyboardGrabber);
+    }
+
+    void aDragGoesOnWithoutTheKeyboard()
+    {
+        StageFixture fixture;
+        fixture.windows.isKeyboardHeldElsewhere = true;
+        QWidget window;
+        const BarStage::DragHold drag = fixture.stage.beginDrag(window);
+        QVERIFY(fixture.holds.isHeld());
+        QVERIFY(!drag.keyboard);
+    }
+
+    void openingAndClosingIsTold()
+    {
+        StageFixture fixture;
+        const QSignalSpy changes(&fixture.stage, &BarStage::openChanged);
+        fixture.openPopover(*fixture.icon);
+        QCOMPARE(changes.size(), 1);
+        fixture.stage.close();
+        QCOMPARE(changes.size(), 2);
+        fixture.stage.close();
+        QCOMPARE(changes.size(), 2);
+    }
+
+    void whatIsOpenGoesWithTheStage()
+    {
+        {
+            StageFixture fixture;
+            fixture.openPopover(*fixture.icon);
+        }
+        QVERIFY(QApplication::topLevelWidgets().isEmpty());
+    }
+};
+
+MOORLINE_TEST(BarStageTest);
+
+#include "BarStageTest.moc"

@@ -1,0 +1,112 @@
+#pragma once
+
+#include "platform/PopupWindows.h"
+
+#include <QPointer>
+#include <QWidget>
+#include <map>
+
+namespace moorline::test {
+
+/// Shows the widgets, presses where it is told to, and remembers who has the keyboard.
+class FakePopupWindows final : public PopupWindows {
+public:
+    [[nodiscard]] std::unique_ptr<PopupWindow> adopt(QWidget &window, PopupKind kind) override
+    {
+        return std::make_unique<Window>(*this, window, kind);
+    }
+    [[nodiscard]] bool isComposited() const override { return m_isComposited; }
+    [[nodiscard]] std::unique_ptr<Handle> watchPresses(Pressed pressed) override
+    {
+        return std::make_unique<Watch>(*this, std::move(pressed));
+    }
+    [[nodiscard]] std::unique_ptr<Handle> grabKeyboard(QWidget &window) override
+    {
+        return isKeyboardHeldElsewhere ? nullptr : std::make_unique<Grab>(*this, window);
+    }
+
+    void setComposited(bool isComposited)
+    {
+        m_isComposited = isComposited;
+        Q_EMIT compositionChanged();
+    }
+    /// A press of a button, on whichever program's window.
+    void press(const QPointF &place)
+    {
+        const auto told = watches;
+        for (const auto &[watch, pressed] : told) {
+            if (watches.contains(watch))
+                pressed(place);
+        }
+    }
+
+    bool isKeyboardHeldElsewhere = false;
+    /// Null while other programs have it.
+    QPointer<QWidget> keyboardOwner;
+    QPointer<QWidget> keyboardGrabber;
+    /// What is shown now, the latest last.
+    QList<QWidget *> shown;
+    QList<PopupKind> adopted;
+    std::map<Handle *, Pressed> watches;
+
+private:
+    class Window final : public PopupWindow {
+    public:
+        Window(FakePopupWindows &windows, QWidget &widget, PopupKind kind)
+            : m_windows(windows)
+            , m_widget(widget)
+        {
+            windows.adopted.append(kind);
+        }
+        ~Window() override { m_windows.shown.removeOne(&m_widget); }
+        void setFrame(const QRectF &frame) override { m_widget.resize(frame.size().toSize()); }
+        void orderFront() override
+        {
+            m_windows.shown.removeOne(&m_widget);
+            m_windows.shown.append(&m_widget);
+            m_widget.show();
+        }
+        void takeKeyboard() override { m_windows.keyboardOwner = &m_widget; }
+        void orderOut() override
+        {
+            if (m_windows.keyboardOwner == &m_widget)
+                m_windows.keyboardOwner = nullptr;
+            m_windows.shown.removeOne(&m_widget);
+            m_widget.hide();
+        }
+
+    private:
+        FakePopupWindows &m_windows;
+        QWidget &m_widget;
+    };
+
+    class Watch final : public Handle {
+    public:
+        Watch(FakePopupWindows &windows, Pressed pressed)
+            : m_windows(windows)
+        {
+            windows.watches.emplace(this, std::move(pressed));
+        }
+        ~Watch() override { m_windows.watches.erase(this); }
+
+    private:
+        FakePopupWindows &m_windows;
+    };
+
+    class Grab final : public Handle {
+    public:
+        Grab(FakePopupWindows &windows, QWidget &window)
+            : m_windows(windows)
+        {
+            windows.keyboardGrabber = &window;
+        }
+        ~Grab() override { m_windows.keyboardGrabber = nullptr; }
+
+    private:
+        FakePopupWindows &m_windows;
+    };
+
+    bool m_isComposited = true;
+};
+
+} // namespace moorline::test
