@@ -10,6 +10,9 @@ class Network : public QObject {
 public:
     using QObject::QObject;
 
+    /// Whether there is a way now. True when that cannot be told.
+    [[nodiscard]] virtual bool isReachable() const = 0;
+
 Q_SIGNALS:
     /// There is a way again after there was none. What answers names may follow a moment later.
     void becameReachable();

@@ -207,6 +207,24 @@ private Q_SLOTS:
         QCOMPARE(m_reachable->size(), 0);
     }
 
+    void knowsWhetherThereIsAWayNow()
+    {
+        watch();
+        QVERIFY(!m_monitor->isReachable());
+        write(header + viaEthernet);
+        QVERIFY(m_monitor->isReachable());
+        write({}, ipv6(anywhere, "00", "00450003"));
+        QVERIFY(m_monitor->isReachable());
+        write(header);
+        QVERIFY(!m_monitor->isReachable());
+    }
+
+    void whoWouldNotBeToldOfAWayTakesItThatThereIsOne()
+    {
+        watch(FileDescriptor());
+        QVERIFY(m_monitor->isReachable());
+    }
+
     void listensToTheKernelWithoutWaitingForIt()
     {
         const FileDescriptor descriptor = RouteMonitor::openRouteSocket();

@@ -6,7 +6,19 @@
 
 namespace moorline::test {
 
-class FakeNetwork final : public Network { };
+/// There is a way until told otherwise.
+class FakeNetwork final : public Network {
+public:
+    [[nodiscard]] bool isReachable() const override { return isUp; }
+
+    void comeUp()
+    {
+        isUp = true;
+        Q_EMIT becameReachable();
+    }
+
+    bool isUp = true;
+};
 
 /// Nobody has been asked for permission until told otherwise, and no fix comes by itself.
 class FakeLocationManager final : public LocationManager {

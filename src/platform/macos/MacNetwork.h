@@ -11,6 +11,8 @@ public:
     MacNetwork();
     ~MacNetwork() override;
 
+    [[nodiscard]] bool isReachable() const override { return m_isReachable; }
+
 private:
     void setReachable(bool reachable);
 

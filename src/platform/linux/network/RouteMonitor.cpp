@@ -53,6 +53,11 @@ RouteMonitor::RouteMonitor(Clock &clock, FileDescriptor changes, RouteFiles file
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &RouteMonitor::noteChange);
 }
 
+bool RouteMonitor::isReachable() const
+{
+    return !m_notifier || hasWayOut();
+}
+
 /// Until things have settled nobody listens, so that a storm of changes wakes nobody up.
 void RouteMonitor::noteChange()
 {

@@ -23,8 +23,10 @@ public:
     /// A socket that becomes readable whenever a route or a link changes. None when the kernel grants none.
     [[nodiscard]] static FileDescriptor openRouteSocket();
 
-    /// Without a socket it never signals anything.
+    /// Without a socket it never signals anything, and takes it that there is a way.
     explicit RouteMonitor(Clock &clock, FileDescriptor changes = openRouteSocket(), RouteFiles files = {});
+
+    [[nodiscard]] bool isReachable() const override;
 
 private:
     void noteChange();
