@@ -26,9 +26,12 @@ constexpr qreal narrowestFill = 2;
 constexpr qreal fillStep = 0.5;
 const QColor trackColor = QColor::fromRgbF(1, 1, 1, 0.12F);
 
-QDateTime startOfYear(int year, const QTimeZone &zone)
+/// Where the clock that `now` was read from stands. The system's own time is not that of any QTimeZone: "TZ" may name a
+/// rule, or nothing that is known.
+QDateTime startOfYear(int year, const QDateTime &now)
 {
-    return QDate(year, 1, 1).startOfDay(zone);
+    const QDate first(year, 1, 1);
+    return now.timeSpec() == Qt::LocalTime ? first.startOfDay() : first.startOfDay(now.timeZone());
 }
 
 qreal fillWidth(double progress)
@@ -54,9 +57,8 @@ double yearProgress(const QDateTime &now)
 {
     if (!now.isValid())
         return 0;
-    const QTimeZone zone = now.timeZone();
-    const QDateTime start = startOfYear(now.date().year(), zone);
-    const QDateTime end = startOfYear(now.date().year() + 1, zone);
+    const QDateTime start = startOfYear(now.date().year(), now);
+    const QDateTime end = startOfYear(now.date().year() + 1, now);
     if (!start.isValid() || !end.isValid())
         return 0;
     return std::clamp(double(start.msecsTo(now)) / double(start.msecsTo(end)), 0.0, 1.0);

@@ -1,11 +1,16 @@
 #include "time/CalendarWidget.h"
 
 #include "LocaleScope.h"
+#include "PaintRecorder.h"
 #include "RepaintCounter.h"
 #include "fakes/FakeClock.h"
 #include "harness/TestCase.h"
+#include "theme/Text.h"
 #include "theme/Theme.h"
 #include "time/TimeKeeper.h"
+
+#include <QFontMetricsF>
+#include <cmath>
 
 namespace moorline::test {
 
@@ -19,6 +24,7 @@ private Q_SLOTS:
     void repaintsOnlyWhenTheDayChanges();
     void isNotWiderThanItsWords();
     void paintsTheWeekdayInItsOwnColorAboveTheDay();
+    void itsTypeIsThatOfACalendarPage();
 };
 
 void CalendarWidgetTest::writesTheWeekdayInTheUsersLanguage_data()
@@ -99,6 +105,37 @@ void CalendarWidgetTest::paintsTheWeekdayInItsOwnColorAboveTheDay()
     QVERIFY(!weekday.isEmpty());
     QVERIFY(!day.isEmpty());
     QVERIFY(weekday.last() < day.first());
+}
+
+void CalendarWidgetTest::itsTypeIsThatOfACalendarPage()
+{
+    const LocaleScope scope(QStringLiteral("en_US"));
+    FakeClock clock;
+    TimeKeeper keeper(clock);
+    CalendarWidget widget(keeper);
+    const PaintRecorder record(widget);
+    QCOMPARE(record.texts.size(), 2);
+    const PaintedText &weekday = record.texts[0];
+    QCOMPARE(weekday.text, QStringLiteral("TUE"));
+    QCOMPARE(weekday.pixelSize, 10);
+    QCOMPARE(weekday.weight, 700);
+    // Fonts keep it in steps of a sixty-fourth.
+    QVERIFY(std::abs(weekday.tracking - 0.8) < 1 / 64.0);
+    QCOMPARE(weekday.color.name(), QStringLiteral("#ff6b5e"));
+    const PaintedText &day = record.texts[1];
+    QCOMPARE(day.text, QStringLiteral("4"));
+    QCOMPARE(day.pixelSize, 22);
+    QCOMPARE(day.weight, 600);
+    QCOMPARE(day.tracking, 0.0);
+    QCOMPARE(day.color, QColor(255, 255, 255));
+
+    const QFontMetricsF weekdayMetrics(font({.size = 10, .weight = QFont::Bold, .tracking = 0.8}));
+    const QFontMetricsF dayMetrics(font({.size = 22, .weight = QFont::DemiBold}));
+    QVERIFY(std::abs(weekday.origin.y() - weekdayMetrics.ascent()) <= 0.5);
+    QVERIFY(std::abs(day.origin.y() - (weekdayMetrics.height() + dayMetrics.ascent())) <= 0.5);
+    QCOMPARE(widget.size().height(), std::ceil(weekdayMetrics.height() + dayMetrics.height()));
+    const qreal dayWidth = dayMetrics.horizontalAdvance(u'4');
+    QVERIFY(std::abs(day.origin.x() - (widget.size().width() - dayWidth) / 2) <= 0.5);
 }
 
 } // namespace moorline::test

@@ -1,15 +1,19 @@
 #include "time/ClockWidget.h"
 
 #include "LocaleScope.h"
+#include "PaintRecorder.h"
 #include "RepaintCounter.h"
 #include "fakes/FakeClock.h"
 #include "fakes/TemporaryDirectories.h"
 #include "harness/TestCase.h"
 #include "settings/SettingsStore.h"
+#include "theme/Text.h"
 #include "time/TimeKeeper.h"
 
+#include <QFontMetricsF>
 #include <QSignalSpy>
 #include <QTimeZone>
+#include <cmath>
 
 namespace moorline::test {
 
@@ -59,6 +63,7 @@ private Q_SLOTS:
     void followsTheTimeZone();
     void followsTheDateAtMidnight();
     void paintsTheTimeAboveTheDate();
+    void itsTypeIsThatOfAClock();
 };
 
 void ClockWidgetTest::writesTheTime_data()
@@ -243,6 +248,33 @@ void ClockWidgetTest::paintsTheTimeAboveTheDate()
     QVERIFY(brightest(0, boundary) > 240);
     QVERIFY(brightest(boundary, image.height()) > 60);
     QVERIFY(brightest(boundary, image.height()) < 140);
+}
+
+void ClockWidgetTest::itsTypeIsThatOfAClock()
+{
+    const LocaleScope scope(QStringLiteral("en_US"));
+    Wall wall;
+    ClockWidget widget(wall.store, wall.keeper);
+    const PaintRecorder record(widget);
+    const QList<PaintedText> time = record.textsOfSize(20);
+    const QList<PaintedText> date = record.textsOfSize(11);
+    QCOMPARE(record.texts.size(), time.size() + date.size());
+    QCOMPARE(joined(time), QStringLiteral("13:05"));
+    QVERIFY(areAll(time, 600, QColor(255, 255, 255)));
+    // Every digit in a place of its own.
+    QCOMPARE(time.size(), 5);
+    QCOMPARE(joined(date), QStringLiteral("Tue, Mar 4"));
+    QVERIFY(areAll(date, 400, QColor::fromRgbF(1, 1, 1, 0.5F)));
+
+    const QFontMetricsF timeMetrics(font({.size = 20, .weight = QFont::DemiBold}));
+    const QFontMetricsF dateMetrics(font({.size = 11}));
+    QVERIFY(std::abs(time.first().origin.y() - (5 + timeMetrics.ascent())) <= 0.5);
+    QVERIFY(std::abs(date.first().origin.y() - (5 + timeMetrics.height() + dateMetrics.ascent())) <= 0.5);
+    QCOMPARE(widget.size().height(), 5 + std::ceil(timeMetrics.height() + dateMetrics.height()) + 5);
+    const qreal dateWidth = dateMetrics.horizontalAdvance(QStringLiteral("Tue, Mar 4"));
+    const qreal timeWidth =
+        textSize(QStringLiteral("13:05"), {.size = 20, .weight = QFont::DemiBold, .monospacedDigits = true}).width();
+    QCOMPARE(widget.size().width(), 5 + std::ceil(std::max(timeWidth, dateWidth)) + 5);
 }
 
 } // namespace moorline::test

@@ -1,12 +1,16 @@
 #include "time/MonthCounterWidget.h"
 
 #include "LocaleScope.h"
+#include "PaintRecorder.h"
 #include "RepaintCounter.h"
+#include "TimeZoneScope.h"
 #include "fakes/FakeClock.h"
 #include "harness/TestCase.h"
+#include "theme/Text.h"
 #include "theme/Theme.h"
 #include "time/TimeKeeper.h"
 
+#include <QFontMetricsF>
 #include <QTimeZone>
 #include <cmath>
 
@@ -45,6 +49,8 @@ private Q_SLOTS:
     void progressIsTheFractionOfTheYear();
     void summerTimeCountsTheHoursThatReallyPassed();
     void theYearIsThatOfItsOwnTimeZone();
+    void theSystemsOwnTimeIsTakenAsItIs_data();
+    void theSystemsOwnTimeIsTakenAsItIs();
     void anInvalidTimeHasNoProgress();
     void thePercentageIsCutOff_data();
     void thePercentageIsCutOff();
@@ -53,6 +59,7 @@ private Q_SLOTS:
     void repaintsOnlyForAVisibleStep();
     void theYearIsWrittenWithTheUsersDigits();
     void isAtLeastAsWideAsItsBar();
+    void itsTypeAndItsBarAreThoseOfACounter();
 };
 
 void MonthCounterWidgetTest::progressIsTheFractionOfTheYear_data()
@@ -95,6 +102,35 @@ void MonthCounterWidgetTest::theYearIsThatOfItsOwnTimeZone()
     QCOMPARE(yearProgress(newYearInTokyo), 0.0);
     QVERIFY(yearProgress(newYearInTokyo.toUTC()) > 0.99);
     QCOMPARE(yearProgress(QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::OffsetFromUTC, 19800)), 0.0);
+}
+
+void MonthCounterWidgetTest::theSystemsOwnTimeIsTakenAsItIs_data()
+{
+    QTest::addColumn<QByteArray>("zone");
+    QTest::addColumn<double>("hoursOfJuly");
+
+    const double half = (365 / 2.0 - 181) * 24;
+    QTest::newRow("a place") << QByteArray("Asia/Tokyo") << half;
+    QTest::newRow("a place with summer time") << QByteArray("Europe/Berlin") << half + 1;
+    QTest::newRow("a rule, three hours ahead") << QByteArray("UTC-3") << half;
+    QTest::newRow("a rule, five hours behind") << QByteArray("XYZ5") << half;
+    QTest::newRow("a rule with summer time") << QByteArray("CET-1CEST,M3.5.0,M10.5.0/3") << half + 1;
+    QTest::newRow("unknown") << QByteArray("Mars/Olympus") << half;
+    QTest::newRow("empty") << QByteArray("") << half;
+}
+
+void MonthCounterWidgetTest::theSystemsOwnTimeIsTakenAsItIs()
+{
+    QFETCH(const QByteArray, zone);
+    QFETCH(const double, hoursOfJuly);
+
+    const TimeZoneScope scope(zone);
+    const auto midnight = [](int year, int month, int day) { return QDateTime(QDate(year, month, day), QTime(0, 0)); };
+    QCOMPARE(yearProgress(midnight(2025, 1, 1)), 0.0);
+    QVERIFY(std::abs(yearProgress(midnight(2026, 1, 1).addMSecs(-1)) - 1) < 1e-9);
+    // The first moment of July and so many hours are the middle of the year.
+    const QDateTime middle = midnight(2025, 7, 1).addMSecs(qint64(hoursOfJuly * 3'600'000));
+    QVERIFY(std::abs(yearProgress(middle) - 0.5) < 1e-12);
 }
 
 void MonthCounterWidgetTest::anInvalidTimeHasNoProgress()
@@ -172,6 +208,36 @@ void MonthCounterWidgetTest::isAtLeastAsWideAsItsBar()
     MonthCounterWidget widget(keeper);
     QVERIFY(widget.size().width() >= 68);
     QVERIFY(widget.size().width() < 100);
+}
+
+void MonthCounterWidgetTest::itsTypeAndItsBarAreThoseOfACounter()
+{
+    const LocaleScope scope(QStringLiteral("en_US"));
+    FakeClock clock(utc(2025, 7, 2, QTime(12, 0)));
+    TimeKeeper keeper(clock);
+    MonthCounterWidget widget(keeper);
+    const PaintRecorder record(widget);
+    const QList<PaintedText> percent = record.textsOfSize(13);
+    const QList<PaintedText> year = record.textsOfSize(11);
+    QCOMPARE(record.texts.size(), percent.size() + year.size());
+    QCOMPARE(joined(percent), QStringLiteral("50%"));
+    QVERIFY(areAll(percent, 600, QColor(255, 255, 255)));
+    // Every digit in a place of its own.
+    QCOMPARE(percent.size(), 3);
+    QCOMPARE(joined(year), QStringLiteral("of 2025"));
+    QVERIFY(areAll(year, 400, QColor::fromRgbF(1, 1, 1, 0.4F)));
+
+    const TextStyle percentStyle{.size = 13, .weight = QFont::DemiBold, .monospacedDigits = true};
+    const QSizeF percentSize = textSize(QStringLiteral("50%"), percentStyle);
+    QVERIFY(std::abs(year.first().origin.x() - (percentSize.width() + 6)) <= 0.5);
+    QVERIFY(std::abs(year.first().origin.y() - percent.first().origin.y()) <= 1);
+    const qreal barTop = std::ceil(percentSize.height()) + 4;
+    QCOMPARE(widget.size().height(), barTop + 4);
+    QCOMPARE(record.shapes.size(), 2);
+    QCOMPARE(record.shapes[0].bounds, QRectF(0, barTop, 68, 4));
+    QCOMPARE(record.shapes[0].color.rgba(), QColor::fromRgbF(1, 1, 1, 0.12F).rgba());
+    QCOMPARE(record.shapes[1].bounds, QRectF(0, barTop, 34, 4));
+    QCOMPARE(record.shapes[1].color.name(), QStringLiteral("#ff8a4c"));
 }
 
 } // namespace moorline::test

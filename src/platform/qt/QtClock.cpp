@@ -10,8 +10,8 @@ class RunningTimer final : public Clock::Timer {
 public:
     RunningTimer(std::chrono::milliseconds interval, bool repeats, Clock::Callback callback)
     {
-        // A timer that fires often drives a motion or follows the pointer; the others may share a wake-up.
-        m_timer.setTimerType(interval < std::chrono::milliseconds(250) ? Qt::PreciseTimer : Qt::CoarseTimer);
+        // A coarse timer comes up to a twentieth early or late: a clock would limp, and a limit would pass too soon.
+        m_timer.setTimerType(Qt::PreciseTimer);
         m_timer.setSingleShot(!repeats);
         // The callback may destroy this timer, so it runs as a copy.
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [callback = std::move(callback)] {
