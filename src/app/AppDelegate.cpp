@@ -14,7 +14,6 @@ namespace {
 
 /// Time for what the widgets show to arrive.
 constexpr std::chrono::seconds previewDelay{6};
-constexpr std::chrono::seconds snapshotDelay{8};
 
 } // namespace
 
@@ -87,10 +86,9 @@ void AppDelegate::runBar()
 
 void AppDelegate::scheduleSnapshot()
 {
-    m_pictureTimer = m_services.platform.clock->after(snapshotDelay, [this] {
-        LiveSnapshot::capture(m_windowController.panel(), *m_plan.snapshotPath);
-        m_outlets.terminate();
-    });
+    m_pictureTimer = LiveSnapshot::schedule(
+        *m_services.platform.clock, [this] { return m_windowController.panel(); }, *m_plan.snapshotPath,
+        m_outlets.terminate);
 }
 
 BarCommands AppDelegate::commands() const

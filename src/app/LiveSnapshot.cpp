@@ -7,6 +7,15 @@
 
 namespace moorline {
 
+std::unique_ptr<Clock::Timer> LiveSnapshot::schedule(
+    Clock &clock, std::function<const DockPanel *()> panel, QString path, std::function<void()> terminate)
+{
+    return clock.after(delay, [panel = std::move(panel), path = std::move(path), terminate = std::move(terminate)] {
+        capture(panel(), path);
+        terminate();
+    });
+}
+
 void LiveSnapshot::capture(const DockPanel *panel, const QString &path)
 {
     QWidget *content = panel ? panel->content() : nullptr;

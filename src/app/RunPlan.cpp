@@ -17,8 +17,9 @@ RunPlan runPlan(const QProcessEnvironment &environment)
 {
     RunPlan plan;
     plan.debug = environment.contains(QStringLiteral("MOORLINE_DEBUG"));
-    if (const auto origin = valueIfSet(environment, QStringLiteral("MOORLINE_WEATHER_ORIGIN")))
-        plan.weatherOrigin = QUrl(*origin);
+    const QString origin = environment.value(QStringLiteral("MOORLINE_WEATHER_ORIGIN"));
+    if (!origin.isEmpty())
+        plan.weatherOrigin = QUrl(origin);
     plan.previewPath = valueIfSet(environment, QStringLiteral("MOORLINE_RENDER"));
     if (plan.previewPath)
         plan.mode = RunMode::render;

@@ -27,7 +27,8 @@ struct RunPlan {
     std::optional<QString> previewPath;
     /// Where the picture of the live panel goes, after which a normal run ends; absent when none is asked for.
     std::optional<QString> snapshotPath;
-    /// A server that stands in for all of the weather's public ones; absent when these are to be asked.
+    /// A server that stands in for all of the weather's public ones; absent, also for an empty name, when these
+    /// are to be asked.
     std::optional<QUrl> weatherOrigin;
     bool debug = false;
 

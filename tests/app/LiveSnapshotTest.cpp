@@ -1,6 +1,7 @@
 #include "app/LiveSnapshot.h"
 
 #include "dock/DockPanel.h"
+#include "fakes/FakeClock.h"
 #include "fakes/FakePanelWindow.h"
 #include "harness/TestCase.h"
 
@@ -38,6 +39,22 @@ private Q_SLOTS:
     {
         QTest::ignoreMessage(QtInfoMsg, "Moorline: no panel to snapshot");
         LiveSnapshot::capture(nullptr, QStringLiteral("/nowhere"));
+    }
+
+    void withoutAPanelTheProgramEndsAllTheSame()
+    {
+        using namespace std::chrono_literals;
+        FakeClock clock;
+        int terminations = 0;
+        const auto timer = LiveSnapshot::schedule(
+            clock, [] { return nullptr; }, QStringLiteral("/nowhere"), [&terminations] { ++terminations; });
+        clock.advance(7999ms);
+        QCOMPARE(terminations, 0);
+        QTest::ignoreMessage(QtInfoMsg, "Moorline: no panel to snapshot");
+        clock.advance(1ms);
+        QCOMPARE(terminations, 1);
+        clock.advance(60s);
+        QCOMPARE(terminations, 1);
     }
 
     void anEmptyPanelHasNothingToSnapshotEither()

@@ -66,6 +66,13 @@ private Q_SLOTS:
         QVERIFY(!planFor({render}).weatherOrigin);
     }
 
+    void aServerWithoutANameIsNone()
+    {
+        QProcessEnvironment environment;
+        environment.insert(QStringLiteral("MOORLINE_WEATHER_ORIGIN"), QString());
+        QCOMPARE(runPlan(environment), RunPlan());
+    }
+
     void presenceCountsAndNotTheValue()
     {
         QProcessEnvironment environment;
