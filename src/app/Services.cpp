@@ -31,6 +31,7 @@ Services::Services(Platform &lentPlatform, const RunPlan &plan)
           .clock = *platform.clock,
           .client = *platform.httpClient,
           .location = location,
+          .network = *platform.network,
           .endpoints = plan.weatherOrigin ? weatherEndpoints(*plan.weatherOrigin) : publicWeatherEndpoints(),
           .debug = plan.debug,
       })
@@ -42,7 +43,7 @@ void Services::start()
     timeKeeper.start();
     // What could not be fetched while there was no network, or is hours old after a sleep, is worth asking for at once.
     QObject::connect(platform.network.get(), &Network::becameReachable, &weather, &WeatherService::refresh);
-    QObject::connect(platform.power.get(), &Power::didWake, &weather, &WeatherService::refresh);
+    QObject::connect(platform.power.get(), &Power::didWake, &weather, &WeatherService::refreshIfReachable);
     QObject::connect(&location, &LocationService::authorizationGranted, &weather, &WeatherService::refresh);
     weather.start();
 }

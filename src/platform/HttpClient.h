@@ -19,8 +19,6 @@ struct HttpAnswer {
     /// anyone could listen. Absent when an answer came, of whichever status.
     std::optional<QString> failure;
     int status = 0;
-    /// As the server gives it, with its parameters; empty when it gives none.
-    QString contentType;
     /// Decompressed.
     QByteArray body;
 

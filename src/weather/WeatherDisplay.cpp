@@ -50,14 +50,13 @@ QString degrees(double temperature)
     return QString::number(qint64(std::round(temperature))) + u'°';
 }
 
-WeatherDisplay weatherDisplay(const std::optional<WeatherSnapshot> &snapshot,
-    const std::optional<WeatherLocation> &location, const std::optional<QString> &error)
+WeatherDisplay weatherDisplay(const std::optional<WeatherSnapshot> &snapshot, const std::optional<QString> &error)
 {
     if (!snapshot)
         return withoutWeather(error.has_value());
-    const QString place = location ? oneLine(location->name) : QStringLiteral("—");
-    return {WeatherIcon::symbol(snapshot->weatherCode, snapshot->isDay), degrees(snapshot->temperature), place,
-        helpText(*snapshot)};
+    const QString place = oneLine(snapshot->place.name);
+    return {WeatherIcon::symbol(snapshot->weatherCode, snapshot->isDay), degrees(snapshot->temperature),
+        place.isEmpty() ? QStringLiteral("—") : place, helpText(*snapshot)};
 }
 
 QList<ForecastColumn> upcoming(const std::optional<WeatherSnapshot> &snapshot)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "settings/Settings.h"
 #include "weather/WeatherSnapshot.h"
 
 #include <optional>
@@ -12,7 +11,7 @@ struct WeatherDisplay {
     /// A name of the symbol catalogue; empty for none.
     QString symbol;
     QString temperature;
-    /// The place, or how it stands with the weather while there is none.
+    /// The place whose weather this is, or how it stands with the weather while there is none.
     QString caption;
     QString helpText;
 
@@ -33,9 +32,9 @@ struct ForecastColumn {
 [[nodiscard]] QString oneLine(const QString &text);
 /// Rounded to a whole number, halves away from zero: "22°", "-3°", and never "-0°".
 [[nodiscard]] QString degrees(double temperature);
-/// Absent values are those of a service that has no answer, no place or no failure yet.
-[[nodiscard]] WeatherDisplay weatherDisplay(const std::optional<WeatherSnapshot> &snapshot,
-    const std::optional<WeatherLocation> &location, const std::optional<QString> &error);
+/// Absent values are those of a service that has no answer or no failure yet.
+[[nodiscard]] WeatherDisplay weatherDisplay(
+    const std::optional<WeatherSnapshot> &snapshot, const std::optional<QString> &error);
 /// Today and the next two days, as far as they are known.
 [[nodiscard]] QList<ForecastColumn> upcoming(const std::optional<WeatherSnapshot> &snapshot);
 

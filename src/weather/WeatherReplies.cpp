@@ -29,16 +29,9 @@ WeatherFailure unreadable(const QString &reason)
         "WeatherReplies", "The data couldn’t be read because it isn’t in the correct format.")};
 }
 
-/// Some servers do not say, or call it plain text. What says that it is a page or a picture comes from a hotel's gate.
-bool mayBeJson(const QString &contentType)
-{
-    const QString type = contentType.section(u';', 0, 0).trimmed().toLower();
-    return type.isEmpty() || type == QLatin1StringView("text/plain") || type.contains(QLatin1StringView("json"));
-}
-
 std::optional<QJsonObject> jsonObject(const HttpAnswer &answer)
 {
-    if (answer.failure || !mayBeJson(answer.contentType))
+    if (answer.failure)
         return std::nullopt;
     const QJsonDocument document = QJsonDocument::fromJson(answer.body);
     return document.isObject() ? std::optional(document.object()) : std::nullopt;
@@ -52,11 +45,16 @@ bool isZoneName(const QString &name)
         || QTimeZone::isTimeZoneIdAvailable(name.toLatin1());
 }
 
-/// A known IANA name gives its zone, an unknown one the system's.
+/// Invalid for what is no known IANA name.
 QTimeZone zoneNamed(const QString &name)
 {
-    const QTimeZone zone = isZoneName(name) ? QTimeZone(name.toLatin1()) : QTimeZone();
-    return zone.isValid() ? zone : QTimeZone::systemTimeZone();
+    return isZoneName(name) ? QTimeZone(name.toLatin1()) : QTimeZone();
+}
+
+/// In an unknown zone the day begins as it does here.
+QDateTime startOf(const QDate &day, const QTimeZone &zone)
+{
+    return zone.isValid() ? day.startOfDay(zone) : day.startOfDay();
 }
 
 template <typename Value>
@@ -75,7 +73,7 @@ QList<DailyForecast> readDays(JsonFields &fields, const QTimeZone &zone)
     for (qsizetype i = 0; days && i < days->size(); ++i) {
         const QDate day = QDate::fromString(days->at(i), QStringLiteral("yyyy-MM-dd"));
         if (day.isValid())
-            forecast.append({day.startOfDay(zone), valueAt(codes, i), valueAt(maxima, i), valueAt(minima, i)});
+            forecast.append({startOf(day, zone), valueAt(codes, i), valueAt(maxima, i), valueAt(minima, i)});
     }
     return forecast;
 }
@@ -92,7 +90,7 @@ WeatherSnapshot readCurrent(JsonFields &fields)
     return snapshot;
 }
 
-ForecastResult readForecast(const QJsonObject &object, const QDateTime &now)
+ForecastResult readForecast(const QJsonObject &object, const WeatherLocation &place, const QDateTime &now)
 {
     JsonFields fields(object);
     const QTimeZone zone =
@@ -110,6 +108,7 @@ ForecastResult readForecast(const QJsonObject &object, const QDateTime &now)
         return unreadable(current.unreadableField());
     snapshot.daily = days;
     snapshot.fetchedAt = now;
+    snapshot.place = place;
     return snapshot;
 }
 
@@ -169,14 +168,14 @@ QString errorDescription(WeatherError error)
     Q_UNREACHABLE();
 }
 
-ForecastResult decodeForecast(const HttpAnswer &answer, const QDateTime &now)
+ForecastResult decodeForecast(const HttpAnswer &answer, const WeatherLocation &place, const QDateTime &now)
 {
     if (answer.failure)
         return WeatherFailure{*answer.failure};
-    if (answer.status != statusOK || !mayBeJson(answer.contentType))
+    if (answer.status != statusOK)
         return WeatherFailure{errorDescription(WeatherError::badResponse)};
     const auto object = jsonObject(answer);
-    return object ? readForecast(*object, now) : unreadable(QStringLiteral("no JSON object"));
+    return object ? readForecast(*object, place, now) : unreadable(QStringLiteral("no JSON object"));
 }
 
 QList<WeatherLocation> decodeCities(const HttpAnswer &answer)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "settings/Settings.h"
 #include "weather/WeatherSnapshot.h"
 
 #include <variant>
@@ -21,8 +20,9 @@ struct WeatherFailure {
 };
 using ForecastResult = std::variant<WeatherSnapshot, WeatherFailure>;
 
-/// What Open-Meteo's forecast says (https://open-meteo.com/en/docs), taken down at `now`.
-[[nodiscard]] ForecastResult decodeForecast(const HttpAnswer &answer, const QDateTime &now);
+/// What Open-Meteo's forecast for `place` says (https://open-meteo.com/en/docs), taken down at `now`.
+[[nodiscard]] ForecastResult decodeForecast(
+    const HttpAnswer &answer, const WeatherLocation &place, const QDateTime &now);
 /// The places Open-Meteo's geocoding found (https://open-meteo.com/en/docs/geocoding-api), best first. None when the
 /// answer cannot be read.
 [[nodiscard]] QList<WeatherLocation> decodeCities(const HttpAnswer &answer);

@@ -34,10 +34,11 @@ QUrl withQuery(QUrl endpoint, const QList<std::pair<QString, QString>> &items)
     return endpoint;
 }
 
-QUrl forecastUrl(const QUrl &endpoint, double latitude, double longitude, TemperatureUnit unit)
+QUrl forecastUrl(const QUrl &endpoint, const WeatherLocation &place, TemperatureUnit unit)
 {
     return withQuery(endpoint,
-        {{QStringLiteral("latitude"), decimalText(latitude)}, {QStringLiteral("longitude"), decimalText(longitude)},
+        {{QStringLiteral("latitude"), decimalText(place.latitude)},
+            {QStringLiteral("longitude"), decimalText(place.longitude)},
             {QStringLiteral("current"),
                 QStringLiteral("temperature_2m,relative_humidity_2m,apparent_temperature,is_day,weather_code,"
                                "wind_speed_10m")},
@@ -65,13 +66,12 @@ WeatherRequests::WeatherRequests(WeatherEndpoints endpoints, const Clock &clock)
 {
 }
 
-QCoro::Task<ForecastResult> WeatherRequests::fetch(
-    Session session, double latitude, double longitude, TemperatureUnit unit) const
+QCoro::Task<ForecastResult> WeatherRequests::fetch(Session session, WeatherLocation place, TemperatureUnit unit) const
 {
     // The clock lives as long as the program, whoever asked meanwhile may be gone.
     const Clock &clock = m_clock;
-    const HttpAnswer answer = co_await session->get(forecastUrl(m_endpoints.forecast, latitude, longitude, unit));
-    co_return decodeForecast(answer, clock.now());
+    const HttpAnswer answer = co_await session->get(forecastUrl(m_endpoints.forecast, place, unit));
+    co_return decodeForecast(answer, place, clock.now());
 }
 
 QCoro::Task<std::optional<WeatherLocation>> WeatherRequests::fetchIPWho(Session session) const

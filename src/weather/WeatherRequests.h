@@ -19,6 +19,8 @@ struct WeatherEndpoints {
     /// The two that tell where the caller is.
     QUrl ipWho;
     QUrl ipAPI;
+    /// Whether there is no way to them without one to the internet.
+    bool needInternet = true;
 };
 
 /// The questions to the weather's web services. Each is one request of the given session.
@@ -28,9 +30,7 @@ public:
 
     WeatherRequests(WeatherEndpoints endpoints, const Clock &clock);
 
-    /// In degrees.
-    [[nodiscard]] QCoro::Task<ForecastResult> fetch(
-        Session session, double latitude, double longitude, TemperatureUnit unit) const;
+    [[nodiscard]] QCoro::Task<ForecastResult> fetch(Session session, WeatherLocation place, TemperatureUnit unit) const;
     [[nodiscard]] QCoro::Task<std::optional<WeatherLocation>> fetchIPWho(Session session) const;
     [[nodiscard]] QCoro::Task<std::optional<WeatherLocation>> fetchIPAPI(Session session) const;
     /// None on any failure. A blank query finds nothing and asks nobody.

@@ -1,5 +1,6 @@
 #include "weather/WeatherService.h"
 
+#include "platform/Network.h"
 #include "settings/SettingsStore.h"
 #include "support/DecimalText.h"
 #include "weather/LocationStatus.h"
@@ -51,6 +52,7 @@ WeatherService::WeatherService(Context context, QObject *parent)
     : QObject(parent)
     , m_context(std::move(context))
     , m_requests(m_context.endpoints, m_context.clock)
+    , m_retries(m_context.clock, [this] { refreshAgain(); })
 {
 }
 
@@ -64,13 +66,26 @@ WeatherService::~WeatherService()
 
 void WeatherService::start()
 {
-    m_timer = m_context.clock.every(refreshInterval, [this] { refresh(); });
+    m_timer = m_context.clock.every(refreshInterval, [this] { refreshAgain(); });
     connect(&m_context.store, &SettingsStore::settingsDidChange, this, &WeatherService::refresh);
     refresh();
 }
 
 QCoro::Task<> WeatherService::refresh()
 {
+    m_retries.reset();
+    co_await refreshAgain();
+}
+
+void WeatherService::refreshIfReachable()
+{
+    if (!m_context.endpoints.needInternet || m_context.network.isReachable())
+        refresh();
+}
+
+QCoro::Task<> WeatherService::refreshAgain()
+{
+    m_retries.pause();
     co_await run(renew(m_refresh, m_context.client));
 }
 
@@ -94,10 +109,12 @@ QCoro::Task<> WeatherService::run(Session session)
     if (place.source == LocationSource::ipAddress)
         scheduleLocationRetry();
     logPlace();
-    const ForecastResult result =
-        co_await m_requests.fetch(session, place.location.latitude, place.location.longitude, settings.temperatureUnit);
-    if (!session->isCancelled())
-        setResult(result);
+    const ForecastResult result = co_await m_requests.fetch(session, place.location, settings.temperatureUnit);
+    if (session->isCancelled())
+        co_return;
+    const bool isLastResort = settings.useCurrentLocation && place.source == LocationSource::manual;
+    noteOutcome(std::holds_alternative<WeatherSnapshot>(result) && !isLastResort);
+    setResult(result);
 }
 
 QCoro::Task<WeatherService::Place> WeatherService::locate(Session session, Settings settings)
@@ -122,7 +139,15 @@ void WeatherService::scheduleLocationRetry()
     if (!isAllowed || m_locationRetriesRemaining < 1)
         return;
     --m_locationRetriesRemaining;
-    m_retries.push_back(m_context.clock.after(locationRetryDelay, [this] { refresh(); }));
+    m_locationRetries.push_back(m_context.clock.after(locationRetryDelay, [this] { refreshAgain(); }));
+}
+
+void WeatherService::noteOutcome(bool isGood)
+{
+    if (isGood)
+        m_retries.reset();
+    else
+        m_retries.noteFailure();
 }
 
 void WeatherService::setPlace(const Place &place)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Clock.h"
+#include "weather/RetrySchedule.h"
 #include "weather/WeatherRequests.h"
 
 #include <QObject>
@@ -10,6 +10,7 @@ namespace moorline {
 
 class HttpClient;
 class LocationService;
+class Network;
 class SettingsStore;
 
 /// Finds out where the user is, asks for the weather there, and keeps the last good answer whatever happens.
@@ -24,6 +25,7 @@ public:
         Clock &clock;
         HttpClient &client;
         LocationService &location;
+        const Network &network;
         WeatherEndpoints endpoints;
         /// Whether to log where each location came from.
         bool debug;
@@ -40,8 +42,10 @@ public:
 
     /// Refreshes now, every ten minutes, and whenever the settings change.
     void start();
-    /// Gives up a refresh that is under way and begins another; ends with it.
+    /// Gives up a refresh that is under way and begins another; ends with it. When it fails, it is tried again soon.
     QCoro::Task<> refresh();
+    /// Refreshes, unless without a way to the internet that would be in vain: whoever tells of one refreshes then.
+    void refreshIfReachable();
     /// None on any failure. Gives up the search before, which then finds nothing.
     [[nodiscard]] QCoro::Task<QList<WeatherLocation>> searchCities(QString query);
 
@@ -67,9 +71,12 @@ private:
         WeatherLocation location;
     };
 
+    /// A refresh that nothing new gave reason for.
+    QCoro::Task<> refreshAgain();
     [[nodiscard]] QCoro::Task<> run(Session session);
     [[nodiscard]] QCoro::Task<Place> locate(Session session, Settings settings);
     void scheduleLocationRetry();
+    void noteOutcome(bool isGood);
     void setPlace(const Place &place);
     void setResult(const ForecastResult &result);
     void setLastError(const std::optional<QString> &error);
@@ -84,7 +91,8 @@ private:
     int m_locationRetriesRemaining = 3;
     std::unique_ptr<Clock::Timer> m_timer;
     /// Never more than the retries there are.
-    std::vector<std::unique_ptr<Clock::Timer>> m_retries;
+    std::vector<std::unique_ptr<Clock::Timer>> m_locationRetries;
+    RetrySchedule m_retries;
     Session m_refresh;
     Session m_search;
 };

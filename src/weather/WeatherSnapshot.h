@@ -1,5 +1,7 @@
 #pragma once
 
+#include "settings/Settings.h"
+
 #include <QDateTime>
 #include <QList>
 
@@ -32,6 +34,8 @@ struct WeatherSnapshot {
     /// Today first.
     QList<DailyForecast> daily;
     QDateTime fetchedAt;
+    /// Where this is the weather of, whatever place is asked about since.
+    WeatherLocation place;
 
     bool operator==(const WeatherSnapshot &) const = default;
 };

@@ -63,7 +63,7 @@ void WeatherWidget::paintSymbol(QPainter &painter) const
 
 void WeatherWidget::refresh()
 {
-    WeatherDisplay display = weatherDisplay(service().snapshot(), service().resolvedLocation(), service().lastError());
+    WeatherDisplay display = weatherDisplay(service().snapshot(), service().lastError());
     display.caption = elided(display.caption, captionStyle, widestCaption);
     if (display == m_shown)
         return;

@@ -243,7 +243,6 @@ private Q_SLOTS:
         QCOMPARE(answer.failure, std::nullopt);
         QCOMPARE(answer.status, 200);
         QCOMPARE(answer.body, json);
-        QCOMPARE(answer.contentType, QStringLiteral("application/json"));
         const QByteArray head = m_protected->requests().constLast().toLower();
         QVERIFY2(head.contains("\r\nuser-agent: moorline/1.2.3\r\n"), head.constData());
     }

@@ -55,7 +55,7 @@ protected:
         m_answers.clear();
         m_request = get(url);
         const bool isAnswered = QTest::qWaitFor([this] { return !m_answers.isEmpty(); }, 30'000);
-        const HttpAnswer none{.failure = std::nullopt, .status = -1, .contentType = {}, .body = {}};
+        const HttpAnswer none{.failure = std::nullopt, .status = -1, .body = {}};
         return isAnswered ? m_answers.first() : none;
     }
 

@@ -18,9 +18,9 @@ bool hasHeader(const QByteArray &head, const QByteArray &line)
     return head.toLower().contains("\r\n" + line.toLower());
 }
 
-HttpAnswer whole(int status, const QByteArray &body, const QString &contentType = {})
+HttpAnswer whole(int status, const QByteArray &body)
 {
-    return {.failure = std::nullopt, .status = status, .contentType = contentType, .body = body};
+    return {.failure = std::nullopt, .status = status, .body = body};
 }
 
 } // namespace
@@ -43,7 +43,7 @@ private Q_SLOTS:
     void givesTheAnswerOnTheMainThread()
     {
         m_server->on("/", sends(httpAnswer("200 OK", json, {isJson})));
-        QCOMPARE(answerTo(m_server->url()), whole(200, json, QStringLiteral("application/json; charset=utf-8")));
+        QCOMPARE(answerTo(m_server->url()), whole(200, json));
         QVERIFY(m_cameFromMainThread);
         QVERIFY(m_request);
         QCOMPARE(m_clock->runningTimers(), 0);
@@ -107,6 +107,17 @@ private Q_SLOTS:
         QCOMPARE(answerTo(url).status, 200);
         const QByteArray line = m_server->requests().constFirst().split('\r').constFirst();
         QCOMPARE(line, QByteArray("GET /forecast?z=1&a=Europe%2FBerlin&m=50%25&b=%C3%A4%20x HTTP/1.1"));
+    }
+
+    void takesTheBodyWhateverItIsDeclaredToBe()
+    {
+        for (const QByteArray &type : {"text/html", "image/png", "text/plain; charset=latin1"}) {
+            const QByteArray length = QByteArray::number(json.size());
+            m_server->on("/",
+                sends(
+                    "HTTP/1.1 200 OK\r\nContent-Type: " + type + "\r\nContent-Length: " + length + "\r\n\r\n" + json));
+            QCOMPARE(answerTo(m_server->url()), whole(200, json));
+        }
     }
 
     void givesAnswersOfEveryStatus_data()

@@ -140,6 +140,28 @@ private Q_SLOTS:
         QCOMPARE(program.platform.httpClient.running(), 1);
     }
 
+    void whoWakesWithoutANetworkWaitsForIt()
+    {
+        Program program(plan(RunMode::normal));
+        launch(program);
+        program.platform.network.isUp = false;
+        Q_EMIT program.platform.power.didWake();
+        QCOMPARE(program.platform.httpClient.requested.size(), 1);
+        program.platform.network.comeUp();
+        QCOMPARE(program.platform.httpClient.requested.size(), 2);
+    }
+
+    void aServerThatMayBeNearIsAskedOnWakingWithoutANetwork()
+    {
+        RunPlan near = plan(RunMode::normal);
+        near.weatherOrigin = QUrl(QStringLiteral("http://localhost:8080"));
+        Program program(near);
+        launch(program);
+        program.platform.network.isUp = false;
+        Q_EMIT program.platform.power.didWake();
+        QCOMPARE(program.platform.httpClient.requested.size(), 2);
+    }
+
     void aPermissionThatIsGivenIsUsedAtOnce()
     {
         Program program(plan(RunMode::normal));

@@ -15,6 +15,7 @@ private Q_SLOTS:
         QCOMPARE(endpoints.geocoding, QUrl(QStringLiteral("https://geocoding-api.open-meteo.com/v1/search")));
         QCOMPARE(endpoints.ipWho, QUrl(QStringLiteral("https://ipwho.is/")));
         QCOMPARE(endpoints.ipAPI, QUrl(QStringLiteral("https://ipapi.co/json/")));
+        QVERIFY(endpoints.needInternet);
     }
 
     void oneServerMayStandInForAll()
@@ -26,6 +27,7 @@ private Q_SLOTS:
             QCOMPARE(endpoints.geocoding, QUrl(QStringLiteral("http://localhost:8080/v1/search")));
             QCOMPARE(endpoints.ipWho, QUrl(QStringLiteral("http://localhost:8080/")));
             QCOMPARE(endpoints.ipAPI, QUrl(QStringLiteral("http://localhost:8080/json/")));
+            QVERIFY(!endpoints.needInternet);
         }
     }
 };

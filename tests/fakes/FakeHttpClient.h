@@ -34,13 +34,10 @@ public:
     bool answerJson(const QByteArray &body) { return answer(json(body)); }
     bool fail(const QString &reason = QStringLiteral("The Internet connection appears to be offline."))
     {
-        return answer({reason, 0, {}, {}});
+        return answer({reason, 0, {}});
     }
 
-    [[nodiscard]] static HttpAnswer json(const QByteArray &body)
-    {
-        return {std::nullopt, 200, QStringLiteral("application/json; charset=utf-8"), body};
-    }
+    [[nodiscard]] static HttpAnswer json(const QByteArray &body) { return {std::nullopt, 200, body}; }
 
     [[nodiscard]] qsizetype running() const { return m_running.size(); }
     /// Of what is to be answered next; empty when nothing is under way.

@@ -17,12 +17,12 @@ struct WeatherFixture {
     {
         return {QUrl(QStringLiteral("https://forecast.example/v1/forecast")),
             QUrl(QStringLiteral("https://geocoding.example/v1/search")), QUrl(QStringLiteral("https://ipwho.example/")),
-            QUrl(QStringLiteral("https://ipapi.example/json/"))};
+            QUrl(QStringLiteral("https://ipapi.example/json/")), true};
     }
 
     explicit WeatherFixture(bool debug = false)
         : service(std::make_unique<WeatherService>(
-            WeatherService::Context{store, clock, client, location, endpoints(), debug}))
+            WeatherService::Context{store, clock, client, location, network, endpoints(), debug}))
     {
         manager.authorization = LocationAuthorization::denied;
         // As if the program had started only now.
@@ -40,6 +40,14 @@ struct WeatherFixture {
     {
         change([](Settings &settings) { settings.useCurrentLocation = false; });
     }
+    void chooseCity(const QString &name, double latitude)
+    {
+        change([&](Settings &settings) {
+            settings.useCurrentLocation = false;
+            settings.location.name = name;
+            settings.location.latitude = latitude;
+        });
+    }
 
     /// Answers the forecast request that is under way, which there has to be.
     bool answerForecast(const QJsonObject &reply = replies::forecast())
@@ -55,6 +63,12 @@ struct WeatherFixture {
         return isAskedFor(QStringLiteral("ipapi.example")) && client.answerJson(replies::bytes(reply));
     }
 
+    /// Whose weather there is; empty for none.
+    [[nodiscard]] QString placeOfTheWeather() const
+    {
+        return service->snapshot() ? service->snapshot()->place.name : QString();
+    }
+
     /// Whether the request under way goes to that server.
     [[nodiscard]] bool isAskedFor(const QString &host) const { return client.next().host() == host; }
 
@@ -62,6 +76,7 @@ struct WeatherFixture {
     FakeHttpClient client;
     FakeLocationManager manager;
     FakeGeocoder geocoder;
+    FakeNetwork network;
     TemporaryDirectories directories;
     SettingsStore store{directories, QStringLiteral("app"), [](const QUrl &) { return std::nullopt; }};
     LocationService location{manager, geocoder, clock};

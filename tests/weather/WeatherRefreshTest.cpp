@@ -217,7 +217,7 @@ private Q_SLOTS:
         QCOMPARE(fixture.client.requested.size(), 2);
     }
 
-    void theChosenCityAsLastResortSchedulesNoRetry()
+    void theChosenCityAsLastResortCostsNoLocationRetry()
     {
         WeatherFixture fixture;
         fixture.manager.authorization = LocationAuthorization::authorized;

@@ -128,7 +128,7 @@ private Q_SLOTS:
         WeatherFixture fixture;
         fixture.chooseCity();
         fixture.service->start();
-        QVERIFY(fixture.client.answer({std::nullopt, 503, {}, {}}));
+        QVERIFY(fixture.client.answer({std::nullopt, 503, {}}));
         QVERIFY(!fixture.service->snapshot());
         QCOMPARE(fixture.service->lastError(), QStringLiteral("Weather service unavailable"));
     }
@@ -189,6 +189,21 @@ private Q_SLOTS:
             "Moorline: location source=Chosen city auth=denied city=San Francisco lat=37.7749 lon=-122.4194");
         fixture.chooseCity();
         fixture.service->start();
+    }
+
+    void withoutDebuggingNothingIsLogged()
+    {
+        // A message that nobody announced is no failure by itself, so they are counted.
+        static int messages = 0;
+        messages = 0;
+        const auto previous =
+            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) { ++messages; });
+        WeatherFixture fixture;
+        fixture.service->start();
+        const bool isAnswered = fixture.answerIPWho() && fixture.answerForecast();
+        qInstallMessageHandler(previous);
+        QVERIFY(isAnswered);
+        QCOMPARE(messages, 0);
     }
 
     void everySourceHasItsText()

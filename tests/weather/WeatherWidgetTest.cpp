@@ -142,6 +142,23 @@ private Q_SLOTS:
         QCOMPARE(painted(widget, scale), drawn(lines.widgetSize(), scale, draw));
     }
 
+    void keptWeatherKeepsItsPlace()
+    {
+        TileFixture fixture;
+        WeatherWidget widget(fixture.context());
+        QVERIFY(fixture.answerForecast());
+        const QImage sanFrancisco = painted(widget);
+        fixture.chooseCity(QStringLiteral("Oslo"), 59.91);
+        QCOMPARE(fixture.service->resolvedLocation()->name, QStringLiteral("Oslo"));
+        QCOMPARE(painted(widget), sanFrancisco);
+        QVERIFY(fixture.client.fail());
+        QCOMPARE(painted(widget), sanFrancisco);
+        fixture.refresh(replies::forecast());
+        const Lines lines{QStringLiteral("60°"), QStringLiteral("Oslo"), besideTheSymbol};
+        QCOMPARE(widget.size(), lines.widgetSize());
+        QVERIFY(painted(widget) != sanFrancisco);
+    }
+
     void aLongNameIsShortened()
     {
         TileFixture fixture;

@@ -150,13 +150,12 @@ void HttpExchange::follow(const QUrl &target)
 
 void HttpExchange::giveAnswer()
 {
-    const QString contentType = m_reply->header(QNetworkRequest::ContentTypeHeader).toString();
-    conclude({.failure = std::nullopt, .status = status(), .contentType = contentType, .body = m_body});
+    conclude({.failure = std::nullopt, .status = status(), .body = m_body});
 }
 
 void HttpExchange::fail(const QString &reason)
 {
-    conclude({.failure = reason, .status = 0, .contentType = {}, .body = {}});
+    conclude({.failure = reason, .status = 0, .body = {}});
 }
 
 /// Whoever hears of it may destroy the exchange, so that comes last.

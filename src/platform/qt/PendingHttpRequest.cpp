@@ -37,7 +37,7 @@ void PendingHttpRequest::refuse()
 
 void PendingHttpRequest::fail(const QString &reason)
 {
-    finish({.failure = reason, .status = 0, .contentType = {}, .body = {}});
+    finish({.failure = reason, .status = 0, .body = {}});
 }
 
 /// The completion may destroy this, so it comes last.
