@@ -7,6 +7,7 @@
 #include "chrome/BarStage.h"
 #include "dock/DockBarView.h"
 #include "dock/DockWindowController.h"
+#include "settings/Choices.h"
 #include "settings/SettingsStore.h"
 #include "system/SpaceProbe.h"
 #include "system/SystemDock.h"
