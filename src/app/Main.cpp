@@ -1,5 +1,4 @@
 #include "app/AppDelegate.h"
-#include "app/SingleInstance.h"
 
 #include <QApplication>
 #include <QProcessEnvironment>
@@ -38,10 +37,7 @@ int main(int argc, char **argv)
 
     Platform platform = createPlatform();
     // One-shot runs may come beside the bar that a person looks at.
-    std::optional<SingleInstance> instance;
-    if (displayNeed(plan) == DisplayNeed::required)
-        instance.emplace(platform.directories->applicationSupport() + u'/' + applicationIdentifier);
-    if (instance && !instance->isFirst()) {
+    if (displayNeed(plan) == DisplayNeed::required && !platform.instanceClaim->take()) {
         qInfo("Moorline: already running");
         return EXIT_SUCCESS;
     }

@@ -8,8 +8,14 @@ namespace moorline {
 Services::Services(Platform &lentPlatform, const RunPlan &plan)
     : platform(lentPlatform)
     , launcher(*platform.appBundles)
-    , store(*platform.directories, platform.appBundles->applicationExtension(),
-          [this](const QUrl &url) { return launcher.makeShortcut(url); })
+    , store({
+          .directories = *platform.directories,
+          .clock = *platform.clock,
+          .fileWatch = *platform.fileWatch,
+          .files = *platform.files,
+          .applicationExtension = platform.appBundles->applicationExtension(),
+          .makeShortcut = [this](const QUrl &url) { return launcher.makeShortcut(url); },
+      })
     , scripts(*platform.clock)
     , scriptedDockControl(scripts)
     , systemDock(*platform.preferences, *platform.windowServer,

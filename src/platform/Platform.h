@@ -3,8 +3,11 @@
 #include "platform/AppBundles.h"
 #include "platform/Clock.h"
 #include "platform/Directories.h"
+#include "platform/FileWatch.h"
+#include "platform/Files.h"
 #include "platform/Geocoder.h"
 #include "platform/HttpClient.h"
+#include "platform/InstanceClaim.h"
 #include "platform/LocationManager.h"
 #include "platform/Network.h"
 #include "platform/PanelWindow.h"
@@ -44,7 +47,10 @@ struct Platform {
     /// The one port that may be absent: the body has an implementation of its own, made of scripts and processes.
     std::unique_ptr<SystemDockControl> systemDockControl = nullptr;
     Port<SystemSettings> systemSettings;
+    Port<InstanceClaim> instanceClaim;
     Port<Directories> directories;
+    Port<Files> files;
+    Port<FileWatch> fileWatch;
     Port<HttpClient> httpClient;
     Port<Network> network;
     Port<LocationManager> locationManager;

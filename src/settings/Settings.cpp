@@ -21,8 +21,10 @@ ClockFormat systemClockFormat()
     static const QRegularExpression quoted(QStringLiteral("'[^']*'"));
     QString pattern = QLocale::system().timeFormat(QLocale::ShortFormat);
     pattern.remove(quoted);
-    // Qt writes the day period as "AP", "ap" or "A" where others write "a".
-    return pattern.contains(u'a', Qt::CaseInsensitive) ? ClockFormat::twelveHour : ClockFormat::twentyFourHour;
+    // A day period: Qt writes "AP", "ap" or "A" where others write "a", and leaves "B" and "b", with noon and the like,
+    // as they are.
+    static const QRegularExpression dayPeriod(QStringLiteral("[aAbB]"));
+    return pattern.contains(dayPeriod) ? ClockFormat::twelveHour : ClockFormat::twentyFourHour;
 }
 
 const QList<AppShortcut> &defaultShortcuts()

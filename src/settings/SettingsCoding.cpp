@@ -3,6 +3,7 @@
 #include "settings/Choices.h"
 #include "settings/SettingsFields.h"
 #include "support/JsonFields.h"
+#include "support/JsonMembers.h"
 
 #include <QJsonDocument>
 
@@ -137,13 +138,12 @@ struct Coding<WeatherLocation> {
 
 std::optional<Settings> decodeSettings(const QByteArray &json)
 {
-    const QJsonDocument document = QJsonDocument::fromJson(json);
-    if (!document.isObject())
+    const auto members = JsonMembers::of(json);
+    if (!members)
         return std::nullopt;
-    const QJsonObject object = document.object();
     Settings settings = Settings::defaults();
     forEachSetting([&]<typename Value>(const char *key, Value Settings::*field) {
-        if (auto value = Coding<Value>::read(object[QLatin1StringView(key)]))
+        if (auto value = Coding<Value>::read((*members)[QLatin1StringView(key)]))
             settings.*field = *std::move(value);
     });
     return settings;

@@ -1,37 +1,18 @@
 #include "settings/SettingsStore.h"
 
 #include "platform/Directories.h"
-#include "settings/SettingsCoding.h"
+#include "platform/Files.h"
 
-#include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <algorithm>
-#include <utility>
 
 namespace moorline {
 
 namespace {
 
-/// Far beyond any real settings file; what is larger is not read at all.
-constexpr qint64 largestFile = qint64(8) * 1024 * 1024;
-
-std::optional<QByteArray> contents(const QString &path)
+QString pathIn(const Directories &directories)
 {
-    // A pipe or a device in the file's place could be read for ever.
-    const QFileInfo info(path);
-    if (!info.isFile() || info.size() > largestFile)
-        return std::nullopt;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    return file.read(largestFile);
-}
-
-QString displayName(const QString &path)
-{
-    const QString name = QFileInfo(path).fileName();
-    return name.isEmpty() ? path : name;
+    return directories.applicationSupport() + u'/' + applicationIdentifier + QStringLiteral("/settings.json");
 }
 
 /// Appends what is not there yet, by id.
@@ -45,57 +26,17 @@ void add(QList<Item> &items, const Item &item)
 
 } // namespace
 
-SettingsStore::SettingsStore(
-    const Directories &directories, QString applicationExtension, MakeShortcut makeShortcut, QObject *parent)
+SettingsStore::SettingsStore(Context context, QObject *parent)
     : QObject(parent)
-    , m_applicationExtension(std::move(applicationExtension))
-    , m_makeShortcut(std::move(makeShortcut))
+    , m_context(std::move(context))
+    , m_sync(pathIn(m_context.directories), m_context.clock, m_context.fileWatch)
 {
-    const QDir folder(directories.applicationSupport() + u'/' + applicationIdentifier);
-    folder.mkpath(QStringLiteral("."));
-    m_filePath = folder.filePath(QStringLiteral("settings.json"));
-    load();
-    persist();
-}
-
-void SettingsStore::load()
-{
-    m_settings = Settings::defaults();
-    if (const auto json = contents(m_filePath))
-        m_settings = decodeSettings(*json).value_or(m_settings);
-    if (m_settings.pinnedItemsIntroduced)
-        return;
-    m_settings.pinnedItemsIntroduced = true;
-    if (!isEnabled(WidgetKind::pinnedItems))
-        m_settings.enabledWidgets.append(WidgetKind::pinnedItems);
-}
-
-void SettingsStore::persist() const
-{
-    // Written beside the file, flushed to disk, and renamed over it: a reader finds the old file or the new one.
-    QSaveFile file(m_filePath);
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    const QByteArray json = encodeSettings(m_settings);
-    // commit() alone does not see that a full disk took only the beginning.
-    if (file.write(json) == json.size() && file.flush())
-        file.commit();
-}
-
-void SettingsStore::change(const std::function<void(Settings &)> &edit)
-{
-    Settings edited = m_settings;
-    edit(edited);
-    if (edited == m_settings)
-        return;
-    const Settings before = std::exchange(m_settings, std::move(edited));
-    persist();
-    Q_EMIT settingsDidChange(before);
+    connect(&m_sync, &SettingsSync::didChange, this, &SettingsStore::settingsDidChange);
 }
 
 bool SettingsStore::isEnabled(WidgetKind kind) const
 {
-    return m_settings.enabledWidgets.contains(kind);
+    return settings().enabledWidgets.contains(kind);
 }
 
 void SettingsStore::toggleWidget(WidgetKind kind)
@@ -148,11 +89,12 @@ void SettingsStore::pinOne(Settings &settings, const QUrl &url) const
 {
     // The URL of a folder may end in a slash, its path does not.
     const QString path = url.adjusted(QUrl::StripTrailingSlash).toLocalFile();
-    const auto shortcut = QFileInfo(path).suffix() == m_applicationExtension ? m_makeShortcut(url) : std::nullopt;
+    const auto shortcut =
+        QFileInfo(path).suffix() == m_context.applicationExtension ? m_context.makeShortcut(url) : std::nullopt;
     if (shortcut)
         add(settings.appShortcuts, *shortcut);
     else
-        add(settings.pinnedItems, PinnedItem{path, displayName(path)});
+        add(settings.pinnedItems, PinnedItem{path, m_context.files.displayName(path)});
 }
 
 } // namespace moorline

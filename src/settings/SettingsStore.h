@@ -1,9 +1,8 @@
 #pragma once
 
-#include "settings/Settings.h"
+#include "settings/SettingsSync.h"
 
 #include <QList>
-#include <QObject>
 #include <QUrl>
 #include <functional>
 #include <optional>
@@ -11,24 +10,36 @@
 namespace moorline {
 
 class Directories;
+class Files;
 
 /// The reverse-DNS name of the program, and of its folder of settings.
 inline constexpr QLatin1StringView applicationIdentifier("app.moorline.Moorline");
 
-/// Owns the one live Settings record: reads it from disk, writes every real change back at once, and tells of it.
+/// Owns the one live Settings record. Every real change is written at once, and what is written to the file by others
+/// counts at once; both are announced.
 class SettingsStore final : public QObject {
     Q_OBJECT
 public:
     /// Makes a shortcut from the application bundle at a file URL; absent when there is none to be made.
     using MakeShortcut = std::function<std::optional<AppShortcut>(const QUrl &)>;
 
-    /// `applicationExtension` is the path extension that marks a dropped file as an application, without the dot.
-    SettingsStore(const Directories &directories, QString applicationExtension, MakeShortcut makeShortcut,
-        QObject *parent = nullptr);
+    /// What the store is built on. Everything lent here outlives it.
+    struct Context {
+        const Directories &directories;
+        Clock &clock;
+        FileWatch &fileWatch;
+        const Files &files;
+        /// The path extension that marks a dropped file as an application, without the dot.
+        QString applicationExtension;
+        MakeShortcut makeShortcut;
+    };
 
-    [[nodiscard]] const Settings &settings() const { return m_settings; }
-    /// Lets `edit` have the record, then saves and announces it, unless it is as it was.
-    void change(const std::function<void(Settings &)> &edit);
+    explicit SettingsStore(Context context, QObject *parent = nullptr);
+
+    [[nodiscard]] const Settings &settings() const { return m_sync.settings(); }
+    /// Lets `edit` have the record, then saves and announces it, unless it is as it was. What has been written to the
+    /// file since it was last looked at is in the record by then.
+    void change(const std::function<void(Settings &)> &edit) { m_sync.change(edit); }
 
     [[nodiscard]] bool isEnabled(WidgetKind kind) const;
     /// Switching a widget on brings the whole row into canonical order.
@@ -42,21 +53,18 @@ public:
     /// Pins what was dropped on the bar: applications as shortcuts, everything else as pinned items.
     void pin(const QList<QUrl> &urls);
 
-    [[nodiscard]] QString filePath() const { return m_filePath; }
+    [[nodiscard]] const QString &filePath() const { return m_sync.path(); }
 
 Q_SIGNALS:
-    /// The record changed and is on disk. Sent before change() returns, with the record as it was.
+    /// The record changed, here or on disk; carries it as it was. Sent before change() returns. The record is on disk
+    /// by then, unless the file cannot be written, or is being written by another just now.
     void settingsDidChange(const moorline::Settings &before);
 
 private:
-    void load();
-    void persist() const;
     void pinOne(Settings &settings, const QUrl &url) const;
 
-    QString m_applicationExtension;
-    MakeShortcut m_makeShortcut;
-    QString m_filePath;
-    Settings m_settings;
+    Context m_context;
+    SettingsSync m_sync;
 };
 
 } // namespace moorline

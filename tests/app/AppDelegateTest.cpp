@@ -65,10 +65,10 @@ DockHostingView &hostingView(const Program &program)
 
 void showWidgets(Program &program, const QList<WidgetKind> &kinds)
 {
-    Settings settings = program.delegate.store().settings();
-    settings.enabledWidgets = kinds;
-    settings.useCurrentLocation = false;
-    program.delegate.store().setSettings(settings);
+    program.delegate.store().change([&kinds](Settings &settings) {
+        settings.enabledWidgets = kinds;
+        settings.useCurrentLocation = false;
+    });
 }
 
 class PaintCounter final : public QObject {

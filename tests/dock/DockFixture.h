@@ -2,13 +2,13 @@
 
 #include "TrialWidget.h"
 #include "fakes/FakePlatform.h"
+#include "fakes/SettingsGround.h"
 
 #include "chrome/BarHolds.h"
 #include "chrome/BarStage.h"
 #include "dock/DockBarView.h"
 #include "dock/DockWindowController.h"
 #include "settings/Choices.h"
-#include "settings/SettingsStore.h"
 #include "system/SpaceProbe.h"
 #include "system/SystemDock.h"
 #include "theme/Symbols.h"
@@ -76,7 +76,7 @@ struct DockFixture : FakePlatform {
         };
     }
 
-    SettingsStore store{directories, QStringLiteral("app"), [](const QUrl &) { return std::nullopt; }};
+    SettingsStore store{storeContext(*this)};
     SystemDock systemDock{preferences, windowServer, systemDockControl, systemSettings};
     SpaceProbe spaceProbe{windowServer};
     Symbols symbols{symbolCatalogue};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fakes/FakeClock.h"
+#include "fakes/FakeFiles.h"
 #include "fakes/FakeHttpClient.h"
 #include "fakes/FakeLocation.h"
 #include "fakes/FakePanelWindow.h"
@@ -40,7 +41,10 @@ public:
         .preferences = makePort<FakePreferences>(),
         .systemDockControl = std::make_unique<FakeSystemDockControl>(),
         .systemSettings = makePort<FakeSystemSettings>(),
+        .instanceClaim = makePort<FakeInstanceClaim>(),
         .directories = makePort<TemporaryDirectories>(),
+        .files = makePort<FakeFiles>(),
+        .fileWatch = makePort<FakeFileWatch>(),
         .httpClient = makePort<FakeHttpClient>(),
         .network = makePort<FakeNetwork>(),
         .locationManager = makePort<FakeLocationManager>(),
@@ -61,7 +65,10 @@ public:
     FakePreferences &preferences = fakeOf<FakePreferences>(ports.preferences);
     FakeSystemDockControl &systemDockControl = fakeOf<FakeSystemDockControl>(ports.systemDockControl);
     FakeSystemSettings &systemSettings = fakeOf<FakeSystemSettings>(ports.systemSettings);
+    FakeInstanceClaim &instanceClaim = fakeOf<FakeInstanceClaim>(ports.instanceClaim);
     TemporaryDirectories &directories = fakeOf<TemporaryDirectories>(ports.directories);
+    FakeFiles &files = fakeOf<FakeFiles>(ports.files);
+    FakeFileWatch &fileWatch = fakeOf<FakeFileWatch>(ports.fileWatch);
     FakeHttpClient &httpClient = fakeOf<FakeHttpClient>(ports.httpClient);
     FakeNetwork &network = fakeOf<FakeNetwork>(ports.network);
     FakeLocationManager &locationManager = fakeOf<FakeLocationManager>(ports.locationManager);

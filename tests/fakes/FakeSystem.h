@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/AppBundles.h"
+#include "platform/InstanceClaim.h"
 #include "platform/Power.h"
 #include "platform/StatusBar.h"
 #include "platform/SymbolCatalogue.h"
@@ -16,6 +17,14 @@ namespace moorline::test {
 class FakeWorkspace final : public Workspace { };
 
 class FakePower final : public Power { };
+
+/// The first of its display until told otherwise.
+class FakeInstanceClaim final : public InstanceClaim {
+public:
+    [[nodiscard]] bool take() override { return isFree; }
+
+    bool isFree = true;
+};
 
 class FakeStatusBar final : public StatusBar { };
 

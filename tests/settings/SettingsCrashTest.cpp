@@ -1,7 +1,7 @@
-#include "fakes/TemporaryDirectories.h"
+#include "fakes/FakeClock.h"
+#include "fakes/SettingsGround.h"
 #include "harness/TestCase.h"
 #include "settings/SettingsCoding.h"
-#include "settings/SettingsStore.h"
 
 #include <QFile>
 #include <QProcess>
@@ -27,8 +27,10 @@ private Q_SLOTS:
 
     void writeThatFailsLeavesTheOldFile()
     {
-        const test::TemporaryDirectories directories;
-        makeSettingsFile(directories);
+        test::FakeClock clock;
+        test::SettingsGround ground;
+        const auto &directories = ground.directories;
+        const SettingsStore store(ground.context(clock));
         const QByteArray before = contents(directories);
         QProcess helper;
         helper.start(QStringLiteral(SETTINGS_HELPER), {QStringLiteral("no-room"), directories.applicationSupport()});
@@ -50,11 +52,6 @@ private:
     {
         QFile file(filePath(directories));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    static void makeSettingsFile(const test::TemporaryDirectories &directories)
-    {
-        const SettingsStore store(directories, QStringLiteral("app"), [](const QUrl &) { return std::nullopt; });
     }
 
     /// Kills a program that changes settings as fast as it can, some time after it told of so many changes. Answers the

@@ -1,3 +1,5 @@
+#include "fakes/FakeClock.h"
+#include "fakes/FakeFiles.h"
 #include "fakes/TemporaryDirectories.h"
 #include "settings/SettingsStore.h"
 
@@ -9,11 +11,6 @@
 using namespace moorline;
 
 namespace {
-
-SettingsStore::MakeShortcut noShortcut()
-{
-    return [](const QUrl &) { return std::nullopt; };
-}
 
 int printClockFormat()
 {
@@ -55,7 +52,10 @@ int main(int argc, char **argv)
     if (arguments.value(1) == QLatin1StringView("clock-format"))
         return printClockFormat();
     const test::GivenDirectories directories(arguments.value(2));
-    SettingsStore store(directories, QStringLiteral("app"), noShortcut());
+    test::FakeClock clock;
+    test::FakeFileWatch fileWatch;
+    const test::FakeFiles files;
+    SettingsStore store({directories, clock, fileWatch, files, QStringLiteral("app"), nullptr});
     if (arguments.value(1) == QLatin1StringView("storm"))
         storm(store);
     return changeWithoutRoom(store);

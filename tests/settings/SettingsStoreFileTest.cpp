@@ -1,7 +1,7 @@
-#include "fakes/TemporaryDirectories.h"
+#include "fakes/FakeClock.h"
+#include "fakes/SettingsGround.h"
 #include "harness/TestCase.h"
 #include "settings/SettingsCoding.h"
-#include "settings/SettingsStore.h"
 
 #include <QDir>
 #include <QFile>
@@ -9,10 +9,9 @@
 #include <sys/stat.h>
 
 using namespace moorline;
+using namespace std::chrono_literals;
 
 namespace {
-
-const auto noShortcut = [](const QUrl &) -> std::optional<AppShortcut> { return std::nullopt; };
 
 /// The defaults as a store has them.
 Settings introducedDefaults()
@@ -36,8 +35,8 @@ private Q_SLOTS:
     void init()
     {
         TestCase::init();
-        m_directories = std::make_unique<test::TemporaryDirectories>();
-        m_folder = m_directories->applicationSupport() + QStringLiteral("/app.moorline.Moorline");
+        m_ground = std::make_unique<test::SettingsGround>();
+        m_folder = m_ground->directories.applicationSupport() + QStringLiteral("/app.moorline.Moorline");
         m_path = m_folder + QStringLiteral("/settings.json");
     }
 
@@ -52,9 +51,9 @@ private Q_SLOTS:
 
     void foldersAboveAreMadeToo()
     {
-        const test::GivenDirectories deep(m_directories->applicationSupport() + QStringLiteral("/a/b/c"));
-        const SettingsStore store(deep, QStringLiteral("app"), noShortcut);
-        QVERIFY(QFile::exists(store.filePath()));
+        const test::GivenDirectories deep(m_ground->directories.applicationSupport() + QStringLiteral("/a/b/c"));
+        const auto store = makeStore(deep);
+        QVERIFY(QFile::exists(store->filePath()));
     }
 
     void olderFileGetsThePinnedItemsWidgetAtOnce()
@@ -103,8 +102,11 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, document);
         write(document);
-        QCOMPARE(makeStore()->settings(), introducedDefaults());
+        const auto store = makeStore();
+        QCOMPARE(store->settings(), introducedDefaults());
+        m_clock.advance(3s);
         QCOMPARE(decodeSettings(contents(m_path)), std::optional(introducedDefaults()));
+        QCOMPARE(contents(m_path + QStringLiteral(".damaged")), document);
     }
 
     void pipeInThePlaceOfTheFileDoesNotHang()
@@ -126,7 +128,7 @@ private Q_SLOTS:
 
     void linkedFileIsReadAndWrittenWhereItLies()
     {
-        const QString target = m_directories->applicationSupport() + QStringLiteral("/elsewhere.json");
+        const QString target = m_ground->directories.applicationSupport() + QStringLiteral("/elsewhere.json");
         writeTo(target, R"({"recentAppCount":7})");
         QVERIFY(QDir().mkpath(m_folder));
         QVERIFY(QFile::link(target, m_path));
@@ -140,7 +142,7 @@ private Q_SLOTS:
     void linkToNothingIsSurvived()
     {
         QVERIFY(QDir().mkpath(m_folder));
-        QVERIFY(QFile::link(m_directories->applicationSupport() + QStringLiteral("/nowhere/x.json"), m_path));
+        QVERIFY(QFile::link(m_ground->directories.applicationSupport() + QStringLiteral("/nowhere/x.json"), m_path));
         const auto store = makeStore();
         changeOneSetting(*store);
         QVERIFY(store->settings().showSeconds);
@@ -157,13 +159,13 @@ private Q_SLOTS:
 
     void placeThatCannotBeWrittenIsSurvived()
     {
-        const QString file = m_directories->applicationSupport() + QStringLiteral("/file");
+        const QString file = m_ground->directories.applicationSupport() + QStringLiteral("/file");
         writeTo(file, "not a folder");
         const test::GivenDirectories blocked(file);
-        SettingsStore store(blocked, QStringLiteral("app"), noShortcut);
-        QSignalSpy changes(&store, &SettingsStore::settingsDidChange);
-        changeOneSetting(store);
-        QVERIFY(store.settings().showSeconds);
+        const auto store = makeStore(blocked);
+        QSignalSpy changes(store.get(), &SettingsStore::settingsDidChange);
+        changeOneSetting(*store);
+        QVERIFY(store->settings().showSeconds);
         QCOMPARE(changes.count(), 1);
         QCOMPARE(contents(file), QByteArray("not a folder"));
     }
@@ -176,9 +178,12 @@ private Q_SLOTS:
     }
 
 private:
-    [[nodiscard]] std::unique_ptr<SettingsStore> makeStore() const
+    [[nodiscard]] std::unique_ptr<SettingsStore> makeStore() { return makeStore(m_ground->directories); }
+
+    [[nodiscard]] std::unique_ptr<SettingsStore> makeStore(const Directories &directories)
     {
-        return std::make_unique<SettingsStore>(*m_directories, QStringLiteral("app"), noShortcut);
+        return std::make_unique<SettingsStore>(SettingsStore::Context{
+            directories, m_clock, m_ground->fileWatch, m_ground->files, QStringLiteral("app"), nullptr});
     }
 
     static void changeOneSetting(SettingsStore &store)
@@ -199,7 +204,8 @@ private:
         writeTo(m_path, bytes);
     }
 
-    std::unique_ptr<test::TemporaryDirectories> m_directories;
+    test::FakeClock m_clock;
+    std::unique_ptr<test::SettingsGround> m_ground;
     QString m_folder;
     QString m_path;
 };

@@ -1,5 +1,6 @@
 #include "settings/SettingsStore.h"
-#include "fakes/TemporaryDirectories.h"
+#include "fakes/FakeClock.h"
+#include "fakes/SettingsGround.h"
 #include "harness/TestCase.h"
 #include "settings/SettingsCoding.h"
 
@@ -34,9 +35,10 @@ private Q_SLOTS:
     {
         TestCase::init();
         m_asked.clear();
-        m_directories = std::make_unique<test::TemporaryDirectories>();
-        m_store = std::make_unique<SettingsStore>(
-            *m_directories, QStringLiteral("app"), [this](const QUrl &url) { return makeShortcut(url); });
+        m_ground = std::make_unique<test::SettingsGround>();
+        auto context = m_ground->context(m_clock);
+        context.makeShortcut = [this](const QUrl &url) { return makeShortcut(url); };
+        m_store = std::make_unique<SettingsStore>(context);
         m_changes = std::make_unique<QSignalSpy>(m_store.get(), &SettingsStore::settingsDidChange);
     }
 
@@ -171,6 +173,13 @@ private Q_SLOTS:
         QCOMPARE(m_store->settings().pinnedItems, QList{pinned("/", "/")});
     }
 
+    void pinnedFileHasTheNameThatTheFileManagerShows()
+    {
+        m_ground->files.names.insert(QStringLiteral("/Users/me/Documents"), QStringLiteral("Dokumente"));
+        m_store->pin({file("/Users/me/Documents/")});
+        QCOMPARE(m_store->settings().pinnedItems, QList{pinned("/Users/me/Documents", "Dokumente")});
+    }
+
     void upperCaseExtensionIsAFile()
     {
         m_store->pin({file("/Applications/Notes.APP")});
@@ -215,7 +224,10 @@ private Q_SLOTS:
 
     void extensionOfApplicationsIsTheSystems()
     {
-        SettingsStore store(*m_directories, QStringLiteral("desktop"), [](const QUrl &) { return notes(); });
+        auto context = m_ground->context(m_clock);
+        context.applicationExtension = QStringLiteral("desktop");
+        context.makeShortcut = [](const QUrl &) { return notes(); };
+        SettingsStore store(context);
         store.pin({file("/usr/share/applications/notes.desktop"), file("/Applications/Notes.app")});
         QCOMPARE(store.settings().appShortcuts, defaultShortcuts() + QList{notes()});
         QCOMPARE(store.settings().pinnedItems, QList{pinned("/Applications/Notes.app", "Notes.app")});
@@ -242,7 +254,8 @@ private:
         return saved.open(QIODevice::ReadOnly) ? decodeSettings(saved.readAll()) : std::nullopt;
     }
 
-    std::unique_ptr<test::TemporaryDirectories> m_directories;
+    test::FakeClock m_clock;
+    std::unique_ptr<test::SettingsGround> m_ground;
     std::unique_ptr<SettingsStore> m_store;
     std::unique_ptr<QSignalSpy> m_changes;
     QList<QUrl> m_asked;

@@ -15,6 +15,9 @@ private Q_SLOTS:
         QTest::newRow("en_AU.UTF-8") << QByteArray("12h");
         QTest::newRow("ko_KR.UTF-8") << QByteArray("12h");
         QTest::newRow("hi_IN.UTF-8") << QByteArray("12h");
+        // The part of the day is "B" there, which knows of dawn and midday.
+        QTest::newRow("zh_TW.UTF-8") << QByteArray("12h");
+        QTest::newRow("zh_CN.UTF-8") << QByteArray("24h");
         QTest::newRow("en_GB.UTF-8") << QByteArray("24h");
         QTest::newRow("de_DE.UTF-8") << QByteArray("24h");
         QTest::newRow("fr_CA.UTF-8") << QByteArray("24h");

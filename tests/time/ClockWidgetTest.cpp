@@ -4,9 +4,8 @@
 #include "PaintRecorder.h"
 #include "RepaintCounter.h"
 #include "fakes/FakeClock.h"
-#include "fakes/TemporaryDirectories.h"
+#include "fakes/SettingsGround.h"
 #include "harness/TestCase.h"
-#include "settings/SettingsStore.h"
 #include "theme/Text.h"
 #include "time/TimeKeeper.h"
 
@@ -38,8 +37,8 @@ struct Wall {
     }
 
     FakeClock clock{QDateTime(QDate(2025, 3, 4), QTime(13, 5), Qt::UTC)};
-    TemporaryDirectories directories;
-    SettingsStore store{directories, QStringLiteral("app"), [](const QUrl &) { return std::nullopt; }};
+    SettingsGround ground;
+    SettingsStore store{ground.context(clock)};
     TimeKeeper keeper{clock};
 };
 

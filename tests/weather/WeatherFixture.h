@@ -4,8 +4,7 @@
 #include "fakes/FakeClock.h"
 #include "fakes/FakeHttpClient.h"
 #include "fakes/FakeLocation.h"
-#include "fakes/TemporaryDirectories.h"
-#include "settings/SettingsStore.h"
+#include "fakes/SettingsGround.h"
 #include "weather/LocationService.h"
 #include "weather/WeatherService.h"
 
@@ -77,8 +76,8 @@ struct WeatherFixture {
     FakeLocationManager manager;
     FakeGeocoder geocoder;
     FakeNetwork network;
-    TemporaryDirectories directories;
-    SettingsStore store{directories, QStringLiteral("app"), [](const QUrl &) { return std::nullopt; }};
+    SettingsGround ground;
+    SettingsStore store{ground.context(clock)};
     LocationService location{manager, geocoder, clock};
     std::unique_ptr<WeatherService> service;
 };

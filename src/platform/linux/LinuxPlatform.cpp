@@ -4,6 +4,7 @@
 #include "platform/linux/bus/BusKeeper.h"
 #include "platform/linux/desktop/DesktopEntries.h"
 #include "platform/linux/desktop/LogindPower.h"
+#include "platform/linux/desktop/PlainFiles.h"
 #include "platform/linux/desktop/StatusNotifierBar.h"
 #include "platform/linux/desktop/SvgSymbols.h"
 #include "platform/linux/desktop/XdgDirectories.h"
@@ -16,6 +17,7 @@
 #include "platform/linux/location/GeoClueLocationManager.h"
 #include "platform/linux/network/RouteMonitor.h"
 #include "platform/linux/x11/ClientWindows.h"
+#include "platform/linux/x11/X11InstanceClaim.h"
 #include "platform/linux/x11/X11PanelWindow.h"
 #include "platform/linux/x11/X11Pointer.h"
 #include "platform/linux/x11/X11PopupWindows.h"
@@ -24,6 +26,7 @@
 #include "platform/linux/x11/X11Workspace.h"
 #include "platform/linux/x11/XConnection.h"
 #include "platform/qt/QtClock.h"
+#include "platform/qt/QtFileWatch.h"
 #include "platform/qt/QtHttpClient.h"
 
 #include <QGuiApplication>
@@ -130,6 +133,13 @@ Port<Workspace> makeWorkspace(X11Desktop *desktop)
     return makePort<Workspace>();
 }
 
+Port<InstanceClaim> makeInstanceClaim(const X11Desktop *desktop)
+{
+    if (desktop)
+        return makePort<X11InstanceClaim>(*desktop->connection);
+    return makePort<NullInstanceClaim>();
+}
+
 } // namespace
 
 bool preparePlatform(DisplayNeed need)
@@ -164,7 +174,10 @@ Platform createPlatform()
         .preferences = makePort<DesktopPreferences>(foundation->dock),
         .systemDockControl = std::make_unique<DesktopDockControl>(foundation->dock),
         .systemSettings = makePort<DesktopSettings>(foundation->dock),
+        .instanceClaim = makeInstanceClaim(desktop),
         .directories = makePort<XdgDirectories>(),
+        .files = makePort<PlainFiles>(),
+        .fileWatch = makePort<QtFileWatch>(),
         .httpClient = makePort<QtHttpClient>(clock),
         .network = makePort<RouteMonitor>(clock),
         .locationManager =

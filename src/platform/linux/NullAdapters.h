@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/InstanceClaim.h"
 #include "platform/PanelWindow.h"
 #include "platform/Pointer.h"
 #include "platform/PopupWindows.h"
@@ -15,6 +16,12 @@ class NullPointer final : public Pointer {
 public:
     [[nodiscard]] QPointF location() const override;
     [[nodiscard]] Qt::MouseButtons pressedButtons() const override;
+};
+
+/// Where there is no X server: without a display nobody is in the way.
+class NullInstanceClaim final : public InstanceClaim {
+public:
+    [[nodiscard]] bool take() override { return true; }
 };
 
 /// Where there is no X server: one that tells nothing.

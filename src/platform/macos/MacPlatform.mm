@@ -2,6 +2,7 @@
 #import "platform/macos/CFPointer.h"
 #import "platform/macos/MacAppBundles.h"
 #import "platform/macos/MacDirectories.h"
+#import "platform/macos/MacFiles.h"
 #import "platform/macos/MacGeocoder.h"
 #import "platform/macos/MacLocationManager.h"
 #import "platform/macos/MacNetwork.h"
@@ -15,8 +16,12 @@
 #import "platform/macos/MacSystemSettings.h"
 #import "platform/macos/MacWindowServer.h"
 #import "platform/macos/MacWorkspace.h"
+#include "platform/qt/LockFileClaim.h"
 #include "platform/qt/QtClock.h"
+#include "platform/qt/QtFileWatch.h"
 #include "platform/qt/QtHttpClient.h"
+
+#include <QGuiApplication>
 
 #import <AppKit/AppKit.h>
 #import <CoreGraphics/CoreGraphics.h>
@@ -63,7 +68,11 @@ Platform createPlatform()
         .statusBar = makePort<StatusBar>(),
         .preferences = makePort<MacPreferences>(),
         .systemSettings = makePort<MacSystemSettings>(),
+        .instanceClaim =
+            makePort<LockFileClaim>(MacDirectories().applicationSupport() + u'/' + QGuiApplication::desktopFileName()),
         .directories = makePort<MacDirectories>(),
+        .files = makePort<MacFiles>(),
+        .fileWatch = makePort<QtFileWatch>(),
         .httpClient = makePort<QtHttpClient>(clock),
         .network = makePort<MacNetwork>(),
         .locationManager = makePort<MacLocationManager>(),

@@ -168,6 +168,13 @@ typedef NSString *NSNotificationName;
 + (instancetype)URLWithString:(NSString *)URLString;
 @end
 
+// https://developer.apple.com/documentation/foundation/filemanager
+@interface NSFileManager : NSObject
+@property (class, readonly, strong) NSFileManager *defaultManager;
+// https://developer.apple.com/documentation/foundation/filemanager/displayname(atpath:)
+- (NSString *)displayNameAtPath:(NSString *)path;
+@end
+
 // https://developer.apple.com/documentation/foundation/filemanager/searchpathdirectory
 enum NSSearchPathDirectory : NSUInteger {
     NSApplicationSupportDirectory = 14,

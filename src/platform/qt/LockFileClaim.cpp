@@ -1,4 +1,4 @@
-#include "app/SingleInstance.h"
+#include "platform/qt/LockFileClaim.h"
 
 #include <QDir>
 
@@ -14,12 +14,16 @@ QString lockPath(const QString &folder)
 
 } // namespace
 
-SingleInstance::SingleInstance(const QString &folder)
+LockFileClaim::LockFileClaim(const QString &folder)
     : m_lock(lockPath(folder))
 {
     // However long the bar runs, only the end of its process ends its claim.
     m_lock.setStaleLockTime(0);
-    m_isFirst = m_lock.tryLock(0) || m_lock.error() != QLockFile::LockFailedError;
+}
+
+bool LockFileClaim::take()
+{
+    return m_lock.tryLock(0) || m_lock.error() != QLockFile::LockFailedError;
 }
 
 } // namespace moorline

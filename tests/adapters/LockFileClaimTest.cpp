@@ -1,26 +1,25 @@
-#include "app/SingleInstance.h"
+#include "platform/qt/LockFileClaim.h"
 
 #include "harness/TestCase.h"
 
 #include <QFile>
 #include <QTemporaryDir>
-#include <optional>
 
 using namespace moorline;
 using namespace moorline::test;
 
-class SingleInstanceTest final : public TestCase {
+class LockFileClaimTest final : public TestCase {
     Q_OBJECT
 private Q_SLOTS:
     void theSecondIsNotTheFirst()
     {
         const QTemporaryDir root;
         const QString folder = root.filePath(QStringLiteral("not/there/yet"));
-        std::optional<SingleInstance> first(folder);
-        QVERIFY(first->isFirst());
-        QVERIFY(!SingleInstance(folder).isFirst());
+        auto first = std::make_unique<LockFileClaim>(folder);
+        QVERIFY(first->take());
+        QVERIFY(!LockFileClaim(folder).take());
         first.reset();
-        QVERIFY(SingleInstance(folder).isFirst());
+        QVERIFY(LockFileClaim(folder).take());
     }
 
     void aClaimOfAProcessThatDiedIsFree()
@@ -31,12 +30,12 @@ private Q_SLOTS:
         // Beyond the largest process number there can be.
         lock.write(QByteArray("2147483646\nmoorline\n") + QSysInfo::machineHostName().toUtf8() + "\n");
         lock.close();
-        QVERIFY(SingleInstance(root.path()).isFirst());
+        QVERIFY(LockFileClaim(root.path()).take());
     }
 
-    void aFolderThatCannotBeWrittenStopsNobody() { QVERIFY(SingleInstance(QStringLiteral("/proc/nowhere")).isFirst()); }
+    void aFolderThatCannotBeWrittenStopsNobody() { QVERIFY(LockFileClaim(QStringLiteral("/proc/nowhere")).take()); }
 };
 
-MOORLINE_TEST(SingleInstanceTest);
+MOORLINE_TEST(LockFileClaimTest);
 
-#include "SingleInstanceTest.moc"
+#include "LockFileClaimTest.moc"

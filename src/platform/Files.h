@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+namespace moorline {
+
+/// What the file manager says of files.
+class Files {
+public:
+    virtual ~Files() = default;
+
+    /// The name that the user sees, which may be another than the last part of the path: translated, or without its
+    /// extension. For a file that is not there the last part of its path. Never empty unless `path` is.
+    [[nodiscard]] virtual QString displayName(const QString &path) const = 0;
+};
+
+} // namespace moorline

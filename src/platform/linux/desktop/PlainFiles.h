@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/Files.h"
+
+namespace moorline {
+
+/// Linux shows files under the names they have.
+class PlainFiles final : public Files {
+public:
+    [[nodiscard]] QString displayName(const QString &path) const override;
+};
+
+} // namespace moorline

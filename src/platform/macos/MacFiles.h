@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/Files.h"
+
+namespace moorline {
+
+class MacFiles final : public Files {
+public:
+    [[nodiscard]] QString displayName(const QString &path) const override;
+};
+
+} // namespace moorline

@@ -1,0 +1,12 @@
+#import "platform/macos/MacFiles.h"
+
+#import "platform/macos/Conversions.h"
+
+namespace moorline {
+
+QString MacFiles::displayName(const QString &path) const
+{
+    return toQString([NSFileManager.defaultManager displayNameAtPath:toNSString(path)]);
+}
+
+} // namespace moorline

@@ -1,0 +1,120 @@
+#include "support/JsonMembers.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace moorline {
+
+namespace {
+
+/// What one piece of a document says; undefined when it is no JSON.
+QJsonValue valueOf(const QByteArray &text)
+{
+    const QJsonArray alone = QJsonDocument::fromJson('[' + text + ']').array();
+    return alone.size() == 1 ? alone.first() : QJsonValue(QJsonValue::Undefined);
+}
+
+QByteArray closerOf(char opener)
+{
+    return QByteArray(1, opener == '[' ? ']' : '}');
+}
+
+/// Goes through a document by its brackets, commas and quotes alone. It keeps the open brackets on the heap, where any
+/// depth has room.
+class Scanner final {
+public:
+    explicit Scanner(const QByteArray &document)
+        : m_rest(document)
+    {
+        if (m_rest.startsWith("\xef\xbb\xbf"))
+            m_rest = m_rest.sliced(3);
+    }
+
+    /// Whether the next thing is `expected`, which is then behind.
+    bool take(char expected)
+    {
+        m_rest = m_rest.trimmed();
+        if (!m_rest.startsWith(expected))
+            return false;
+        m_rest = m_rest.sliced(1);
+        return true;
+    }
+
+    /// The text of the next value, up to the comma or bracket that ends it. Empty when nothing ends it.
+    QByteArray takeValue()
+    {
+        QByteArray open;
+        for (qsizetype place = 0; place < m_rest.size(); ++place) {
+            const char c = m_rest[place];
+            if (c == '"')
+                place = endOfText(place);
+            else if (c == '[' || c == '{')
+                open += closerOf(c);
+            else if (open.isEmpty() && (c == ',' || c == ':' || c == '}'))
+                return takeFirst(place);
+            else if ((c == ']' || c == '}') && !close(open, c))
+                return {};
+        }
+        return {};
+    }
+
+    [[nodiscard]] bool isAtEnd() const { return m_rest.trimmed().isEmpty(); }
+
+private:
+    /// Where the text that begins at `start` ends; the end of the document when nothing ends it.
+    [[nodiscard]] qsizetype endOfText(qsizetype start) const
+    {
+        qsizetype place = start + 1;
+        while (place < m_rest.size() && m_rest[place] != '"')
+            place += m_rest[place] == '\\' ? 2 : 1;
+        return place;
+    }
+
+    static bool close(QByteArray &open, char closer)
+    {
+        const bool matches = open.endsWith(closer);
+        open.chop(1);
+        return matches;
+    }
+
+    QByteArray takeFirst(qsizetype length)
+    {
+        const QByteArray value = m_rest.first(length).trimmed().toByteArray();
+        m_rest = m_rest.sliced(length);
+        return value;
+    }
+
+    QByteArrayView m_rest;
+};
+
+} // namespace
+
+std::optional<JsonMembers> JsonMembers::of(const QByteArray &document)
+{
+    Scanner scanner(document);
+    JsonMembers members;
+    if (!scanner.take('{'))
+        return std::nullopt;
+    if (!scanner.take('}')) {
+        do {
+            const QByteArray name = scanner.takeValue();
+            if (!name.startsWith('"') || !scanner.take(':'))
+                return std::nullopt;
+            const QByteArray value = scanner.takeValue();
+            if (value.isEmpty())
+                return std::nullopt;
+            members.m_values.insert(valueOf(name).toString(), value);
+        } while (scanner.take(','));
+        if (!scanner.take('}'))
+            return std::nullopt;
+    }
+    return scanner.isAtEnd() ? std::optional(std::move(members)) : std::nullopt;
+}
+
+QJsonValue JsonMembers::operator[](QLatin1StringView name) const
+{
+    const auto found = m_values.constFind(name);
+    return found == m_values.constEnd() ? QJsonValue(QJsonValue::Undefined) : valueOf(*found);
+}
+
+} // namespace moorline
