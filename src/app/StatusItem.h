@@ -8,6 +8,7 @@
 namespace moorline {
 
 class StatusBar;
+class Symbols;
 
 /// The program's item in the system's status bar, with the commands that are always in reach.
 class StatusItem final : public QObject {

@@ -97,7 +97,7 @@ struct StageFixture {
     FakeScreens screens;
     FakePanelWindow panel;
     FakeClock clock;
-    FakeSystemImages images;
+    FakeSymbolCatalogue images;
     Symbols symbols{images};
     BarHolds holds;
     QStringList chosen;
