@@ -3,6 +3,7 @@
 #include "app/BarWidgets.h"
 #include "app/Services.h"
 #include "app/StatusItem.h"
+#include "dock/DockBarView.h"
 #include "dock/DockHostingView.h"
 #include "dock/DockPanel.h"
 #include "fakes/FakePlatform.h"
