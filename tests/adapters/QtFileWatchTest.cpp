@@ -50,7 +50,7 @@ private Q_SLOTS:
     {
         write(m_path, "one");
         const auto watch = begin(m_path);
-        for (const QByteArray &bytes : {"two", "three", "four"})
+        for (const char *bytes : {"two", "three", "four"})
             QVERIFY(isSeen([&] { write(m_path, bytes); }));
     }
 
@@ -58,7 +58,7 @@ private Q_SLOTS:
     {
         write(m_path, "one");
         const auto watch = begin(m_path);
-        for (const QByteArray &bytes : {"two", "three", "four"})
+        for (const char *bytes : {"two", "three", "four"})
             QVERIFY(isSeen([&] { replace(m_path, bytes); }));
         QVERIFY(isSeen([this] { write(m_path, "five"); }));
     }

@@ -111,7 +111,8 @@ private Q_SLOTS:
 
     void takesTheBodyWhateverItIsDeclaredToBe()
     {
-        for (const QByteArray &type : {"text/html", "image/png", "text/plain; charset=latin1"}) {
+        for (const QByteArray &type :
+            {QByteArray("text/html"), QByteArray("image/png"), QByteArray("text/plain; charset=latin1")}) {
             const QByteArray length = QByteArray::number(json.size());
             m_server->on("/",
                 sends(
