@@ -26,6 +26,8 @@ packages_of() {
     pictures) echo fonts-inter tint2 ;;
     bench) echo plank ;;
     format) echo clang-format ;;
+    tidy) echo clang clang-tidy clang-tools ;;
+    releases) echo debootstrap ;;
     esac
 }
 
@@ -39,6 +41,8 @@ commands_of() {
     pictures) echo tint2 ;;
     bench) echo plank ;;
     format) echo clang-format ;;
+    tidy) echo clang++ clang-tidy run-clang-tidy ;;
+    releases) echo debootstrap ;;
     esac
 }
 
