@@ -1,11 +1,13 @@
 """Runs that make one thing and end, and what they write to the log."""
 
+import json
 import re
 
 import pytest
 from PIL import Image
 
 from harness.bar import APPLICATION, Bar, binary, write_settings
+from harness.desktop import Desktop
 from harness.waiting import wait_until
 
 PREVIEW_TOP = (0x2B, 0x3A, 0x4A)
@@ -123,6 +125,27 @@ def test_a_second_bar_ends_and_leaves_the_first_alone(desktop, start_bar):
     bar = start_bar()
     assert run(desktop) == ["Moorline: already running"]
     assert bar.process.is_running() and bar.is_pill_visible()
+
+
+def test_a_bar_on_another_display_shares_the_settings_with_the_first(desktop, start_bar):
+    bar = start_bar()
+    with Desktop("openbox") as other_desktop:
+        other = Bar(other_desktop, XDG_CONFIG_HOME=desktop.config_home)
+        bar.settings_path.write_text(json.dumps({**bar.settings(), "bottomGap": 40}))
+        for each in (bar, other):
+            wait_until(lambda: each.frame().y == each.shown_top(gap=40), what="the bar stands higher")
+        assert bar.settings()["bottomGap"] == 40
+
+
+def test_a_damaged_settings_file_is_kept_aside(desktop):
+    path = desktop.config_home / APPLICATION / "settings.json"
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_text('{"bottomGap": 40')
+    bar = Bar(desktop)
+    damaged = path.with_name("settings.json.damaged")
+    wait_until(damaged.is_file, timeout=10, what="the damaged file is kept")
+    assert damaged.read_text() == '{"bottomGap": 40'
+    wait_until(lambda: path.is_file() and bar.settings()["bottomGap"] == 2, what="the defaults are written")
 
 
 def test_a_bar_that_was_killed_can_be_started_again(desktop, start_bar):
