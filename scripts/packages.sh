@@ -21,7 +21,8 @@ packages_of() {
             python3 python3-xlib python3-pil xterm
         ;;
     test)
-        echo clang libglib2.0-bin xfwm4 metacity i3-wm plank tint2 xdotool python3-pytest python3-dbusmock openssl
+        echo clang libglib2.0-bin xfwm4 metacity i3-wm plank tint2 xdotool python3-pytest python3-dbusmock openssl \
+            qt6-gtk-platformtheme
         ;;
     pictures) echo fonts-inter tint2 ;;
     bench) echo plank ;;

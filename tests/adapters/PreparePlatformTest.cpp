@@ -2,6 +2,8 @@
 
 #include "harness/TestCase.h"
 
+#include <QGuiApplication>
+
 using namespace moorline;
 using namespace moorline::test;
 
@@ -53,6 +55,13 @@ private Q_SLOTS:
         qputenv("QT_QPA_PLATFORM", chosen);
         QTEST(preparePlatform(need), "goesOn");
         QTEST(qgetenv("QT_QPA_PLATFORM"), "platform");
+    }
+
+    void asksTheDesktopForNoTheme()
+    {
+        QGuiApplication::setDesktopSettingsAware(true);
+        QVERIFY(preparePlatform(DisplayNeed::optional));
+        QVERIFY(!QGuiApplication::desktopSettingsAware());
     }
 
 private:
