@@ -6,6 +6,7 @@ import pytest
 from harness.bar import Bar
 from harness.client import Client
 from harness.desktop import WINDOW_MANAGERS, Desktop
+from harness.stalls import StallWatch
 
 FAILURES = Path(__file__).parents[2] / "build/desktop-failures"
 
@@ -38,7 +39,10 @@ def pytest_collection_modifyitems(config, items):
 def desktop(request, window_manager):
     marker = request.node.get_closest_marker("display")
     with Desktop(window_manager, **(marker.kwargs if marker else {})) as running:
+        running.stall_watch = StallWatch(running.directory)
         yield running
+        stalls = running.stall_watch.unexpected()
+        assert not stalls, "; ".join(map(str, stalls))
 
 
 @pytest.fixture

@@ -2,6 +2,7 @@
 
 import json
 import os
+from contextlib import nullcontext
 from pathlib import Path
 
 from Xlib import X
@@ -37,10 +38,9 @@ class Bar:
             write_settings(desktop, settings)
         if scale != 1:
             environment["QT_SCALE_FACTOR"] = scale
-        self.process = desktop.start(
-            "bar", binary(), QT_FORCE_STDERR_LOGGING=1, MOORLINE_DEBUG=1, **environment
-        )
-        self.window = wait_until(self._find_window, timeout=10, what="the bar maps its window")
+        with desktop.stall_watch.expected("the program starts") if desktop.stall_watch else nullcontext():
+            self.process = desktop.start_bar(binary(), QT_FORCE_STDERR_LOGGING=1, MOORLINE_DEBUG=1, **environment)
+            self.window = wait_until(self._find_window, timeout=10, what="the bar maps its window")
         settled(self.frame)
         if visible:
             wait_until(lambda: self.pill_edges() and self._is_see_through(), what="the pill is drawn")

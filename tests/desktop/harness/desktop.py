@@ -50,6 +50,8 @@ class Desktop:
         self._monitors = {}
         self._monitor_count = 0
         self.screen = None
+        # Set by who wants the bars of this desktop watched.
+        self.stall_watch = None
 
     def __enter__(self):
         try:
@@ -71,6 +73,13 @@ class Desktop:
         process = Process(arguments, surroundings, self.directory / f"{name}.log", pass_fds)
         self._processes.append((name, process))
         return process
+
+    def start_bar(self, program, **environment):
+        """The program under test, watched where this desktop has a watch."""
+        if self.stall_watch:
+            servers = [process for name, process in self._processes if name in ("display", "bus")]
+            environment = {**self.stall_watch.environment(servers), **environment}
+        return self.start("bar", program, **environment)
 
     def stop(self, name):
         """Ends every program that was started under that name."""

@@ -36,6 +36,10 @@ class Process:
     def wait(self, timeout):
         return self._child.wait(timeout)
 
+    def send(self, number):
+        """A signal to the program alone, not to those it started."""
+        self._child.send_signal(number)
+
     def kill(self):
         self._signal(signal.SIGKILL)
         self._child.wait()
