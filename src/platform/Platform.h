@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/Geocoder.h"
 #include "platform/HttpClient.h"
+#include "platform/Icons.h"
 #include "platform/InstanceClaim.h"
 #include "platform/LocationManager.h"
 #include "platform/Network.h"
@@ -57,6 +58,7 @@ struct Platform {
     Port<Geocoder> geocoder;
     Port<AppBundles> appBundles;
     Port<SymbolCatalogue> symbolCatalogue;
+    Port<Icons> icons;
     /// Resource path of the catalogue that replaces texts naming macOS; empty where they stand as they are.
     QString wordingCatalogue = {};
 };

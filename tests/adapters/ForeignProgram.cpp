@@ -283,11 +283,16 @@ qsizetype ForeignProgram::clicks(xcb_window_t window)
     return m_clicked.count(window);
 }
 
+void ForeignProgram::ownSelection(const QByteArray &selection, xcb_window_t window) const
+{
+    xcb_set_selection_owner(m_connection.get(), window, atom(selection), XCB_CURRENT_TIME);
+    flush();
+}
+
 void ForeignProgram::setCompositing(bool isCompositing) const
 {
     const xcb_window_t owner = isCompositing ? create({.bypassesManager = true}) : xcb_window_t{XCB_WINDOW_NONE};
-    xcb_set_selection_owner(m_connection.get(), owner, atom(compositorSelection), XCB_CURRENT_TIME);
-    flush();
+    ownSelection(compositorSelection, owner);
 }
 
 void ForeignProgram::send(xcb_window_t window, const QByteArray &type, std::initializer_list<std::uint32_t> data) const

@@ -79,6 +79,7 @@ public:
     /// How often a button was pressed over the window so far.
     [[nodiscard]] qsizetype clicks(xcb_window_t window);
 
+    void ownSelection(const QByteArray &selection, xcb_window_t window) const;
     /// Acts as a compositor, or ceases to.
     void setCompositing(bool isCompositing) const;
 

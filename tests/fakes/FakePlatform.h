@@ -3,6 +3,7 @@
 #include "fakes/FakeClock.h"
 #include "fakes/FakeFiles.h"
 #include "fakes/FakeHttpClient.h"
+#include "fakes/FakeIcons.h"
 #include "fakes/FakeLocation.h"
 #include "fakes/FakePanelWindow.h"
 #include "fakes/FakePointer.h"
@@ -51,6 +52,7 @@ public:
         .geocoder = makePort<FakeGeocoder>(),
         .appBundles = makePort<FakeAppBundles>(),
         .symbolCatalogue = makePort<FakeSymbolCatalogue>(),
+        .icons = makePort<FakeIcons>(),
     };
 
     FakeClock &clock = fakeOf<FakeClock>(ports.clock);
@@ -75,6 +77,7 @@ public:
     FakeGeocoder &geocoder = fakeOf<FakeGeocoder>(ports.geocoder);
     FakeAppBundles &appBundles = fakeOf<FakeAppBundles>(ports.appBundles);
     FakeSymbolCatalogue &symbolCatalogue = fakeOf<FakeSymbolCatalogue>(ports.symbolCatalogue);
+    FakeIcons &icons = fakeOf<FakeIcons>(ports.icons);
 };
 
 } // namespace moorline::test

@@ -13,10 +13,13 @@
 #include "platform/linux/docks/DesktopPreferences.h"
 #include "platform/linux/docks/DesktopSettings.h"
 #include "platform/linux/docks/DockWindows.h"
+#include "platform/linux/icons/SessionIconTheme.h"
+#include "platform/linux/icons/ThemedIcons.h"
 #include "platform/linux/location/GWeatherGeocoder.h"
 #include "platform/linux/location/GeoClueLocationManager.h"
 #include "platform/linux/network/RouteMonitor.h"
 #include "platform/linux/x11/ClientWindows.h"
+#include "platform/linux/x11/DesktopSettingsClient.h"
 #include "platform/linux/x11/X11InstanceClaim.h"
 #include "platform/linux/x11/X11PanelWindow.h"
 #include "platform/linux/x11/X11Pointer.h"
@@ -55,12 +58,14 @@ struct X11Desktop {
         : connection(std::move(opened))
         , clients(*connection)
         , docks(clients)
+        , settings(*connection)
     {
     }
 
     std::unique_ptr<XConnection> connection;
     ClientWindows clients;
     DockWindows docks;
+    DesktopSettingsClient settings;
 };
 
 /// A bus, and who opens it.
@@ -79,6 +84,7 @@ struct Foundation {
     std::unique_ptr<X11Desktop> desktop;
     DesktopDock dock;
     KeptBus systemBus;
+    SessionIconTheme iconTheme;
 };
 
 /// Null when Qt does not draw on an X server.
@@ -94,8 +100,9 @@ std::shared_ptr<Foundation> layFoundation(Clock &clock)
 {
     auto desktop = openDesktop();
     const DockWindows *docks = desktop ? &desktop->docks : nullptr;
-    return std::shared_ptr<Foundation>(
-        new Foundation{std::move(desktop), DesktopDock(docks), KeptBus(BusKind::system, clock, systemBusDelay)});
+    const DesktopSettingsClient *settings = desktop ? &desktop->settings : nullptr;
+    return std::shared_ptr<Foundation>(new Foundation{std::move(desktop), DesktopDock(docks),
+        KeptBus(BusKind::system, clock, systemBusDelay), SessionIconTheme(settings)});
 }
 
 Port<Pointer> makePointer(const X11Desktop *desktop)
@@ -188,6 +195,7 @@ Platform createPlatform()
         .geocoder = makePort<GWeatherGeocoder>(),
         .appBundles = makePort<DesktopEntries>(),
         .symbolCatalogue = makePort<SvgSymbols>(),
+        .icons = makePort<ThemedIcons>(clock, foundation->iconTheme),
         .wordingCatalogue = QStringLiteral(":/wording/linux_en.qm"),
     };
 }

@@ -4,6 +4,7 @@
 #import "platform/macos/MacDirectories.h"
 #import "platform/macos/MacFiles.h"
 #import "platform/macos/MacGeocoder.h"
+#import "platform/macos/MacIcons.h"
 #import "platform/macos/MacLocationManager.h"
 #import "platform/macos/MacNetwork.h"
 #import "platform/macos/MacPanelWindow.h"
@@ -79,6 +80,7 @@ Platform createPlatform()
         .geocoder = makePort<MacGeocoder>(),
         .appBundles = makePort<MacAppBundles>(),
         .symbolCatalogue = makePort<MacSymbolCatalogue>(),
+        .icons = makePort<MacIcons>(),
     };
 }
 

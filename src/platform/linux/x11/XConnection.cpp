@@ -76,13 +76,14 @@ std::unique_ptr<XConnection> XConnection::open()
 XConnection::XConnection(NativeConnection native, const xcb_screen_t *screen, int screenNumber, FirstEvents firstEvents)
     : m_native(std::move(native))
     , m_screen(screen)
+    , m_screenNumber(screenNumber)
     , m_atoms(m_native.get())
     , m_firstEvents(firstEvents)
     , m_inputOpcode(inputOpcode(m_native.get()))
     , m_notifier(xcb_get_file_descriptor(m_native.get()), QSocketNotifier::Read)
 {
     watchRoot();
-    watchCompositor(screenNumber);
+    watchCompositor();
     createOwnWindow();
     connect(&m_notifier, &QSocketNotifier::activated, this, &XConnection::readEvents);
     // A single question may take events off the socket as well; they are reported before the program sleeps.
@@ -135,6 +136,27 @@ void XConnection::setReportsPresses(bool reports)
     xcb_flush(m_native.get());
 }
 
+xcb_atom_t XConnection::atom(const QByteArray &name) const
+{
+    const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(m_native.get(),
+        xcb_intern_atom(m_native.get(), false, static_cast<std::uint16_t>(name.size()), name.constData()), nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+void XConnection::watchSelection(xcb_atom_t selection) const
+{
+    xcb_xfixes_select_selection_input(m_native.get(), root(), selection,
+        XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY
+            | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+}
+
+xcb_window_t XConnection::selectionOwner(xcb_atom_t selection) const
+{
+    const XReply<xcb_get_selection_owner_reply_t> owner(
+        xcb_get_selection_owner_reply(m_native.get(), xcb_get_selection_owner(m_native.get(), selection), nullptr));
+    return owner ? owner->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
 void XConnection::reportSoon()
 {
     QMetaObject::invokeMethod(this, &XConnection::dispatchQueuedEvents, Qt::QueuedConnection);
@@ -156,20 +178,11 @@ void XConnection::watchRoot()
     xcb_flush(m_native.get());
 }
 
-void XConnection::watchCompositor(int screenNumber)
+void XConnection::watchCompositor()
 {
-    const QByteArray name = "_NET_WM_CM_S" + QByteArray::number(screenNumber);
-    const XReply<xcb_intern_atom_reply_t> selection(xcb_intern_atom_reply(m_native.get(),
-        xcb_intern_atom(m_native.get(), false, static_cast<std::uint16_t>(name.size()), name.constData()), nullptr));
-    if (!selection)
-        return;
-    m_compositorSelection = selection->atom;
-    xcb_xfixes_select_selection_input(m_native.get(), root(), m_compositorSelection,
-        XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY
-            | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    const XReply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        m_native.get(), xcb_get_selection_owner(m_native.get(), m_compositorSelection), nullptr));
-    m_isComposited = owner && owner->owner != XCB_WINDOW_NONE;
+    m_compositorSelection = atom("_NET_WM_CM_S" + QByteArray::number(m_screenNumber));
+    watchSelection(m_compositorSelection);
+    m_isComposited = selectionOwner(m_compositorSelection) != XCB_WINDOW_NONE;
 }
 
 void XConnection::createOwnWindow()
@@ -238,10 +251,11 @@ void XConnection::dispatchExtension(std::uint8_t type, const xcb_generic_event_t
         Q_EMIT monitorsChanged();
     } else if (type == m_firstEvents.fixes + XCB_XFIXES_SELECTION_NOTIFY) {
         const auto &change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t &>(event);
-        if (change.selection != m_compositorSelection)
-            return;
-        m_isComposited = change.owner != XCB_WINDOW_NONE;
-        Q_EMIT compositionChanged();
+        if (change.selection == m_compositorSelection) {
+            m_isComposited = change.owner != XCB_WINDOW_NONE;
+            Q_EMIT compositionChanged();
+        }
+        Q_EMIT selectionOwnerChanged(change.selection);
     }
 }
 

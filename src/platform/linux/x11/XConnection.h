@@ -21,7 +21,11 @@ public:
 
     [[nodiscard]] xcb_connection_t *native() const { return m_native.get(); }
     [[nodiscard]] xcb_window_t root() const { return m_screen->root; }
+    /// The one that $DISPLAY names, by which selections are numbered.
+    [[nodiscard]] int screenNumber() const { return m_screenNumber; }
     [[nodiscard]] xcb_atom_t atom(XAtom name) const { return m_atoms[name]; }
+    /// Of a name that only one adapter uses. Waits for the server.
+    [[nodiscard]] xcb_atom_t atom(const QByteArray &name) const;
 
     /// Asks for a property now, to be read later.
     [[nodiscard]] PendingProperty request(xcb_window_t window, XAtom name) const;
@@ -37,6 +41,11 @@ public:
 
     /// Whether presses of mouse buttons over any window are reported. They are not, to begin with.
     void setReportsPresses(bool reports);
+
+    /// Begins to report who owns the selection.
+    void watchSelection(xcb_atom_t selection) const;
+    /// XCB_WINDOW_NONE where nobody does. Waits for the server.
+    [[nodiscard]] xcb_window_t selectionOwner(xcb_atom_t selection) const;
 
     /// Reports in the next turn what came while replies were waited for. The socket has nothing left to notify of then.
     void reportSoon();
@@ -55,6 +64,8 @@ Q_SIGNALS:
     void compositionChanged();
     /// `button` as the server counts them, the wheel's included.
     void buttonPressed(std::uint32_t button);
+    /// Of one that is watched.
+    void selectionOwnerChanged(xcb_atom_t selection);
 
 private:
     struct Disconnecter {
@@ -70,7 +81,7 @@ private:
     XConnection(NativeConnection native, const xcb_screen_t *screen, int screenNumber, FirstEvents firstEvents);
 
     void watchRoot();
-    void watchCompositor(int screenNumber);
+    void watchCompositor();
     void createOwnWindow();
     void readEvents();
     void dispatchQueuedEvents();
@@ -80,6 +91,7 @@ private:
 
     NativeConnection m_native;
     const xcb_screen_t *m_screen;
+    int m_screenNumber;
     XAtoms m_atoms;
     FirstEvents m_firstEvents;
     xcb_atom_t m_compositorSelection = XCB_ATOM_NONE;

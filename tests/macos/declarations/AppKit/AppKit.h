@@ -3,6 +3,7 @@
 #include <Foundation/Foundation.h>
 
 @class NSEvent;
+@class NSImage;
 @class NSWindow;
 
 // Application and workspace
@@ -34,6 +35,8 @@ extern "C" const NSNotificationName NSApplicationDidChangeScreenParametersNotifi
 @property (readonly, strong) NSNotificationCenter *notificationCenter;
 // https://developer.apple.com/documentation/appkit/nsworkspace/open(_:)
 - (BOOL)openURL:(NSURL *)url;
+// https://developer.apple.com/documentation/appkit/nsworkspace/icon(forfile:)
+- (NSImage *)iconForFile:(NSString *)fullPath;
 @end
 
 // https://developer.apple.com/documentation/appkit/nsworkspace/activespacedidchangenotification
@@ -230,6 +233,8 @@ extern "C" const NSFontWeight NSFontWeightRegular;
 // https://developer.apple.com/documentation/appkit/nsimage
 @interface NSImage : NSObject
 @property NSSize size;
+// https://developer.apple.com/documentation/appkit/nsimage/1520015-imagenamed
++ (NSImage *)imageNamed:(NSString *)name;
 // https://developer.apple.com/documentation/appkit/nsimage/init(systemsymbolname:accessibilitydescription:)
 + (instancetype)imageWithSystemSymbolName:(NSString *)name accessibilityDescription:(NSString *)description;
 // https://developer.apple.com/documentation/appkit/nsimage/withsymbolconfiguration(_:)

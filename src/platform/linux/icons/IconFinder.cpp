@@ -1,0 +1,115 @@
+#include "platform/linux/icons/IconFinder.h"
+
+#include "platform/linux/desktop/DesktopEntryFile.h"
+#include "platform/linux/glib/GObjectPointer.h"
+#include "platform/linux/icons/IconPicture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QtMath>
+
+namespace moorline {
+
+namespace {
+
+/// A side that is whole but for the error of its computation shall not become one larger.
+constexpr qreal roundingError = 1e-6;
+
+/// The names that the body has for images, in the words of the Icon Naming Specification.
+QString themeName(const QString &name)
+{
+    if (name == QLatin1StringView("NSTrashEmpty"))
+        return QStringLiteral("user-trash");
+    if (name == QLatin1StringView("NSTrashFull"))
+        return QStringLiteral("user-trash-full");
+    if (name == QLatin1StringView("NSFolder"))
+        return QStringLiteral("folder");
+    return name;
+}
+
+GObjectPointer<GIcon> iconOfFile(const QString &path)
+{
+    const GObjectPointer<GFile> file(g_file_new_for_path(QFile::encodeName(path).constData()));
+    const GObjectPointer<GFileInfo> info(
+        g_file_query_info(file.get(), G_FILE_ATTRIBUTE_STANDARD_ICON, G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
+    GIcon *icon = info ? g_file_info_get_icon(info.get()) : nullptr;
+    return GObjectPointer<GIcon>(icon ? G_ICON(g_object_ref(icon)) : nullptr);
+}
+
+/// From the most to the least special. Those for a single colour are left out: nobody asked for them.
+QStringList colouredNames(GIcon *icon)
+{
+    QStringList names;
+    if (!G_IS_THEMED_ICON(icon))
+        return names;
+    for (const gchar *const *name = g_themed_icon_get_names(G_THEMED_ICON(icon)); name && *name; ++name)
+        names.append(QString::fromUtf8(*name));
+    names.removeIf([](const QString &name) { return name.endsWith(QLatin1StringView("-symbolic")); });
+    return names;
+}
+
+} // namespace
+
+struct IconFinder::Extent {
+    int size;
+    int scale;
+    /// In device pixels.
+    int side;
+};
+
+IconFinder::IconFinder(QStringList bases)
+    : m_folders(std::move(bases))
+{
+}
+
+QImage IconFinder::picture(const IconRequest &request)
+{
+    if (!(request.size > 0 && request.size <= 1024 && request.scale > 0 && request.scale <= 16))
+        return {};
+    const Extent extent{qCeil(request.size - roundingError), qCeil(request.scale - roundingError),
+        qRound(request.size * request.scale)};
+    QImage image;
+    switch (request.kind) {
+    case IconKind::application:
+        image = ofApplication(request.subject, extent);
+        break;
+    case IconKind::file:
+        image = ofFile(request.subject, extent);
+        break;
+    case IconKind::named:
+        image = named(themeName(request.subject), extent);
+        break;
+    }
+    image.setDevicePixelRatio(request.scale);
+    return image;
+}
+
+QImage IconFinder::ofApplication(const QString &path, const Extent &extent)
+{
+    const auto entry = DesktopEntryFile::open(path);
+    const QString icon = entry ? entry->localisedText(G_KEY_FILE_DESKTOP_KEY_ICON).value_or(QString()) : QString();
+    return QDir::isAbsolutePath(icon) ? iconPicture(icon, extent.side) : named(icon, extent);
+}
+
+QImage IconFinder::ofFile(const QString &path, const Extent &extent)
+{
+    const auto icon = iconOfFile(path);
+    if (!icon)
+        return {};
+    const QStringList names = colouredNames(icon.get());
+    for (const QString &name : names) {
+        QImage image = named(name, extent);
+        if (!image.isNull())
+            return image;
+    }
+    return {};
+}
+
+QImage IconFinder::named(const QString &name, const Extent &extent)
+{
+    const QString clean = iconName(name);
+    const auto path = clean.isEmpty() ? std::nullopt : m_folders.find(clean, extent.size, extent.scale);
+    return path ? iconPicture(*path, extent.side) : QImage();
+}
+
+} // namespace moorline

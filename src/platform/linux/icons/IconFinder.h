@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/Icons.h"
+#include "platform/linux/icons/IconThemeFolders.h"
+
+namespace moorline {
+
+/// From what an icon is asked of to its picture. Used on one thread only, whichever; it may wait for a disk.
+class IconFinder final {
+public:
+    explicit IconFinder(QStringList bases = IconThemeFolders::standardBases());
+
+    [[nodiscard]] IconThemeFolders &folders() { return m_folders; }
+    [[nodiscard]] QImage picture(const IconRequest &request);
+
+private:
+    struct Extent;
+
+    [[nodiscard]] QImage ofApplication(const QString &path, const Extent &extent);
+    [[nodiscard]] QImage ofFile(const QString &path, const Extent &extent);
+    [[nodiscard]] QImage named(const QString &name, const Extent &extent);
+
+    IconThemeFolders m_folders;
+};
+
+} // namespace moorline

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/Icons.h"
+
+namespace moorline {
+
+/// What the workspace shows for applications and files, and the images that AppKit names. Drawn on the main thread, as
+/// AppKit wants it, each in its own turn of the event loop.
+class MacIcons final : public Icons {
+public:
+    [[nodiscard]] std::unique_ptr<Request> load(const IconRequest &request, Completion completion) override;
+};
+
+} // namespace moorline

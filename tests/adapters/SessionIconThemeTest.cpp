@@ -1,0 +1,123 @@
+#include "platform/linux/icons/SessionIconTheme.h"
+
+#include "SettingsManager.h"
+#include "harness/TestCase.h"
+#include "platform/linux/x11/DesktopSettingsClient.h"
+#include "platform/linux/x11/XConnection.h"
+
+#include <QSignalSpy>
+
+namespace moorline::test {
+
+namespace {
+
+GObjectPointer<GSettings> gnome()
+{
+    return GObjectPointer<GSettings>(g_settings_new("org.gnome.desktop.interface"));
+}
+
+void setGnomeTheme(const char *name)
+{
+    QVERIFY(g_settings_set_string(gnome().get(), "icon-theme", name));
+    g_settings_sync();
+}
+
+} // namespace
+
+/// Under an X server of its own, with the settings of GNOME installed.
+class SessionIconThemeTest final : public TestCase {
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        TestCase::init();
+        setGnomeTheme("Gnomish");
+        m_connection = XConnection::open();
+        QVERIFY(m_connection);
+        m_settings = std::make_unique<DesktopSettingsClient>(*m_connection);
+    }
+
+    void cleanup()
+    {
+        m_settings.reset();
+        m_connection.reset();
+        TestCase::cleanup();
+    }
+
+    void theManagerOfTheDesktopHasTheFirstWord()
+    {
+        const SettingsManager manager("Papirus");
+        m_settings = std::make_unique<DesktopSettingsClient>(*m_connection);
+        const SessionIconTheme theme(m_settings.get());
+        QCOMPARE(theme.name(), QStringLiteral("Papirus"));
+    }
+
+    void withoutOneGnomesSettingsSpeak()
+    {
+        QCOMPARE(SessionIconTheme(m_settings.get()).name(), QStringLiteral("Gnomish"));
+        QCOMPARE(SessionIconTheme(nullptr).name(), QStringLiteral("Gnomish"));
+    }
+
+    void aChangeOfTheManagersIsFollowed()
+    {
+        const SettingsManager manager("Papirus");
+        const SessionIconTheme theme(m_settings.get());
+        QTRY_COMPARE(theme.name(), QStringLiteral("Papirus"));
+        QSignalSpy changed(&theme, &SessionIconTheme::nameChanged);
+        manager.setIconTheme("Breeze");
+        QTRY_COMPARE(theme.name(), QStringLiteral("Breeze"));
+        manager.setIconTheme("Breeze");
+        manager.setIconTheme("Oxygen");
+        QTRY_COMPARE(theme.name(), QStringLiteral("Oxygen"));
+        QCOMPARE(changed.size(), 2);
+    }
+
+    void aManagerThatComesOrGoesIsNoticed()
+    {
+        const SessionIconTheme theme(m_settings.get());
+        QCOMPARE(theme.name(), QStringLiteral("Gnomish"));
+        auto manager = std::make_unique<SettingsManager>("Papirus");
+        QTRY_COMPARE(theme.name(), QStringLiteral("Papirus"));
+        const SettingsManager successor("Breeze");
+        QTRY_COMPARE(theme.name(), QStringLiteral("Breeze"));
+        manager.reset();
+        successor.setIconTheme("Oxygen");
+        QTRY_COMPARE(theme.name(), QStringLiteral("Oxygen"));
+    }
+
+    void aManagerThatDiesLeavesTheWordToGnome()
+    {
+        auto manager = std::make_unique<SettingsManager>("Papirus");
+        const SessionIconTheme theme(m_settings.get());
+        QTRY_COMPARE(theme.name(), QStringLiteral("Papirus"));
+        manager.reset();
+        QTRY_COMPARE(theme.name(), QStringLiteral("Gnomish"));
+    }
+
+    void aManagerThatTellsNonsenseLeavesTheWordToGnome()
+    {
+        const SettingsManager manager("Papirus");
+        manager.setSettings(QByteArray(12, '\xff'));
+        const SessionIconTheme theme(m_settings.get());
+        QTRY_COMPARE(theme.name(), QStringLiteral("Gnomish"));
+    }
+
+    void aChangeOfGnomesIsFollowed()
+    {
+        const SessionIconTheme theme(nullptr);
+        QSignalSpy changed(&theme, &SessionIconTheme::nameChanged);
+        setGnomeTheme("HighContrast");
+        QTRY_COMPARE(theme.name(), QStringLiteral("HighContrast"));
+        QCOMPARE(changed.size(), 1);
+    }
+
+private:
+    std::unique_ptr<XConnection> m_connection;
+    std::unique_ptr<DesktopSettingsClient> m_settings;
+};
+
+MOORLINE_TEST(SessionIconThemeTest);
+
+} // namespace moorline::test
+
+#include "SessionIconThemeTest.moc"
