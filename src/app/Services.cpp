@@ -31,6 +31,7 @@ Services::Services(Platform &lentPlatform, const RunPlan &plan)
           .holds = barHolds,
       })
     , timeKeeper(*platform.clock)
+    , reachability(*platform.network, *platform.clock)
     , location(*platform.locationManager, *platform.geocoder, *platform.clock)
     , weather({
           .store = store,
@@ -48,9 +49,10 @@ void Services::start()
 {
     timeKeeper.start();
     // What could not be fetched while there was no network, or is hours old after a sleep, is worth asking for at once.
-    QObject::connect(platform.network.get(), &Network::becameReachable, &weather, &WeatherService::refresh);
+    QObject::connect(&reachability, &Reachability::becameReachable, &weather, &WeatherService::refresh);
     QObject::connect(platform.power.get(), &Power::didWake, &weather, &WeatherService::refreshIfReachable);
     QObject::connect(&location, &LocationService::authorizationGranted, &weather, &WeatherService::refresh);
+    QObject::connect(&location, &LocationService::anotherQuestionAdvised, &weather, &WeatherService::refresh);
     weather.start();
 }
 

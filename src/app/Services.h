@@ -6,6 +6,7 @@
 #include "chrome/BarStage.h"
 #include "settings/SettingsStore.h"
 #include "system/AppleScriptRunner.h"
+#include "system/Reachability.h"
 #include "system/ScriptedSystemDockControl.h"
 #include "system/SpaceProbe.h"
 #include "system/SystemDock.h"
@@ -35,6 +36,7 @@ struct Services {
     BarHolds barHolds;
     BarStage barStage;
     TimeKeeper timeKeeper;
+    Reachability reachability;
     LocationService location;
     WeatherService weather;
 };

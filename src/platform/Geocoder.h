@@ -18,6 +18,8 @@ struct Placemark {
     std::optional<QString> country;
     /// An IANA zone name.
     std::optional<QString> timeZone;
+    /// How far it is from where it was asked for, in kilometres; absent where the place lies within it.
+    std::optional<double> distance = {};
 
     bool operator==(const Placemark &) const = default;
 };

@@ -28,6 +28,14 @@ enum class LocationAuthorization {
     unknown,
 };
 
+/// How exactly the machine's place is wanted.
+enum class LocationAccuracy {
+    /// Enough to name the town, and for its weather: about a kilometre.
+    town,
+    /// As exactly as the system can.
+    exact,
+};
+
 /// The system's location service: permission, and one coarse fix at a time. Signals come on the main thread.
 class LocationManager : public QObject {
     Q_OBJECT
@@ -40,10 +48,15 @@ public:
     /// The last known position, however old.
     [[nodiscard]] virtual std::optional<PositionFix> location() const = 0;
 
-    /// Asks the user, or whoever decides. The answer comes as didChangeAuthorization().
+    /// Whether the system itself sees to it that the user is asked only once, and keeps the answer. Where it does not,
+    /// each question may be one to the user, and a refusal an accident of the moment.
+    [[nodiscard]] virtual bool asksOnce() const = 0;
+
+    /// For whatever is asked from here on.
+    virtual void setDesiredAccuracy(LocationAccuracy accuracy) = 0;
+    /// Asks the user, or whoever decides. The answer comes as didChangeAuthorization(), when it is another than before.
     virtual void requestWhenInUseAuthorization() = 0;
-    /// Asks for one coarse fix: to about a kilometre where the system lets one choose, else to the city. It comes as
-    /// didUpdateLocations() or didFail(), or never.
+    /// Asks for one fix. It comes as didUpdateLocations() or didFail(), or never.
     virtual void requestLocation() = 0;
 
 Q_SIGNALS:
@@ -52,6 +65,9 @@ Q_SIGNALS:
     void didFail();
     /// The service was switched on or off, or the permission was given or taken.
     void didChangeAuthorization();
+    /// Where the system does not ask once: somebody decided, the same as before or otherwise. After
+    /// didChangeAuthorization().
+    void didAnswerRequest();
 };
 
 } // namespace moorline

@@ -3,6 +3,7 @@
 #include "platform/Geocoder.h"
 
 #include <QTimeZone>
+#include <algorithm>
 #include <cmath>
 
 namespace moorline {
@@ -37,8 +38,10 @@ QString systemZone()
     return QString::fromLatin1(QTimeZone::systemTimeZoneId());
 }
 
-WeatherLocation named(const PositionFix &fix, const Placemark &place)
+WeatherLocation named(const PositionFix &fix, const Placemark &found)
 {
+    // Out at sea, the nearest town is nobody's.
+    const Placemark place = found.distance.value_or(0) > LocationService::farthestName ? Placemark() : found;
     const QString name = place.locality.value_or(
         place.subAdministrativeArea.value_or(place.administrativeArea.value_or(LocationService::unnamedPlace())));
     return {name, place.administrativeArea, place.country, fix.latitude, fix.longitude,
@@ -57,11 +60,9 @@ LocationService::LocationService(LocationManager &manager, Geocoder &geocoder, C
         resolvePending(fixes.isEmpty() ? Position() : Position(fixes.last()));
     });
     connect(&manager, &LocationManager::didFail, this, [this] { resolvePending({}); });
-    connect(&manager, &LocationManager::didChangeAuthorization, this, [this] {
-        refreshAvailability();
-        if (m_availability == Availability::authorized)
-            Q_EMIT authorizationGranted();
-    });
+    connect(&manager, &LocationManager::didChangeAuthorization, this, &LocationService::noteAuthorization);
+    connect(&manager, &LocationManager::didAnswerRequest, this, &LocationService::noteAnswer);
+    manager.setDesiredAccuracy(LocationAccuracy::town);
     refreshAvailability();
 }
 
@@ -86,22 +87,64 @@ void LocationService::refreshAvailability()
     Q_EMIT availabilityChanged();
 }
 
-void LocationService::requestAuthorization()
-{
-    m_manager.requestWhenInUseAuthorization();
-}
-
-QCoro::Task<std::optional<WeatherLocation>> LocationService::currentLocation(std::chrono::milliseconds timeout)
+void LocationService::noteAuthorization()
 {
     const QPointer<LocationService> alive(this);
     refreshAvailability();
-    if (m_availability == Availability::notDetermined)
-        requestAuthorization();
-    if (m_availability != Availability::authorized)
+    if (!alive)
+        return;
+    if (m_availability == Availability::authorized)
+        Q_EMIT authorizationGranted();
+    else if (m_availability == Availability::notDetermined)
+        adviseAnotherQuestion();
+}
+
+void LocationService::noteAnswer()
+{
+    m_nextQuestion.reset();
+    if (m_availability == Availability::authorized) {
+        m_questions.granted();
+        return;
+    }
+    m_questions.refused(m_clock.uptime());
+    if (m_questions.isWorthARetry())
+        m_nextQuestion = m_clock.after(LocationQuestions::retryDelay, [this] { adviseAnotherQuestion(); });
+}
+
+/// Where nobody has wanted a location so far there is no refusal either.
+void LocationService::adviseAnotherQuestion()
+{
+    if (m_wasAsked && mayAskUnprompted())
+        Q_EMIT anotherQuestionAdvised();
+}
+
+bool LocationService::mayAskUnprompted() const
+{
+    if (m_manager.asksOnce())
+        return m_availability == Availability::notDetermined;
+    return m_availability != Availability::restricted && m_questions.mayAsk(m_clock.uptime());
+}
+
+void LocationService::requestAuthorization()
+{
+    m_wasAsked = true;
+    m_questions.asked(m_clock.uptime());
+    m_manager.requestWhenInUseAuthorization();
+}
+
+QCoro::Task<std::optional<WeatherLocation>> LocationService::currentLocation(
+    std::chrono::milliseconds timeout, std::function<bool()> isWanted)
+{
+    const QPointer<LocationService> alive(this);
+    refreshAvailability();
+    if (m_availability != Availability::authorized) {
+        if (mayAskUnprompted())
+            requestAuthorization();
         co_return std::nullopt;
+    }
     const Position fix = co_await requestFix(timeout);
     // Without a fix this may be the end of the service.
-    if (!fix || !alive)
+    if (!fix || !alive || (isWanted && !isWanted()))
         co_return std::nullopt;
     const WeatherLocation location = co_await describe(*fix);
     if (alive)
@@ -134,11 +177,31 @@ void LocationService::resolvePending(const Position &position)
 
 QCoro::Task<WeatherLocation> LocationService::describe(PositionFix fix)
 {
+    const Promise<WeatherLocation> location;
+    const auto known = std::ranges::find_if(m_namings, [&fix](const auto &naming) { return naming->fix == fix; });
+    if (known != m_namings.end()) {
+        (*known)->waiting.append(location);
+    } else {
+        m_namings.append(std::make_shared<Naming>(Naming{fix, {location}}));
+        findName(m_namings.last());
+    }
+    co_return co_await location;
+}
+
+QCoro::Task<> LocationService::findName(std::shared_ptr<Naming> naming)
+{
+    const QPointer<LocationService> alive(this);
     const Promise<QList<Placemark>> placemarks;
-    m_geocoder.reverseGeocode(
-        fix.latitude, fix.longitude, [placemarks](const QList<Placemark> &found) { placemarks.resolve(found); });
+    m_geocoder.reverseGeocode(naming->fix.latitude, naming->fix.longitude,
+        [placemarks](const QList<Placemark> &found) { placemarks.resolve(found); });
     const auto limit = m_clock.after(namingLimit, [placemarks] { placemarks.resolve({}); });
-    co_return named(fix, (co_await placemarks).value(0));
+    const WeatherLocation location = named(naming->fix, (co_await placemarks).value(0));
+    if (alive)
+        m_namings.removeOne(naming);
+    // Whoever goes on may ask again at once.
+    const auto waiting = std::exchange(naming->waiting, {});
+    for (const auto &promise : waiting)
+        promise.resolve(location);
 }
 
 void LocationService::setLastFix(const WeatherLocation &location)

@@ -122,7 +122,8 @@ QCoro::Task<WeatherService::Place> WeatherService::locate(Session session, Setti
     const Place chosen{LocationSource::manual, settings.location};
     if (!settings.useCurrentLocation)
         co_return chosen;
-    const auto fix = co_await m_context.location.currentLocation(locationTimeout);
+    const auto fix =
+        co_await m_context.location.currentLocation(locationTimeout, [session] { return !session->isCancelled(); });
     if (session->isCancelled())
         co_return chosen;
     if (fix)

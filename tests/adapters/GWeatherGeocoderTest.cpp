@@ -68,6 +68,30 @@ private Q_SLOTS:
         QVERIFY(!place.subAdministrativeArea);
     }
 
+    void aCityTellsHowFarItIs_data()
+    {
+        QTest::addColumn<double>("latitude");
+        QTest::addColumn<double>("longitude");
+        QTest::addColumn<double>("nearest");
+        QTest::addColumn<double>("farthest");
+        QTest::newRow("in the city") << 48.14 << 11.58 << 0.0 << 20.0;
+        QTest::newRow("out at sea") << 0.0 << 0.0 << 500.0 << 700.0;
+    }
+
+    void aCityTellsHowFarItIs()
+    {
+        QFETCH(double, latitude);
+        QFETCH(double, longitude);
+        QFETCH(double, nearest);
+        QFETCH(double, farthest);
+        GWeatherGeocoder geocoder;
+        Answers answers;
+        geocoder.reverseGeocode(latitude, longitude, answers.next());
+        QTRY_COMPARE(answers.all.size(), 1);
+        const double distance = answers.all.first().first().distance.value_or(-1);
+        QVERIFY2(distance >= nearest && distance <= farthest, qPrintable(QString::number(distance)));
+    }
+
     void aCountryWithoutDivisionsHasNone_data()
     {
         QTest::addColumn<double>("latitude");

@@ -109,6 +109,14 @@ void GeoClueDouble::tellLocation(const QString &path)
     connectionNamed(m_connectionName).send(locationSignal(path));
 }
 
+void GeoClueDouble::tellProperty(const QString &name, const QVariant &value)
+{
+    auto signal = QDBusMessage::createSignal(root + QStringLiteral("/Manager"),
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("PropertiesChanged"));
+    signal << QStringLiteral("org.freedesktop.GeoClue2.Manager") << QVariantMap{{name, value}} << QStringList();
+    connectionNamed(m_connectionName).send(signal);
+}
+
 void GeoClueDouble::tellLocationAsStranger()
 {
     connectionNamed(QStringLiteral("stranger")).send(locationSignal(root + QStringLiteral("/Location/1")));

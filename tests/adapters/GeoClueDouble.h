@@ -43,6 +43,8 @@ public:
     void setLocation(double latitude, double longitude, GeoClueTimestamp timestamp);
     /// Says that the machine is where `location` says.
     void tellLocation(const QString &path = QStringLiteral("/org/freedesktop/GeoClue2/Location/1"));
+    /// Says what a property of the manager holds now.
+    void tellProperty(const QString &name, const QVariant &value);
     /// Says it as a program does that is not GeoClue.
     void tellLocationAsStranger();
 

@@ -57,6 +57,49 @@ private Q_SLOTS:
         QTRY_VERIFY(!m_geoClue->hasClient());
     }
 
+    void everyDecisionIsToldAlsoTheSameAgain()
+    {
+        Client client;
+        QSignalSpy answers(client.manager.get(), &LocationManager::didAnswerRequest);
+        refuse(client);
+        QCOMPARE(answers.size(), 1);
+        client.manager->requestWhenInUseAuthorization();
+        QTRY_COMPARE(answers.size(), 2);
+        QCOMPARE(client.changes.size(), 1);
+    }
+
+    void aRefusalIsForgottenWhenLocationIsSwitchedOn()
+    {
+        Client client;
+        refuse(client);
+        m_geoClue->tellProperty(QStringLiteral("AvailableAccuracyLevel"), 0U);
+        m_geoClue->tellProperty(QStringLiteral("InUse"), true);
+        m_geoClue->tellProperty(QStringLiteral("AvailableAccuracyLevel"), QStringLiteral("4"));
+        QVERIFY(settle());
+        QCOMPARE(client.state(), denied);
+        m_geoClue->tellProperty(QStringLiteral("AvailableAccuracyLevel"), 4U);
+        QTRY_COMPARE(client.state(), open);
+        QCOMPARE(client.changes.size(), 2);
+    }
+
+    void aPermissionStaysWhenLocationChanges()
+    {
+        Client client;
+        authorize(client);
+        receiveFirstFix(client);
+        m_geoClue->tellProperty(QStringLiteral("AvailableAccuracyLevel"), 4U);
+        QVERIFY(settle());
+        QCOMPARE(client.state(), authorized);
+    }
+
+    void aPlaceMayBeWantedExactly()
+    {
+        Client client;
+        client.manager->setDesiredAccuracy(LocationAccuracy::exact);
+        authorize(client);
+        QCOMPARE(m_geoClue->clientProperties().value(QStringLiteral("RequestedAccuracyLevel")), QVariant(8U));
+    }
+
     void whatTheBusForbidsIsRestricted_data()
     {
         QTest::addColumn<QString>("method");

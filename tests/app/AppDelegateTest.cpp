@@ -124,7 +124,12 @@ private Q_SLOTS:
         const auto row = [](const char *name, const std::function<void(Program &)> &happen) {
             QTest::newRow(name) << happen;
         };
-        row("the network is back", [](Program &program) { Q_EMIT program.platform.network.becameReachable(); });
+        row("the network is back", [](Program &program) {
+            program.platform.network.change(false);
+            program.platform.network.change(true);
+            // The second change is one that was not told.
+            program.advance(4s);
+        });
         row("the machine woke", [](Program &program) { Q_EMIT program.platform.power.didWake(); });
         row("ten minutes went by", [](Program &program) { program.platform.clock.advance(600s); });
         row("the settings changed", [](Program &program) {
@@ -145,10 +150,11 @@ private Q_SLOTS:
     {
         Program program(plan(RunMode::normal));
         launch(program);
-        program.platform.network.isUp = false;
+        program.platform.network.change(false);
         Q_EMIT program.platform.power.didWake();
         QCOMPARE(program.platform.httpClient.requested.size(), 1);
-        program.platform.network.comeUp();
+        program.platform.network.change(true);
+        program.advance(4s);
         QCOMPARE(program.platform.httpClient.requested.size(), 2);
     }
 

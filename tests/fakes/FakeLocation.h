@@ -6,18 +6,26 @@
 
 namespace moorline::test {
 
-/// There is a way until told otherwise.
+/// Changes when it is told to, and tells of it once each time it is listened to.
 class FakeNetwork final : public Network {
 public:
     [[nodiscard]] bool isReachable() const override { return isUp; }
+    void listen() override { isListening = true; }
+    [[nodiscard]] bool takeChanges() override { return std::exchange(m_hasChanged, false); }
 
-    void comeUp()
+    void change(bool up)
     {
-        isUp = true;
-        Q_EMIT becameReachable();
+        isUp = up;
+        m_hasChanged = !isListening;
+        if (std::exchange(isListening, false))
+            Q_EMIT changed();
     }
 
     bool isUp = true;
+    bool isListening = false;
+
+private:
+    bool m_hasChanged = false;
 };
 
 /// Nobody has been asked for permission until told otherwise, and no fix comes by itself.
@@ -26,6 +34,8 @@ public:
     [[nodiscard]] bool locationServicesEnabled() const override { return isEnabled; }
     [[nodiscard]] LocationAuthorization authorizationStatus() const override { return authorization; }
     [[nodiscard]] std::optional<PositionFix> location() const override { return known; }
+    [[nodiscard]] bool asksOnce() const override { return asksOnlyOnce; }
+    void setDesiredAccuracy(LocationAccuracy desired) override { accuracy = desired; }
     void requestWhenInUseAuthorization() override { ++timesPermissionAsked; }
     void requestLocation() override { ++timesLocationAsked; }
 
@@ -37,6 +47,8 @@ public:
 
     bool isEnabled = true;
     LocationAuthorization authorization = LocationAuthorization::notDetermined;
+    bool asksOnlyOnce = true;
+    std::optional<LocationAccuracy> accuracy;
     std::optional<PositionFix> known;
     int timesPermissionAsked = 0;
     int timesLocationAsked = 0;

@@ -23,9 +23,9 @@ struct LocationFixture {
         service = std::make_unique<LocationService>(manager, geocoder, clock);
     }
 
-    QCoro::Task<> ask(Answer &answer)
+    QCoro::Task<> ask(Answer &answer, std::function<bool()> isWanted = {})
     {
-        answer.location = co_await service->currentLocation(std::chrono::seconds(8));
+        answer.location = co_await service->currentLocation(std::chrono::seconds(8), isWanted);
         answer.came = true;
     }
 

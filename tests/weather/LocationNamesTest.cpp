@@ -66,6 +66,25 @@ private Q_SLOTS:
         QCOMPARE(described({}), expected);
     }
 
+    void aTownFarAwayNamesNoPlace_data()
+    {
+        QTest::addColumn<double>("distance");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("zone");
+        QTest::newRow("here") << 0.0 << QStringLiteral("Munich") << QStringLiteral("Europe/Berlin");
+        QTest::newRow("near enough") << 100.0 << QStringLiteral("Munich") << QStringLiteral("Europe/Berlin");
+        QTest::newRow("too far") << 100.1 << QStringLiteral("Current location") << QStringLiteral("UTC");
+    }
+    void aTownFarAwayNamesNoPlace()
+    {
+        QFETCH(const double, distance);
+        Placemark place = munich;
+        place.distance = distance;
+        QTEST(described({place}).name, "name");
+        QFETCH(const QString, zone);
+        QCOMPARE(described({place}).timezone, zone);
+    }
+
     void aSilentGeocoderLeavesThePlaceUnnamed()
     {
         LocationFixture fixture;

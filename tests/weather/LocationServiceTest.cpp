@@ -165,10 +165,41 @@ private Q_SLOTS:
         [[maybe_unused]] const auto unwatchedOther = fixture.ask(other);
         QCOMPARE(fixture.manager.timesLocationAsked, 1);
         fixture.deliver({fixture.fixOfAge(0s)});
+        // And one name.
         QVERIFY(fixture.geocoder.answer({munich}));
-        QVERIFY(fixture.geocoder.answer({munich}));
+        QVERIFY(!fixture.geocoder.answer({munich}));
         QVERIFY(one.location.has_value());
         QCOMPARE(one.location, other.location);
+    }
+
+    void callersOfOneKnownPositionShareItsName()
+    {
+        LocationFixture fixture;
+        fixture.manager.known = fixture.fixOfAge(0s);
+        Answer one;
+        Answer other;
+        [[maybe_unused]] const auto unwatchedOne = fixture.ask(one);
+        [[maybe_unused]] const auto unwatchedOther = fixture.ask(other);
+        QCOMPARE(fixture.geocoder.questions.size(), 1);
+        QVERIFY(fixture.geocoder.answer({munich}));
+        QVERIFY(one.location && one.location == other.location);
+        QCOMPARE(fixture.clock.runningTimers(), 0);
+        // Which is asked for again the next time.
+        Answer next;
+        [[maybe_unused]] const auto unwatchedNext = fixture.ask(next);
+        QCOMPARE(fixture.geocoder.questions.size(), 1);
+    }
+
+    void aPositionThatNobodyWantsAnyMoreIsNotNamed()
+    {
+        LocationFixture fixture;
+        bool isWanted = true;
+        Answer answer;
+        [[maybe_unused]] const auto unwatched = fixture.ask(answer, [&isWanted] { return isWanted; });
+        isWanted = false;
+        fixture.deliver({fixture.fixOfAge(0s)});
+        QVERIFY(answer.came && !answer.location);
+        QVERIFY(fixture.geocoder.questions.isEmpty());
     }
 
     void everyCallerGivesUpWhenNothingComesInTime()

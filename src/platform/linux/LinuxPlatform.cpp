@@ -189,7 +189,7 @@ Platform createPlatform()
         .files = makePort<PlainFiles>(),
         .fileWatch = makePort<QtFileWatch>(),
         .httpClient = makePort<QtHttpClient>(clock),
-        .network = makePort<RouteMonitor>(clock),
+        .network = makePort<RouteMonitor>(),
         .locationManager =
             makePort<GeoClueLocationManager>(foundation->systemBus.bus, clock, QGuiApplication::desktopFileName()),
         .geocoder = makePort<GWeatherGeocoder>(),

@@ -16,6 +16,8 @@ Placemark toPlacemark(CLPlacemark *placemark)
         .administrativeArea = textFrom(placemark.administrativeArea),
         .country = textFrom(placemark.country),
         .timeZone = textFrom(placemark.timeZone.name),
+        // It is the place itself, not the nearest one with a name.
+        .distance = std::nullopt,
     };
 }
 

@@ -17,6 +17,8 @@ public:
     [[nodiscard]] bool locationServicesEnabled() const override;
     [[nodiscard]] LocationAuthorization authorizationStatus() const override;
     [[nodiscard]] std::optional<PositionFix> location() const override;
+    [[nodiscard]] bool asksOnce() const override { return true; }
+    void setDesiredAccuracy(LocationAccuracy accuracy) override;
     void requestWhenInUseAuthorization() override;
     void requestLocation() override;
 

@@ -24,6 +24,17 @@ LocationAuthorization toLocationAuthorization(CLAuthorizationStatus status)
     return LocationAuthorization::unknown;
 }
 
+CLLocationAccuracy toCLLocationAccuracy(LocationAccuracy accuracy)
+{
+    switch (accuracy) {
+    case LocationAccuracy::town:
+        return kCLLocationAccuracyKilometer;
+    case LocationAccuracy::exact:
+        return kCLLocationAccuracyBest;
+    }
+    Q_UNREACHABLE();
+}
+
 std::optional<PositionFix> toPositionFix(CLLocation *location)
 {
     if (!location || !CLLocationCoordinate2DIsValid(location.coordinate))
@@ -43,7 +54,6 @@ MacLocationManager::MacLocationManager()
     , m_questions(dispatch_queue_create("app.moorline.location", DISPATCH_QUEUE_SERIAL))
 {
     m_manager.delegate = m_delegate;
-    m_manager.desiredAccuracy = kCLLocationAccuracyKilometer;
 }
 
 MacLocationManager::~MacLocationManager()
@@ -64,6 +74,11 @@ LocationAuthorization MacLocationManager::authorizationStatus() const
 std::optional<PositionFix> MacLocationManager::location() const
 {
     return toPositionFix(m_manager.location);
+}
+
+void MacLocationManager::setDesiredAccuracy(LocationAccuracy accuracy)
+{
+    m_manager.desiredAccuracy = toCLLocationAccuracy(accuracy);
 }
 
 void MacLocationManager::requestWhenInUseAuthorization()

@@ -12,6 +12,8 @@ public:
     ~MacNetwork() override;
 
     [[nodiscard]] bool isReachable() const override { return m_isReachable; }
+    void listen() override { m_isListening = true; }
+    [[nodiscard]] bool takeChanges() override;
 
 private:
     void setReachable(bool reachable);
@@ -19,6 +21,8 @@ private:
     const nw_path_monitor_t m_monitor;
     /// True from the start: the first report tells how things are, not that they changed.
     bool m_isReachable = true;
+    bool m_isListening = false;
+    bool m_hasChanged = false;
 };
 
 } // namespace moorline

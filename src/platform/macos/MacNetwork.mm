@@ -25,9 +25,15 @@ MacNetwork::~MacNetwork()
 
 void MacNetwork::setReachable(bool reachable)
 {
-    const bool wasReachable = std::exchange(m_isReachable, reachable);
-    if (reachable && !wasReachable)
-        Q_EMIT becameReachable();
+    m_isReachable = reachable;
+    m_hasChanged = !m_isListening;
+    if (std::exchange(m_isListening, false))
+        Q_EMIT changed();
+}
+
+bool MacNetwork::takeChanges()
+{
+    return std::exchange(m_hasChanged, false);
 }
 
 } // namespace moorline

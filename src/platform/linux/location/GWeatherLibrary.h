@@ -17,6 +17,8 @@ public:
 
     decltype(&gweather_location_get_world) world = nullptr;
     decltype(&gweather_location_find_nearest_city) nearestCity = nullptr;
+    decltype(&gweather_location_has_coords) hasCoordinates = nullptr;
+    decltype(&gweather_location_get_coords) coordinates = nullptr;
     decltype(&gweather_location_get_parent) parent = nullptr;
     decltype(&gweather_location_get_level) level = nullptr;
     decltype(&gweather_location_get_name) name = nullptr;

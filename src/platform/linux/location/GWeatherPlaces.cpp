@@ -2,6 +2,10 @@
 #include "platform/linux/glib/GObjectPointer.h"
 #include "platform/linux/location/GWeatherLibrary.h"
 
+#include <QtMath>
+#include <algorithm>
+#include <cmath>
+
 namespace moorline {
 
 namespace {
@@ -23,7 +27,29 @@ std::optional<QString> division(const GWeatherLibrary &library, GWeatherLocation
     return {};
 }
 
-Placemark placemark(const GWeatherLibrary &library, GWeatherLocation *city)
+/// Between two places on earth in degrees, along its surface.
+double kilometresBetween(double latitude, double longitude, double otherLatitude, double otherLongitude)
+{
+    constexpr double radiusOfEarth = 6371;
+    const auto squaredHalfChord = [](double degrees) { return std::pow(std::sin(qDegreesToRadians(degrees) / 2), 2); };
+    const double square = squaredHalfChord(otherLatitude - latitude)
+        + std::cos(qDegreesToRadians(latitude)) * std::cos(qDegreesToRadians(otherLatitude))
+            * squaredHalfChord(otherLongitude - longitude);
+    return 2 * radiusOfEarth * std::asin(std::sqrt(std::min(square, 1.0)));
+}
+
+std::optional<double> distance(
+    const GWeatherLibrary &library, GWeatherLocation *city, double latitude, double longitude)
+{
+    if (!library.hasCoordinates(city))
+        return {};
+    double cityLatitude = 0;
+    double cityLongitude = 0;
+    library.coordinates(city, &cityLatitude, &cityLongitude);
+    return kilometresBetween(latitude, longitude, cityLatitude, cityLongitude);
+}
+
+Placemark placemark(const GWeatherLibrary &library, GWeatherLocation *city, double latitude, double longitude)
 {
     const GLibPointer<gchar> cityName(library.cityName(city));
     const GLibPointer<gchar> countryName(library.countryName(city));
@@ -33,6 +59,7 @@ Placemark placemark(const GWeatherLibrary &library, GWeatherLocation *city)
         .administrativeArea = division(library, city),
         .country = text(countryName.get()),
         .timeZone = text(library.timeZone(city)),
+        .distance = distance(library, city, latitude, longitude),
     };
 }
 
@@ -47,7 +74,7 @@ std::optional<Placemark> nearestCity(double latitude, double longitude)
     if (!world)
         return {};
     const LocationPointer city(library.nearestCity(world.get(), latitude, longitude));
-    return city ? std::optional(placemark(library, city.get())) : std::nullopt;
+    return city ? std::optional(placemark(library, city.get(), latitude, longitude)) : std::nullopt;
 }
 
 } // namespace moorline

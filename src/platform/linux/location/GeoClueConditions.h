@@ -52,6 +52,13 @@ constexpr const GeoClueMeaning &meaningOf(GeoClueCondition condition)
     return geoClueMeanings.at(std::size_t(condition)).meaning;
 }
 
+/// The GClueAccuracyLevel for a place that is wanted to that. GeoClue has no figures for its levels: the city is the
+/// coarsest that names a town.
+constexpr uint geoClueLevel(LocationAccuracy accuracy)
+{
+    return accuracy == LocationAccuracy::exact ? 8 : 4;
+}
+
 /// How far a question had come when it failed.
 enum class GeoClueStep { findingService, settingUp, starting, waiting, over };
 

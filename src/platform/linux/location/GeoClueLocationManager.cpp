@@ -7,8 +7,17 @@ namespace moorline {
 
 namespace {
 
-/// GClueAccuracyLevel: names and weather want no more than the city.
-constexpr uint cityAccuracy = 4;
+const QString managerInterface = QStringLiteral("org.freedesktop.GeoClue2.Manager");
+
+/// The level that a signal of changed properties tells; none for one that tells of something else.
+uint levelOf(const QDBusMessage &message)
+{
+    if (message.signature() != QLatin1StringView("sa{sv}as") || message.arguments().at(0) != managerInterface)
+        return 0;
+    const auto level =
+        qdbus_cast<QVariantMap>(message.arguments().at(1)).value(QStringLiteral("AvailableAccuracyLevel"));
+    return level.typeId() == QMetaType::UInt ? level.toUInt() : 0;
+}
 
 } // namespace
 
@@ -17,6 +26,11 @@ GeoClueLocationManager::GeoClueLocationManager(Bus &systemBus, Clock &clock, con
     , m_clock(clock)
     , m_desktopId(desktopId)
     , m_geoClue(systemBus, clock, QStringLiteral("org.freedesktop.GeoClue2"))
+    , m_properties(m_geoClue,
+          {.path = QStringLiteral("/org/freedesktop/GeoClue2/Manager"),
+              .interface = QStringLiteral("org.freedesktop.DBus.Properties"),
+              .member = QStringLiteral("PropertiesChanged")},
+          [this](const QDBusMessage &message) { noteProperties(message); })
 {
     connect(&systemBus, &Bus::stateChanged, this, &GeoClueLocationManager::noteBus);
     connect(
@@ -62,9 +76,9 @@ void GeoClueLocationManager::ensureSession()
     if (m_bus.state() == Bus::State::awaited || m_session)
         return;
     m_isPermissionWanted = false;
-    m_session =
-        std::make_unique<GeoClueSession>(m_geoClue, m_clock, GeoClueSession::Introduction{m_desktopId, cityAccuracy});
-    connect(m_session.get(), &GeoClueSession::granted, this, [this] { setCondition(GeoClueCondition::granted); });
+    m_session = std::make_unique<GeoClueSession>(
+        m_geoClue, m_clock, GeoClueSession::Introduction{m_desktopId, geoClueLevel(m_accuracy)});
+    connect(m_session.get(), &GeoClueSession::granted, this, [this] { decided(GeoClueCondition::granted); });
     connect(m_session.get(), &GeoClueSession::refused, this, &GeoClueLocationManager::refused);
     connect(m_session.get(), &GeoClueSession::finished, this, &GeoClueLocationManager::finished);
     m_session->begin();
@@ -81,9 +95,17 @@ void GeoClueLocationManager::refused(GeoClueCondition why)
     endSession();
     const bool isLocationWanted = std::exchange(m_isLocationWanted, false);
     const QPointer<GeoClueLocationManager> alive(this);
-    setCondition(why);
+    decided(why);
     if (alive && isLocationWanted)
         Q_EMIT didFail();
+}
+
+void GeoClueLocationManager::decided(GeoClueCondition condition)
+{
+    const QPointer<GeoClueLocationManager> alive(this);
+    setCondition(condition);
+    if (alive && (condition == GeoClueCondition::granted || condition == GeoClueCondition::refused))
+        Q_EMIT didAnswerRequest();
 }
 
 void GeoClueLocationManager::finished(const std::optional<PositionFix> &fix)
@@ -101,10 +123,21 @@ void GeoClueLocationManager::finished(const std::optional<PositionFix> &fix)
 
 void GeoClueLocationManager::noteOwner(const QString &now)
 {
-    // With a session under way it has been started for that session, whose answer will tell more.
-    if (now.isEmpty() || m_session || m_condition == GeoClueCondition::granted)
-        return;
-    setCondition(GeoClueCondition::notAsked);
+    if (!now.isEmpty())
+        forgetRefusal();
+}
+
+void GeoClueLocationManager::noteProperties(const QDBusMessage &message)
+{
+    if (levelOf(message) > 0)
+        forgetRefusal();
+}
+
+void GeoClueLocationManager::forgetRefusal()
+{
+    // With a session under way this came of that session, whose answer will tell more.
+    if (!m_session && m_condition != GeoClueCondition::granted)
+        setCondition(GeoClueCondition::notAsked);
 }
 
 void GeoClueLocationManager::setCondition(GeoClueCondition condition)

@@ -9,7 +9,8 @@ namespace moorline {
 ///
 /// didChangeAuthorization() comes when the answer is another one than before, and only then: a question that GeoClue
 /// leaves open changes nothing and may be asked again. A permission holds on when GeoClue ends by itself, as it does
-/// when nobody needs it. A refusal is forgotten when GeoClue starts anew: the user may have thought otherwise since.
+/// when nobody needs it. A refusal is forgotten when GeoClue starts anew, and when it can tell places again or more
+/// exactly than before: the user may have thought otherwise since, an agent may have come, location be switched on.
 class GeoClueLocationManager final : public LocationManager {
     Q_OBJECT
 public:
@@ -21,6 +22,8 @@ public:
     [[nodiscard]] LocationAuthorization authorizationStatus() const override;
     [[nodiscard]] std::optional<PositionFix> location() const override { return m_location; }
 
+    [[nodiscard]] bool asksOnce() const override { return false; }
+    void setDesiredAccuracy(LocationAccuracy accuracy) override { m_accuracy = accuracy; }
     void requestWhenInUseAuthorization() override;
     /// Answered once, by didUpdateLocations() or didFail(), however many ask before that.
     void requestLocation() override;
@@ -30,14 +33,19 @@ private:
     void ensureSession();
     void endSession();
     void refused(GeoClueCondition why);
+    void decided(GeoClueCondition condition);
     void finished(const std::optional<PositionFix> &fix);
     void noteOwner(const QString &now);
+    void noteProperties(const QDBusMessage &message);
+    void forgetRefusal();
     void setCondition(GeoClueCondition condition);
 
     Bus &m_bus;
     Clock &m_clock;
     QString m_desktopId;
     FollowedName m_geoClue;
+    BusSignal m_properties;
+    LocationAccuracy m_accuracy = LocationAccuracy::town;
     GeoClueCondition m_condition = GeoClueCondition::notAsked;
     std::optional<PositionFix> m_location;
     bool m_isPermissionWanted = false;

@@ -13,10 +13,6 @@ namespace moorline {
 
 namespace {
 
-// Addresses, routes and name servers follow a link one after the other.
-constexpr std::chrono::seconds settlingTime{2};
-constexpr std::chrono::seconds longestWait{10};
-
 constexpr int mostMessagesAtOnce = 256;
 
 // Thousands of routes; a machine with more is no desktop.
@@ -41,53 +37,39 @@ FileDescriptor RouteMonitor::openRouteSocket()
     return descriptor;
 }
 
-RouteMonitor::RouteMonitor(Clock &clock, FileDescriptor changes, RouteFiles files)
-    : m_clock(clock)
-    , m_changes(std::move(changes))
+RouteMonitor::RouteMonitor(FileDescriptor changes, RouteFiles files)
+    : m_changes(std::move(changes))
     , m_files(std::move(files))
-    , m_hadWayOut(hasWayOut())
 {
     if (!m_changes.isOpen())
         return;
     m_notifier = std::make_unique<QSocketNotifier>(m_changes.get(), QSocketNotifier::Read);
+    m_notifier->setEnabled(false);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &RouteMonitor::noteChange);
 }
 
 bool RouteMonitor::isReachable() const
 {
-    return !m_notifier || hasWayOut();
+    return !m_notifier || hasDefaultRoute(beginningOf(m_files.routes))
+        || hasDefaultIPv6Route(beginningOf(m_files.ipv6Routes));
 }
 
-/// Until things have settled nobody listens, so that a storm of changes wakes nobody up.
+void RouteMonitor::listen()
+{
+    if (m_notifier)
+        m_notifier->setEnabled(true);
+}
+
+bool RouteMonitor::takeChanges()
+{
+    return m_changes.isOpen() && drain();
+}
+
 void RouteMonitor::noteChange()
 {
     m_notifier->setEnabled(false);
-    m_firstChange = m_clock.uptime();
     (void)drain();
-    // What was asked meanwhile has failed, also when the way is back before everything has settled, as after a sleep.
-    m_hadWayOut = m_hadWayOut && hasWayOut();
-    settle();
-}
-
-void RouteMonitor::settle()
-{
-    m_settling = m_clock.after(settlingTime, [this] { lookWhenSettled(); });
-}
-
-void RouteMonitor::lookWhenSettled()
-{
-    const bool hasMoreToCome = drain();
-    if (hasMoreToCome && m_clock.uptime() - m_firstChange < longestWait)
-        return settle();
-    m_notifier->setEnabled(true);
-    look();
-}
-
-void RouteMonitor::look()
-{
-    const bool hadWayOut = std::exchange(m_hadWayOut, hasWayOut());
-    if (m_hadWayOut && !hadWayOut)
-        Q_EMIT becameReachable();
+    Q_EMIT changed();
 }
 
 bool RouteMonitor::drain() const
@@ -101,11 +83,6 @@ bool RouteMonitor::drain() const
             return count > 0;
     }
     return true;
-}
-
-bool RouteMonitor::hasWayOut() const
-{
-    return hasDefaultRoute(beginningOf(m_files.routes)) || hasDefaultIPv6Route(beginningOf(m_files.ipv6Routes));
 }
 
 } // namespace moorline

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/Clock.h"
 #include "platform/Network.h"
 #include "support/FileDescriptor.h"
 
 #include <QSocketNotifier>
 #include <QString>
+#include <memory>
 
 namespace moorline {
 
@@ -24,26 +24,20 @@ public:
     [[nodiscard]] static FileDescriptor openRouteSocket();
 
     /// Without a socket it never signals anything, and takes it that there is a way.
-    explicit RouteMonitor(Clock &clock, FileDescriptor changes = openRouteSocket(), RouteFiles files = {});
+    explicit RouteMonitor(FileDescriptor changes = openRouteSocket(), RouteFiles files = {});
 
     [[nodiscard]] bool isReachable() const override;
+    void listen() override;
+    [[nodiscard]] bool takeChanges() override;
 
 private:
     void noteChange();
-    void settle();
-    void lookWhenSettled();
-    void look();
     /// Whether there was anything.
     [[nodiscard]] bool drain() const;
-    [[nodiscard]] bool hasWayOut() const;
 
-    Clock &m_clock;
     FileDescriptor m_changes;
     RouteFiles m_files;
-    bool m_hadWayOut;
     std::unique_ptr<QSocketNotifier> m_notifier;
-    std::unique_ptr<Clock::Timer> m_settling;
-    std::chrono::milliseconds m_firstChange{0};
 };
 
 } // namespace moorline

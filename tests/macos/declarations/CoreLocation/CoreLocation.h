@@ -12,6 +12,8 @@ typedef double CLLocationDegrees;
 typedef double CLLocationAccuracy;
 // https://developer.apple.com/documentation/corelocation/kcllocationaccuracykilometer
 extern "C" const CLLocationAccuracy kCLLocationAccuracyKilometer;
+// https://developer.apple.com/documentation/corelocation/kcllocationaccuracybest
+extern "C" const CLLocationAccuracy kCLLocationAccuracyBest;
 
 // https://developer.apple.com/documentation/corelocation/cllocationcoordinate2d
 struct CLLocationCoordinate2D {
