@@ -5,6 +5,12 @@ passed=0
 failed=0
 declare -A pytest_processes
 
+# How many seconds the step took that ends here: since the end of the step before.
+lap_began=0
+lap() {
+    echo "$((SECONDS - lap_began))"
+}
+
 # Adds a ring to the count: its name, how many passed and failed, and the exit status of what ran it. A ring that breaks
 # without naming a failed test, or that runs none, is a failure too.
 count() {
@@ -16,9 +22,10 @@ count() {
         echo "$name: ran no test"
         ring_failed=1
     fi
-    echo "$name: $ring_passed passed, $ring_failed failed"
+    echo "$name: $ring_passed passed, $ring_failed failed ($(lap) s)"
     passed=$((passed + ring_passed))
     failed=$((failed + ring_failed))
+    lap_began=$SECONDS
 }
 
 # What Qt's test programs wrote into a log: how many functions and rows passed, not counting the frame around each class.

@@ -1,4 +1,4 @@
-// rejected: call to deleted constructor of 'Port<moorline::Screens>'
+// rejected: call to deleted constructor of 'Port<
 #include "platform/Platform.h"
 
 namespace moorline {

@@ -1,4 +1,4 @@
-// rejected: allocating an object of abstract class type 'moorline::HalfAPointer'
+// rejected: allocating an object of abstract class type
 #include "platform/Pointer.h"
 
 #include <memory>
