@@ -199,7 +199,7 @@ void BarItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
     }
     event->accept();
     const Errand errand(*this);
-    Q_EMIT menuRequested(event->screenPos());
+    Q_EMIT menuRequested(event->pos());
 }
 
 bool BarItem::takesDrop(const QStringList &) const

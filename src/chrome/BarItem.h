@@ -53,9 +53,8 @@ public:
 Q_SIGNALS:
     /// The left button was pressed and let go on the item. The second press of a double click gives no other.
     void clicked();
-    /// `place` is in the coordinates of the pointer's screen, as Qt counts them. While nobody listens, the request goes
-    /// to what lies below the item.
-    void menuRequested(const QPoint &place);
+    /// `place` is in the item's own coordinates. While nobody listens, the request goes to what lies below the item.
+    void menuRequested(const QPointF &place);
     void hoveredChanged();
     void pressedChanged();
     void draggedChanged();

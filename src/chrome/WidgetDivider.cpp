@@ -9,7 +9,6 @@ namespace moorline {
 
 namespace {
 
-constexpr qreal dividerWidth = 1;
 constexpr qreal verticalPadding = 10;
 
 } // namespace
@@ -18,13 +17,13 @@ WidgetDivider::WidgetDivider(QGraphicsItem *parent)
     : QGraphicsWidget(parent)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-    setPreferredWidth(dividerWidth);
-    resize(dividerWidth, size().height());
+    setPreferredWidth(lineWidth);
+    resize(lineWidth, size().height());
 }
 
 void WidgetDivider::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
 {
-    const QRectF line(0, verticalPadding, dividerWidth, size().height() - 2 * verticalPadding);
+    const QRectF line(0, verticalPadding, lineWidth, size().height() - 2 * verticalPadding);
     if (line.isValid())
         painter->fillRect(snappedToPixels(*painter, line), Theme::divider);
 }

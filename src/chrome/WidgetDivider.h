@@ -8,6 +8,9 @@ namespace moorline {
 class WidgetDivider final : public QGraphicsWidget {
     Q_OBJECT
 public:
+    /// In points.
+    static constexpr qreal lineWidth = 1;
+
     explicit WidgetDivider(QGraphicsItem *parent = nullptr);
 
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;

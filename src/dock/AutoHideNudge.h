@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QGraphicsWidget>
+#include "chrome/BarItem.h"
 
 namespace moorline {
 
+class NudgeButton;
 class Symbols;
 
 /// The strip above the pill that offers to make the desktop's dock hide when it lies underneath.
-class AutoHideNudge final : public QGraphicsWidget {
+class AutoHideNudge final : public BarItem {
     Q_OBJECT
 public:
     AutoHideNudge(const Symbols &symbols, QGraphicsItem *parent = nullptr);
@@ -23,23 +24,11 @@ Q_SIGNALS:
     void accepted();
 
 protected:
-    void hideEvent(QHideEvent *event) override;
-    void hoverMoveEvent(QGraphicsSceneHoverEvent *event) override;
-    void hoverLeaveEvent(QGraphicsSceneHoverEvent *event) override;
-    void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
-    void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
+    void resizeEvent(QGraphicsSceneResizeEvent *event) override;
 
 private:
-    [[nodiscard]] QRectF buttonRect() const;
-    [[nodiscard]] qreal buttonWidth() const;
-    void paintButton(QPainter &painter) const;
-    void setHovered(bool hovered);
-
-    const Symbols &m_symbols;
     QString m_text;
-    QString m_buttonText;
-    bool m_hovered = false;
-    bool m_pressed = false;
+    NudgeButton *m_button;
 };
 
 } // namespace moorline

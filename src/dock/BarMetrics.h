@@ -10,7 +10,6 @@ inline constexpr qreal pillCornerRadius = 19;
 inline constexpr qreal pillLeadingPadding = 16;
 inline constexpr qreal pillTrailingPadding = 20;
 inline constexpr qreal dividerPadding = 14;
-inline constexpr qreal dividerWidth = 1;
 /// Instead of a divider between the two weather widgets, which read as one.
 inline constexpr qreal weatherGap = 14;
 

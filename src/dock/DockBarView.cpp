@@ -10,6 +10,7 @@
 #include "system/SystemDock.h"
 #include "theme/Color.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace moorline {
@@ -28,16 +29,28 @@ qreal maximumPillWidth(const Screens &screens)
     return isPrimary ? screen->frame.width() - screenSideMargins : assumedMaximumWidth;
 }
 
+/// The widget of this kind, removed from the row; null when there is none.
+BarWidget *takenOut(QList<Pill::Entry> &row, WidgetKind kind)
+{
+    const auto found =
+        std::find_if(row.begin(), row.end(), [kind](const Pill::Entry &entry) { return entry.kind == kind; });
+    if (found == row.end())
+        return nullptr;
+    BarWidget *widget = found->widget;
+    row.erase(found);
+    return widget;
+}
+
 } // namespace
 
 DockBarView::DockBarView(Context context, ContentWidthChange onContentWidthChange)
     : m_context(std::move(context))
     , m_onContentWidthChange(std::move(onContentWidthChange))
-    , m_iconSize(largestIcon)
     , m_dockConflicts(m_context.systemDock.conflictsWithDockBar())
     , m_pill(new Pill(this))
     , m_nudge(new AutoHideNudge(m_context.symbols, this))
 {
+    m_pill->setHolds(&m_context.holds);
     connect(m_pill, &Pill::widthChanged, this, &DockBarView::pillWidthChanged);
     connect(m_pill, &Pill::menuRequested, this, &DockBarView::openMenu);
     connect(m_pill, &Pill::filesDropped, &m_context.store, &SettingsStore::pin);
@@ -100,23 +113,36 @@ void DockBarView::updateRow()
     if (kinds == m_visibleKinds)
         return;
     m_visibleKinds = std::move(kinds);
+    QList<Pill::Entry> standing = m_pill->row();
     QList<Pill::Entry> entries;
     for (const WidgetKind kind : std::as_const(m_visibleKinds)) {
-        if (auto widget = m_context.makeWidget(kind))
-            entries.append({.kind = kind, .widget = widget.release()});
+        BarWidget *known = takenOut(standing, kind);
+        if (BarWidget *widget = known ? known : m_context.makeWidget(kind).release())
+            entries.append({.kind = kind, .widget = widget});
     }
     m_pill->setRow(entries);
+}
+
+qreal DockBarView::iconSize() const
+{
+    return m_pill->iconSize();
 }
 
 void DockBarView::refitIcons(qreal measuredWidth)
 {
     const IconCounts icons = iconCounts(row(), m_context.store.settings(), m_state);
-    m_iconSize = fittedIconSize(icons, measuredWidth, m_iconSize, maximumPillWidth(m_context.screens));
+    const qreal fitted = fittedIconSize(icons, measuredWidth, iconSize(), maximumPillWidth(m_context.screens));
+    if (fitted != iconSize())
+        m_pill->setIconSize(fitted);
 }
 
 void DockBarView::pillWidthChanged()
 {
-    refitIcons(m_pill->size().width());
+    const qreal measuredWidth = m_pill->size().width();
+    refitIcons(measuredWidth);
+    // Icons of another size make another width, which has been dealt with by now.
+    if (m_pill->size().width() != measuredWidth)
+        return;
     layOut();
     reportContentWidth();
 }

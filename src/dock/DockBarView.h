@@ -58,7 +58,7 @@ public:
     [[nodiscard]] const QList<WidgetKind> &visibleWidgets() const { return m_visibleKinds; }
     /// The widgets that stand in the row now.
     [[nodiscard]] QList<WidgetKind> row() const;
-    [[nodiscard]] qreal iconSize() const { return m_iconSize; }
+    [[nodiscard]] qreal iconSize() const;
     [[nodiscard]] bool isNudgeShown() const;
     /// The natural height of the body with its margins.
     [[nodiscard]] qreal bodyHeight() const;
@@ -87,7 +87,6 @@ private:
     ContentWidthChange m_onContentWidthChange;
     BarState m_state;
     QList<WidgetKind> m_visibleKinds;
-    qreal m_iconSize;
     bool m_dockConflicts;
     std::unique_ptr<Clock::Timer> m_task;
     Pill *m_pill;

@@ -7,10 +7,9 @@
 #include "theme/Shapes.h"
 #include "theme/Theme.h"
 
-#include <QGraphicsSceneContextMenuEvent>
-#include <QGraphicsSceneDragDropEvent>
-#include <QMimeData>
 #include <QPainter>
+#include <QScopedValueRollback>
+#include <algorithm>
 #include <cmath>
 
 namespace moorline {
@@ -29,61 +28,115 @@ bool readAsOneWidget(WidgetKind previous, WidgetKind next)
 }
 
 /// The room between two widgets.
-qreal separatorWidth(const QGraphicsWidget *divider)
+qreal separatorWidth(const WidgetDivider *divider)
 {
-    return divider ? dividerPadding + dividerWidth + dividerPadding : weatherGap;
+    return divider ? dividerPadding + WidgetDivider::lineWidth + dividerPadding : weatherGap;
+}
+
+bool standsIn(const QList<Pill::Entry> &row, const BarWidget *widget)
+{
+    return std::any_of(row.begin(), row.end(), [widget](const Pill::Entry &entry) { return entry.widget == widget; });
 }
 
 } // namespace
 
 Pill::Pill(QGraphicsItem *parent)
-    : QGraphicsWidget(parent)
+    : BarItem(parent)
+    , m_iconSize(largestIcon)
     , m_shadow(shadowColor, shadowBlurRadius, shadowOffset)
     , m_dropColor(Theme::pillStroke)
 {
     setAcceptDrops(true);
+    setDescription({.role = QAccessible::ToolBar, .name = QStringLiteral("Moorline"), .state = {}});
+    connect(this, &BarItem::dropHoveredChanged, this, [this] { update(); });
     layOut();
 }
 
-void Pill::setRow(const QList<Entry> &row)
+void Pill::setRow(QList<Entry> row)
 {
-    for (const Entry &entry : std::as_const(m_row))
-        delete entry.widget;
-    qDeleteAll(m_separators);
-    m_separators.clear();
-    m_row = row;
-    for (qsizetype i = 0; i < m_row.size(); ++i) {
-        if (i > 0)
-            m_separators.append(readAsOneWidget(m_row[i - 1].kind, m_row[i].kind) ? nullptr : new WidgetDivider(this));
-        m_row[i].widget->setParentItem(this);
-        connect(m_row[i].widget, &BarWidget::naturalSizeChanged, this, &Pill::layOut);
+    const QList<Entry> before = std::exchange(m_row, row);
+    for (const Entry &entry : before) {
+        if (!standsIn(row, entry.widget))
+            letGo(*entry.widget);
+    }
+    for (const Entry &entry : std::as_const(row)) {
+        if (!standsIn(before, entry.widget))
+            takeIn(*entry.widget);
+    }
+    separate();
+    layOut();
+}
+
+void Pill::takeIn(BarWidget &widget)
+{
+    widget.setIconSize(m_iconSize);
+    widget.setParentItem(this);
+    connect(&widget, &BarWidget::naturalSizeChanged, this, &Pill::layOut);
+}
+
+void Pill::letGo(BarWidget &widget)
+{
+    disconnect(&widget, nullptr, this, nullptr);
+    widget.retire();
+}
+
+void Pill::separate()
+{
+    QList<WidgetDivider *> spare = std::exchange(m_separators, {});
+    spare.removeAll(nullptr);
+    for (qsizetype i = 1; i < m_row.size(); ++i) {
+        if (readAsOneWidget(m_row[i - 1].kind, m_row[i].kind))
+            m_separators.append(nullptr);
+        else
+            m_separators.append(spare.isEmpty() ? new WidgetDivider(this) : spare.takeFirst());
+    }
+    for (WidgetDivider *divider : std::as_const(spare)) {
+        divider->hide();
+        divider->deleteLater();
+    }
+}
+
+void Pill::setIconSize(qreal size)
+{
+    m_iconSize = size;
+    {
+        const QScopedValueRollback batch(m_isLayoutSuspended, true);
+        for (const Entry &entry : std::as_const(m_row))
+            entry.widget->setIconSize(size);
     }
     layOut();
 }
 
+qreal Pill::place(BarWidget &widget, WidgetDivider *divider, qreal x, bool isFirst) const
+{
+    if (!isFirst) {
+        if (divider)
+            divider->setGeometry(QRectF(x + dividerPadding, 0, WidgetDivider::lineWidth, pillHeight));
+        x += separatorWidth(divider);
+    }
+    widget.setPos(x, std::round((pillHeight - widget.size().height()) / 2));
+    // Whole points keep the hairlines to the right of a text sharp.
+    return x + std::ceil(widget.size().width());
+}
+
 void Pill::layOut()
 {
+    if (m_isLayoutSuspended)
+        return;
     qreal x = pillLeadingPadding;
     bool isFirst = true;
     for (qsizetype i = 0; i < m_row.size(); ++i) {
-        BarWidget *widget = m_row[i].widget;
+        BarWidget &widget = *m_row[i].widget;
         // A widget that has nothing to show yet takes no place, and needs none kept from its neighbours.
-        const bool isEmpty = widget->size().width() <= 0;
-        widget->setVisible(!isEmpty);
-        QGraphicsWidget *divider = i > 0 ? m_separators[i - 1] : nullptr;
+        const bool isEmpty = widget.size().width() <= 0;
+        widget.setVisible(!isEmpty);
+        WidgetDivider *divider = i > 0 ? m_separators[i - 1] : nullptr;
         if (divider)
             divider->setVisible(!isEmpty && !isFirst);
         if (isEmpty)
             continue;
-        if (!isFirst) {
-            if (divider)
-                divider->setGeometry(x + dividerPadding, 0, dividerWidth, pillHeight);
-            x += separatorWidth(divider);
-        }
+        x = place(widget, divider, x, isFirst);
         isFirst = false;
-        widget->setPos(x, std::round((pillHeight - widget->size().height()) / 2));
-        // Whole points keep the hairlines to the right of a text sharp.
-        x += std::ceil(widget->size().width());
     }
     const QSizeF natural(x + pillTrailingPadding, pillHeight);
     if (natural == size())
@@ -121,50 +174,22 @@ void Pill::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
     m_shadow.paint(*painter, outline(), m_room);
     painter->fillPath(outline(), Theme::pillFill);
     const qreal inset = 0.5;
-    painter->setPen(QPen(m_dropHovering ? m_dropColor : Theme::pillStroke, 1));
+    painter->setPen(QPen(isDropHovered() ? m_dropColor : Theme::pillStroke, 1));
     painter->setBrush(Qt::NoBrush);
     painter->drawPath(continuousRoundedRect(pill.adjusted(inset, inset, -inset, -inset), pillCornerRadius - inset));
 }
 
-void Pill::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
+bool Pill::takesDrop(const QStringList &formats) const
 {
-    if (!outline().contains(event->pos())) {
-        event->ignore();
-        return;
-    }
-    event->accept();
-    Q_EMIT menuRequested(event->pos());
+    return mayHoldFiles(formats);
 }
 
-void Pill::dragEnterEvent(QGraphicsSceneDragDropEvent *event)
+bool Pill::drop(const QMimeData &data)
 {
-    const bool hasFiles = !loadDroppedFileURLs(*event->mimeData()).isEmpty();
-    event->setAccepted(hasFiles);
-    setDropHovering(hasFiles);
-}
-
-void Pill::dragLeaveEvent(QGraphicsSceneDragDropEvent *)
-{
-    setDropHovering(false);
-}
-
-void Pill::dropEvent(QGraphicsSceneDragDropEvent *event)
-{
-    setDropHovering(false);
-    const QList<QUrl> files = loadDroppedFileURLs(*event->mimeData());
-    // A pin is a reference: the source must not take the drop for a move and delete its file.
-    event->setDropAction(event->possibleActions() & Qt::LinkAction ? Qt::LinkAction : Qt::CopyAction);
-    event->setAccepted(!files.isEmpty());
+    const QList<QUrl> files = loadDroppedFileURLs(data);
     if (!files.isEmpty())
         Q_EMIT filesDropped(files);
-}
-
-void Pill::setDropHovering(bool hovering)
-{
-    if (hovering == m_dropHovering)
-        return;
-    m_dropHovering = hovering;
-    update();
+    return !files.isEmpty();
 }
 
 } // namespace moorline

@@ -5,6 +5,11 @@
 
 namespace moorline {
 
+bool mayHoldFiles(const QStringList &formats)
+{
+    return formats.contains(QStringLiteral("text/uri-list"));
+}
+
 QList<QUrl> loadDroppedFileURLs(const QMimeData &dropped)
 {
     QList<QUrl> files;

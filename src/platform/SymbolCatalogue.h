@@ -9,6 +9,9 @@ namespace moorline {
 /// Monochrome draws every layer in the full colour, hierarchical the secondary layer fainter.
 enum class SymbolRendering { monochrome, hierarchical };
 
+/// The side of the square that a symbol fills, in units of the size of the text it goes with.
+inline constexpr qreal symbolSideToPointSize = 1.2;
+
 struct SymbolRequest {
     /// The catalogue name, such as "dock.rectangle".
     QString name;

@@ -9,8 +9,6 @@ namespace moorline {
 namespace {
 
 constexpr qsizetype rememberedImages = 256;
-/// The side of a symbol's picture, in units of the size of its text.
-constexpr qreal sideToPointSize = 1.2;
 constexpr int iconSides[] = {16, 18, 22, 24, 32, 48, 64};
 
 QString cacheKey(const SymbolRequest &request)
@@ -69,7 +67,7 @@ QIcon Symbols::icon(const QString &name, const QColor &color) const
     QIcon icon;
     for (const int side : iconSides) {
         const QImage picture =
-            m_catalogue.symbol({name, side / sideToPointSize, 1, color, SymbolRendering::monochrome});
+            m_catalogue.symbol({name, side / symbolSideToPointSize, 1, color, SymbolRendering::monochrome});
         if (!picture.isNull())
             icon.addPixmap(squared(picture, side));
     }

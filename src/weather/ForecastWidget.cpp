@@ -55,6 +55,15 @@ QSizeF naturalSize(const QList<ForecastColumn> &columns, const Symbols &symbols)
     return {width, qreal(qCeil(lines + 2 * lineGap))};
 }
 
+/// "MON 5° 1°, TUE 6° 2°"
+QString inWords(const QList<ForecastColumn> &columns)
+{
+    QStringList days;
+    for (const ForecastColumn &column : columns)
+        days.append(column.weekday + u' ' + column.maximum + u' ' + column.minimum);
+    return days.join(QStringLiteral(", "));
+}
+
 } // namespace
 
 ForecastWidget::ForecastWidget(Context context, QGraphicsItem *parent)
@@ -96,6 +105,7 @@ void ForecastWidget::refresh()
     if (columns == m_columns)
         return;
     m_columns = columns;
+    describe(WidgetKind::forecast, inWords(m_columns));
     setNaturalSize(naturalSize(m_columns, symbols()));
     update();
 }

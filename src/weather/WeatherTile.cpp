@@ -1,8 +1,7 @@
 #include "weather/WeatherTile.h"
 
+#include "settings/Choices.h"
 #include "weather/WeatherService.h"
-
-#include <QGraphicsSceneMouseEvent>
 
 namespace moorline {
 
@@ -10,11 +9,18 @@ WeatherTile::WeatherTile(Context context, QGraphicsItem *parent)
     : BarWidget(parent)
     , m_context(std::move(context))
 {
-    setAcceptedMouseButtons(Qt::LeftButton);
+    setTouchable(bool(m_context.openWeatherApp));
+    connect(this, &BarItem::clicked, this, [open = m_context.openWeatherApp] { open(); });
     const WeatherService *weather = &m_context.service;
     connect(weather, &WeatherService::snapshotChanged, this, [this] { refresh(); });
     connect(weather, &WeatherService::resolvedLocationChanged, this, [this] { refresh(); });
     connect(weather, &WeatherService::lastErrorChanged, this, [this] { refresh(); });
+}
+
+void WeatherTile::describe(WidgetKind kind, const QString &shown)
+{
+    const auto role = isTouchable() ? QAccessible::Button : QAccessible::StaticText;
+    setDescription({.role = role, .name = label(kind), .state = shown});
 }
 
 QRectF WeatherTile::boundingRect() const
@@ -29,26 +35,6 @@ QPainterPath WeatherTile::shape() const
     QPainterPath area;
     area.addRect(boundingRect());
     return area;
-}
-
-void WeatherTile::mousePressEvent(QGraphicsSceneMouseEvent *event)
-{
-    m_pressed = event->button() == Qt::LeftButton;
-}
-
-void WeatherTile::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
-{
-    const bool isClick = std::exchange(m_pressed, false) && event->button() == Qt::LeftButton;
-    if (!isClick || !boundingRect().contains(event->pos()))
-        return;
-    if (m_context.openWeatherApp)
-        m_context.openWeatherApp();
-}
-
-void WeatherTile::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
-{
-    // The first click of the two has opened the application.
-    event->accept();
 }
 
 } // namespace moorline

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chrome/BarWidget.h"
+#include "settings/WidgetKind.h"
 
 #include <functional>
 
@@ -32,14 +33,11 @@ protected:
     [[nodiscard]] const Symbols &symbols() const { return m_context.symbols; }
     /// Looks what there is to show now.
     virtual void refresh() = 0;
-
-    void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
-    void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
-    void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
+    /// What is told of a widget of this kind that shows this, in words.
+    void describe(WidgetKind kind, const QString &shown);
 
 private:
     Context m_context;
-    bool m_pressed = false;
 };
 
 } // namespace moorline

@@ -69,6 +69,7 @@ void WeatherWidget::refresh()
         return;
     m_shown = display;
     setHelpText(m_shown.helpText);
+    describe(WidgetKind::weather, m_shown.temperature + QStringLiteral(", ") + m_shown.caption);
     setNaturalSize(naturalSize(m_shown));
     update();
 }

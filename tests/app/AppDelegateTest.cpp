@@ -27,11 +27,15 @@ namespace {
 struct Program {
     explicit Program(RunPlan plan)
         : delegate(platform.ports, std::move(plan),
-            {[this] {
-                 ++imports;
-                 return importResult;
-             },
-                [this](const QString &line) { printed.append(line); }, [this] { ++terminations; }})
+            {
+                .importFromSystemDock =
+                    [this] {
+                        ++imports;
+                        return importResult;
+                    },
+                .print = [this](const QString &line) { printed.append(line); },
+                .terminate = [this] { ++terminations; },
+            })
     {
     }
 

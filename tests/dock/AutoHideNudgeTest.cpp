@@ -5,6 +5,7 @@
 
 #include <QGraphicsScene>
 #include <QGraphicsView>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QSignalSpy>
 
@@ -24,6 +25,7 @@ struct Stage {
         view.setScene(&scene);
         view.setAlignment(Qt::AlignLeft | Qt::AlignTop);
         view.setFrameStyle(QFrame::NoFrame);
+        view.viewport()->setMouseTracking(true);
         view.resize(1000, 40);
         view.show();
     }
@@ -37,10 +39,22 @@ struct Stage {
         return image;
     }
 
+    void send(QEvent::Type type, const QPointF &place)
+    {
+        const QPoint spot = view.mapFromScene(place);
+        QMouseEvent event(type, spot, view.viewport()->mapToGlobal(spot), Qt::LeftButton,
+            type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(view.viewport(), &event);
+    }
+
     void click(const QPointF &place)
     {
-        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.mapFromScene(place));
+        send(QEvent::MouseButtonPress, place);
+        send(QEvent::MouseButtonRelease, place);
     }
+
+    [[nodiscard]] QPointF onTheButton() const { return {nudge->size().width() - 40, 13}; }
+    [[nodiscard]] BarItem &button() const { return *barItems(*nudge).first(); }
 
     FakeSymbolCatalogue images;
     Symbols symbols{images};
@@ -58,7 +72,7 @@ private Q_SLOTS:
     {
         Stage stage;
         QSignalSpy accepted(stage.nudge, &AutoHideNudge::accepted);
-        stage.click({stage.nudge->size().width() - 40, 13});
+        stage.click(stage.onTheButton());
         QCOMPARE(accepted.size(), 1);
     }
 
@@ -74,10 +88,56 @@ private Q_SLOTS:
     {
         Stage stage;
         QSignalSpy accepted(stage.nudge, &AutoHideNudge::accepted);
-        const qreal width = stage.nudge->size().width();
-        QTest::mousePress(stage.view.viewport(), Qt::LeftButton, {}, stage.view.mapFromScene(QPointF(width - 40, 13)));
-        QTest::mouseRelease(stage.view.viewport(), Qt::LeftButton, {}, stage.view.mapFromScene(QPointF(40, 13)));
+        stage.send(QEvent::MouseButtonPress, stage.onTheButton());
+        stage.send(QEvent::MouseButtonRelease, {40, 13});
         QCOMPARE(accepted.size(), 0);
+    }
+
+    void aDoubleClickTakesTheOfferOnce()
+    {
+        Stage stage;
+        QSignalSpy accepted(stage.nudge, &AutoHideNudge::accepted);
+        stage.click(stage.onTheButton());
+        stage.send(QEvent::MouseButtonDblClick, stage.onTheButton());
+        stage.send(QEvent::MouseButtonRelease, stage.onTheButton());
+        QCOMPARE(accepted.size(), 1);
+    }
+
+    void saysWhatItIsAbout()
+    {
+        Stage stage;
+        const QString text =
+            QStringLiteral("The macOS Dock is sitting underneath this one. Turn on auto-hide to clear the space.");
+        QCOMPARE(stage.nudge->helpText(), text);
+        QCOMPARE(stage.nudge->description().name, text);
+        QCOMPARE(stage.nudge->description().role, QAccessible::StaticText);
+        QCOMPARE(stage.button().description().name, QStringLiteral("Hide the macOS Dock"));
+        QCOMPARE(stage.button().description().role, QAccessible::Button);
+    }
+
+    void theButtonCanBePressedWithoutThePointer()
+    {
+        Stage stage;
+        QSignalSpy accepted(stage.nudge, &AutoHideNudge::accepted);
+        stage.button().press();
+        QCOMPARE(accepted.size(), 1);
+    }
+
+    void theButtonShowsWhatThePointerDoes()
+    {
+        Stage stage;
+        // Left of the arrow, where the button is nothing but filled.
+        const QPoint spot = stage.button().geometry().topLeft().toPoint() + QPoint(6, 10);
+        const int atRest = stage.picture().pixelColor(spot).lightness();
+        QMouseEvent move(QEvent::MouseMove, spot, stage.view.viewport()->mapToGlobal(spot), Qt::NoButton, Qt::NoButton,
+            Qt::NoModifier);
+        QCoreApplication::sendEvent(stage.view.viewport(), &move);
+        const int hovered = stage.picture().pixelColor(spot).lightness();
+        stage.send(QEvent::MouseButtonPress, spot);
+        const int pressed = stage.picture().pixelColor(spot).lightness();
+        stage.send(QEvent::MouseButtonRelease, {40, 13});
+        QVERIFY(hovered > atRest);
+        QVERIFY(pressed < atRest);
     }
 
     void showsTheArrowOfTheButton()

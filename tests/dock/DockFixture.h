@@ -61,6 +61,8 @@ struct DockFixture : FakePlatform {
     /// A widget that tells its kind; none for the music.
     std::unique_ptr<BarWidget> makeWidget(WidgetKind kind)
     {
+        if (makeOther)
+            return makeOther(kind);
         if (kind == WidgetKind::music)
             return nullptr;
         auto widget = std::make_unique<TrialWidget>(QSizeF(80, 40), rawValue(kind));
@@ -84,6 +86,8 @@ struct DockFixture : FakePlatform {
     BarStage stage{{popupWindows, screens, panelWindow, clock, symbols, holds}};
     BarCommands commands;
     Playback playback;
+    /// Makes the widgets instead, for a test that has its own.
+    std::function<std::unique_ptr<BarWidget>(WidgetKind)> makeOther;
     /// The last that was made of each kind.
     QHash<WidgetKind, TrialWidget *> widgets;
     /// What the controller gave the bar it built.

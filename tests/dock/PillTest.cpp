@@ -4,13 +4,17 @@
 #include "chrome/WidgetDivider.h"
 #include "dock/BarMetrics.h"
 #include "harness/TestCase.h"
+#include "theme/Shadow.h"
+#include "theme/Shapes.h"
 #include "theme/Theme.h"
 
 #include <QGraphicsScene>
 #include <QGraphicsSceneDragDropEvent>
 #include <QMimeData>
 #include <QPainter>
+#include <QPointer>
 #include <QSignalSpy>
+#include <functional>
 
 using namespace moorline;
 using namespace moorline::test;
@@ -32,6 +36,39 @@ QList<qreal> dividers(const Pill &pill)
             places.append(divider->x());
     }
     return places;
+}
+
+/// As wide as its icons, which stand 6 points apart.
+class Icons final : public BarWidget {
+public:
+    explicit Icons(int count)
+        : m_count(count)
+    {
+    }
+    void setIconSize(qreal size) override { setNaturalSize({m_count * size + (m_count - 1) * 6, size}); }
+
+private:
+    int m_count;
+};
+
+/// Files whose source takes its time to answer.
+class SlowFiles final : public QMimeData {
+public:
+    [[nodiscard]] QStringList formats() const override { return {QStringLiteral("text/uri-list")}; }
+
+    mutable int timesAsked = 0;
+
+protected:
+    [[nodiscard]] QVariant retrieveData(const QString &, QMetaType) const override
+    {
+        ++timesAsked;
+        return QVariantList{QUrl::fromLocalFile(QStringLiteral("/tmp/a"))};
+    }
+};
+
+void deleteWhatWaits()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 struct Drop {
@@ -193,10 +230,161 @@ private Q_SLOTS:
         scene.addItem(pill);
         QSignalSpy dropped(pill, &Pill::filesDropped);
         Drop drop({QUrl(QStringLiteral("https://example.org"))});
+        scene.sendEvent(pill, &drop.drop);
+        QVERIFY(!drop.drop.isAccepted());
+        QCOMPARE(dropped.size(), 0);
+    }
+
+    void whatCannotHoldFilesIsRefusedAtOnce()
+    {
+        QGraphicsScene scene;
+        auto *pill = new Pill;
+        scene.addItem(pill);
+        Drop drop({});
+        drop.data.clear();
+        drop.data.setText(QStringLiteral("/tmp/a"));
         scene.sendEvent(pill, &drop.enter);
         QVERIFY(!drop.enter.isAccepted());
+        QVERIFY(!pill->isDropHovered());
+    }
+
+    void theSourceIsAskedOnceOnTheDrop()
+    {
+        QGraphicsScene scene;
+        auto *pill = new Pill;
+        scene.addItem(pill);
+        QSignalSpy dropped(pill, &Pill::filesDropped);
+        const SlowFiles files;
+        Drop drop({});
+        drop.enter.setMimeData(&files);
+        drop.drop.setMimeData(&files);
+        for (int i = 0; i < 3; ++i) {
+            scene.sendEvent(pill, &drop.enter);
+            QVERIFY(drop.enter.isAccepted());
+        }
+        QCOMPARE(files.timesAsked, 0);
         scene.sendEvent(pill, &drop.drop);
-        QCOMPARE(dropped.size(), 0);
+        QCOMPARE(dropped.size(), 1);
+        QCOMPARE(files.timesAsked, 1);
+    }
+
+    void theOutlineTellsThatADropWouldBeTaken()
+    {
+        QGraphicsScene scene;
+        auto *pill = new Pill;
+        scene.addItem(pill);
+        pill->setRow({{WidgetKind::clock, new Block({200, 30})}});
+        pill->setDropColor(Qt::green);
+        const auto outline = [&scene, pill] {
+            QImage image(pill->size().toSize(), QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::black);
+            QPainter painter(&image);
+            scene.render(&painter, QRectF(image.rect()), QRectF(image.rect()));
+            painter.end();
+            return image.pixelColor(118, 0);
+        };
+        Drop drop({QUrl::fromLocalFile(QStringLiteral("/tmp/a"))});
+        scene.sendEvent(pill, &drop.enter);
+        QVERIFY(outline().green() > outline().red() + 100);
+        QGraphicsSceneDragDropEvent leave(QEvent::GraphicsSceneDragLeave);
+        scene.sendEvent(pill, &leave);
+        QVERIFY(outline().green() < outline().red() + 10);
+    }
+
+    void looksAsItIsMeasured()
+    {
+        Pill pill;
+        pill.setRow({{WidgetKind::clock, new Block({200, 30})}});
+        const QRectF room(-60, -40, 356, 160);
+        pill.setRoom(room);
+        const auto picture = [&room](const std::function<void(QPainter &)> &draw) {
+            QImage image(room.size().toSize() * 2, QImage::Format_ARGB32_Premultiplied);
+            image.setDevicePixelRatio(2);
+            image.fill(Qt::transparent);
+            QPainter painter(&image);
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.translate(-room.topLeft());
+            draw(painter);
+            painter.end();
+            return image;
+        };
+        const QImage painted = picture([&pill](QPainter &painter) { pill.paint(&painter, nullptr, nullptr); });
+        const QImage expected = picture([&room](QPainter &painter) {
+            const QPainterPath outline = continuousRoundedRect({0, 0, 236, 72}, 19);
+            Shadow(QColor::fromRgbF(0, 0, 0, 0.55F), 22, {0, 14}).paint(painter, outline, room);
+            painter.fillPath(outline, Theme::pillFill);
+            painter.strokePath(continuousRoundedRect({0.5, 0.5, 235, 71}, 18.5), QPen(Theme::pillStroke, 1));
+        });
+        QCOMPARE(painted, expected);
+        QCOMPARE(pill.outline(), continuousRoundedRect({0, 0, 236, 72}, 19));
+    }
+
+    void aWidgetThatStaysIsTheSame()
+    {
+        Pill pill;
+        QPointer<Block> first = new Block({50, 30});
+        QPointer<Block> second = new Block({40, 30});
+        pill.setRow({{WidgetKind::clock, first}, {WidgetKind::calendar, second}});
+        pill.setRow({{WidgetKind::calendar, second}, {WidgetKind::clock, first}});
+        QCOMPARE(second->x(), 16.0);
+        QCOMPARE(first->x(), 16.0 + 40 + 29);
+        deleteWhatWaits();
+        QVERIFY(first && second);
+    }
+
+    void aWidgetThatLeavesIsHiddenAtOnceAndDeletedLater()
+    {
+        Pill pill;
+        QPointer<Block> first = new Block({50, 30});
+        QPointer<Block> second = new Block({40, 30});
+        pill.setRow({{WidgetKind::clock, first}, {WidgetKind::calendar, second}});
+        pill.setRow({{WidgetKind::calendar, second}});
+        QVERIFY(first);
+        QVERIFY(!first->isVisible());
+        QCOMPARE(second->x(), 16.0);
+        QVERIFY(dividers(pill).isEmpty());
+        QSignalSpy changed(&pill, &Pill::widthChanged);
+        first->grow({500, 30});
+        QCOMPARE(changed.size(), 0);
+        QVERIFY(!first->isVisible());
+        deleteWhatWaits();
+        QVERIFY(!first);
+        QVERIFY(second);
+    }
+
+    void aThousandRowsLeaveNothingBehind()
+    {
+        Pill pill;
+        auto *first = new Block({50, 30});
+        for (int i = 0; i < 1000; ++i) {
+            pill.setRow({{WidgetKind::clock, first}, {WidgetKind::calendar, new Block({40, 30})}});
+            deleteWhatWaits();
+        }
+        QCOMPARE(pill.childItems().size(), 3);
+    }
+
+    void anIconSizeForThreeWidgetsIsOneLayout()
+    {
+        Pill pill;
+        auto *last = new Block({40, 30});
+        pill.setRow({{WidgetKind::appShortcut, new Icons(5)}, {WidgetKind::recentApps, new Icons(3)},
+            {WidgetKind::pinnedItems, new Icons(2)}, {WidgetKind::clock, last}});
+        QCOMPARE(pill.size().width(), 16 + (5 * 46 + 24) + 29 + (3 * 46 + 12) + 29 + (2 * 46 + 6.0) + 29 + 40 + 20);
+        QSignalSpy widths(&pill, &Pill::widthChanged);
+        QSignalSpy layouts(last, &QGraphicsObject::xChanged);
+        pill.setIconSize(30);
+        QCOMPARE(widths.size(), 1);
+        QCOMPARE(layouts.size(), 1);
+        QCOMPARE(pill.size().width(), 16 + (5 * 30 + 24) + 29 + (3 * 30 + 12) + 29 + (2 * 30 + 6.0) + 29 + 40 + 20);
+    }
+
+    void aWidgetThatComesLaterHasTheSameIconSize()
+    {
+        Pill pill;
+        pill.setIconSize(30);
+        auto *icons = new Icons(2);
+        pill.setRow({{WidgetKind::pinnedItems, icons}});
+        QCOMPARE(icons->size().width(), 2 * 30 + 6.0);
     }
 };
 

@@ -31,6 +31,13 @@ private Q_SLOTS:
         QVERIFY(loadDroppedFileURLs(dropped).isEmpty());
     }
 
+    void filesMayBeHeldByAListOfAddresses()
+    {
+        QVERIFY(mayHoldFiles({QStringLiteral("text/plain"), QStringLiteral("text/uri-list")}));
+        QVERIFY(!mayHoldFiles({QStringLiteral("text/plain"), QStringLiteral("text/html")}));
+        QVERIFY(!mayHoldFiles({}));
+    }
+
     void dropOfTextGivesNone()
     {
         QMimeData dropped;

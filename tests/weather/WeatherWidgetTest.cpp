@@ -205,6 +205,36 @@ private Q_SLOTS:
         QCOMPARE(fixture.timesOpened, 1);
     }
 
+    void theEdgesOfThePillTakeTheClickToo()
+    {
+        TileFixture fixture;
+        WeatherWidget widget(fixture.context());
+        widget.setPos(0, 30);
+        Stage stage(widget);
+        const int bottom = 30 + int(widget.size().height());
+        for (const int y : {30 - 23, bottom + 23}) {
+            stage.press({10, y});
+            stage.release({10, y});
+        }
+        QCOMPARE(fixture.timesOpened, 2);
+        stage.press({10, 30 - 26});
+        stage.release({10, 30 - 26});
+        QCOMPARE(fixture.timesOpened, 2);
+    }
+
+    void isAButtonThatSaysTheWeather()
+    {
+        TileFixture fixture;
+        QVERIFY(fixture.answerForecast());
+        const WeatherWidget widget(fixture.context());
+        QCOMPARE(widget.description().role, QAccessible::Button);
+        QCOMPARE(widget.description().name, QStringLiteral("Weather"));
+        QVERIFY2(widget.description().state.contains(QStringLiteral("°, ")), qPrintable(widget.description().state));
+        const WeatherWidget closed(
+            {.service = *fixture.service, .symbols = fixture.symbols, .openWeatherApp = nullptr});
+        QCOMPARE(closed.description().role, QAccessible::StaticText);
+    }
+
     void aPressThatEndsElsewhereOpensNothing()
     {
         TileFixture fixture;

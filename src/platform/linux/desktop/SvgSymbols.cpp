@@ -15,7 +15,6 @@ namespace moorline {
 
 namespace {
 
-constexpr qreal sideToPointSize = 1.2;
 /// Larger than any screen asks for; a guard against a size that comes from a mistaken scale.
 constexpr int largestSide = 2048;
 /// A side that is whole but for the error of its computation shall not become one pixel larger.
@@ -41,7 +40,7 @@ QByteArray artwork(const SymbolRequest &request)
 
 int pixelSide(const SymbolRequest &request)
 {
-    const qreal side = request.pointSize * sideToPointSize * request.scale;
+    const qreal side = request.pointSize * symbolSideToPointSize * request.scale;
     return side > 0 && side <= largestSide ? qCeil(side - roundingError) : 0;
 }
 
