@@ -70,6 +70,8 @@ QRectF MacPanelWindow::frame() const
 void MacPanelWindow::orderFrontRegardless()
 {
     m_widget->show();
+    // Showing may have given the view another size than its window.
+    [m_panel.contentView resizeSubviewsWithOldSize:m_panel.contentView.bounds.size];
     [m_panel orderFrontRegardless];
 }
 

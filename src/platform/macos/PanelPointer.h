@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/PanelPointerRule.h"
 #import "platform/macos/EventMonitor.h"
 #import "platform/macos/MoorlinePanel.h"
 
@@ -9,11 +10,8 @@
 
 namespace moorline {
 
-/// The pointer's dealings with the panel that AppKit and Qt leave open.
-///
-/// A window either takes every pointer event or none, so it is switched as the pointer crosses the edge of the
-/// interactive area. And Qt follows a moving pointer only while the application is active, which a bar hardly ever is;
-/// meanwhile its widgets are told from here.
+/// The pointer's dealings with the panel that AppKit and Qt leave open: tells the rule what there is to see, and does
+/// what it answers.
 class PanelPointer final {
 public:
     PanelPointer(MoorlinePanel *panel, QWidget &widget);
@@ -21,12 +19,13 @@ public:
     /// In points, origin at the top left of the panel.
     void setInteractiveArea(const QPainterPath &area);
     /// For when the panel moved under the pointer; the pointer's own moves are followed without it.
-    void update();
+    void update() { look(true); }
 
 private:
+    void look(bool hasMoved);
     [[nodiscard]] QPointF positionInPanel() const;
     void letThrough(bool through);
-    void tellWidgets(bool isInside, const QPointF &position);
+    void tellWidgets(const PanelPointerRule::Answer &answer, const QPointF &position);
     void sendEnter(const QPointF &position);
     void sendMove(const QPointF &position);
     void sendLeave();
@@ -34,8 +33,9 @@ private:
     MoorlinePanel *const m_panel;
     const QPointer<QWidget> m_widget;
     QPainterPath m_area;
-    bool m_widgetsKnow = false;
-    EventMonitor m_monitor;
+    PanelPointerRule m_rule;
+    EventMonitor m_moveMonitor;
+    EventMonitor m_releaseMonitor;
 };
 
 } // namespace moorline

@@ -4,22 +4,22 @@
 #include <QEnterEvent>
 #include <QMouseEvent>
 #include <QWindow>
-#include <utility>
 
 namespace moorline {
 
 namespace {
 
-// A button's release counts as a move: it ends a drag that kept the panel from letting go.
-constexpr NSEventMask pointerMoves = NSEventMaskMouseMoved | NSEventMaskLeftMouseDragged | NSEventMaskRightMouseDragged
-    | NSEventMaskOtherMouseDragged | NSEventMaskLeftMouseUp | NSEventMaskRightMouseUp | NSEventMaskOtherMouseUp;
+constexpr NSEventMask moves =
+    NSEventMaskMouseMoved | NSEventMaskLeftMouseDragged | NSEventMaskRightMouseDragged | NSEventMaskOtherMouseDragged;
+constexpr NSEventMask releases = NSEventMaskLeftMouseUp | NSEventMaskRightMouseUp | NSEventMaskOtherMouseUp;
 
 } // namespace
 
 PanelPointer::PanelPointer(MoorlinePanel *panel, QWidget &widget)
     : m_panel(panel)
     , m_widget(&widget)
-    , m_monitor(pointerMoves, [this] { update(); })
+    , m_moveMonitor(moves, [this] { look(true); })
+    , m_releaseMonitor(releases, [this] { look(false); })
 {
 }
 
@@ -29,15 +29,18 @@ void PanelPointer::setInteractiveArea(const QPainterPath &area)
     update();
 }
 
-void PanelPointer::update()
+void PanelPointer::look(bool hasMoved)
 {
     const QPointF position = positionInPanel();
-    const bool isInside = m_area.contains(position);
-    const bool isPressed = NSEvent.pressedMouseButtons != 0;
-    if (isInside || !isPressed)
-        letThrough(!isInside);
-    if (!NSApp.active && !isPressed)
-        tellWidgets(isInside, position);
+    const auto answer = m_rule.see({
+        .isInside = m_area.contains(position),
+        .isPressed = NSEvent.pressedMouseButtons != 0,
+        .isApplicationActive = bool(NSApp.active),
+        .hasMoved = hasMoved,
+    });
+    if (answer.letsThrough)
+        letThrough(*answer.letsThrough);
+    tellWidgets(answer, position);
 }
 
 QPointF PanelPointer::positionInPanel() const
@@ -53,16 +56,15 @@ void PanelPointer::letThrough(bool through)
         m_panel.ignoresMouseEvents = through;
 }
 
-void PanelPointer::tellWidgets(bool isInside, const QPointF &position)
+void PanelPointer::tellWidgets(const PanelPointerRule::Answer &answer, const QPointF &position)
 {
     if (!m_widget || !m_widget->windowHandle())
         return;
-    const bool knew = std::exchange(m_widgetsKnow, isInside);
-    if (isInside && !knew)
+    if (answer.enters)
         sendEnter(position);
-    if (isInside)
+    if (answer.moves)
         sendMove(position);
-    if (knew && !isInside)
+    if (answer.leaves)
         sendLeave();
 }
 
