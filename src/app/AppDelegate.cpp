@@ -32,6 +32,7 @@ AppDelegate::AppDelegate(Platform &platform, RunPlan plan, Outlets outlets)
               .windowServer = *platform.windowServer,
               .workspace = *platform.workspace,
               .panelWindow = *platform.panelWindow,
+              .holds = m_services.barHolds,
               .debug = m_plan.debug,
           },
           [this](std::function<void(qreal)> contentWidthChange) { return makeBar(std::move(contentWidthChange)); })

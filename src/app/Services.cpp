@@ -5,6 +5,11 @@
 
 namespace moorline {
 
+SystemDockControl &dockControl(const Platform &platform, SystemDockControl &scripted)
+{
+    return platform.systemDockControl ? *platform.systemDockControl : scripted;
+}
+
 Services::Services(Platform &lentPlatform, const RunPlan &plan)
     : platform(lentPlatform)
     , launcher(*platform.appBundles)
@@ -18,8 +23,8 @@ Services::Services(Platform &lentPlatform, const RunPlan &plan)
       })
     , scripts(*platform.clock)
     , scriptedDockControl(scripts)
-    , systemDock(*platform.preferences, *platform.windowServer,
-          platform.systemDockControl ? *platform.systemDockControl : scriptedDockControl, *platform.systemSettings)
+    , systemDock(*platform.preferences, *platform.windowServer, *platform.screens,
+          dockControl(platform, scriptedDockControl), *platform.systemSettings)
     , spaceProbe(*platform.windowServer)
     , symbols(*platform.symbolCatalogue)
     , barStage({

@@ -17,6 +17,9 @@
 
 namespace moorline {
 
+/// What changes the desktop's dock: the platform's own way, else `scripted`.
+[[nodiscard]] SystemDockControl &dockControl(const Platform &platform, SystemDockControl &scripted);
+
 /// Every service and store of a run, one of each, in the order of the start; each stands on those above it.
 struct Services {
     /// `platform` outlives the services.

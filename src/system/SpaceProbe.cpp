@@ -1,6 +1,7 @@
 #include "system/SpaceProbe.h"
 
 #include "platform/WindowServer.h"
+#include "system/DockWindowRule.h"
 #include "system/FullScreenRule.h"
 
 #include <QCoreApplication>
@@ -28,10 +29,11 @@ std::optional<DisplaySpace> mainDisplay(const QList<DisplaySpace> &displays, con
     return main == displays.end() ? displays.first() : *main;
 }
 
-bool isMenuBar(const WindowDescription &window, int menuLevel, qreal screenWidth)
+bool isMenuBar(const WindowDescription &window, int menuLevel, const QSizeF &screen)
 {
-    return (window.layer == menuLevel || window.layer == menuLevel + 1) && window.bounds
-        && window.bounds->width() >= screenWidth - menuBarTolerance;
+    const bool isInItsPlace = window.layer == menuLevel || window.layer == menuLevel + 1
+        || showsDockAlongTop(window, QRectF(QPointF(0, 0), screen));
+    return isInItsPlace && window.bounds && window.bounds->width() >= screen.width() - menuBarTolerance;
 }
 
 bool covers(const WindowDescription &window, qreal screenWidth, qreal top)
@@ -45,7 +47,9 @@ bool windowsLookFullScreen(const QList<WindowDescription> &windows, int menuLeve
 {
     const qreal width = screen.frame.width();
     const qreal top = screen.safeAreaInsets.top() + tolerance;
-    const auto menuBar = [&](const WindowDescription &window) { return isMenuBar(window, menuLevel, width); };
+    const auto menuBar = [&](const WindowDescription &window) {
+        return isMenuBar(window, menuLevel, screen.frame.size());
+    };
     const auto covering = [&](const WindowDescription &window) { return covers(window, width, top); };
     return std::none_of(windows.begin(), windows.end(), menuBar)
         && std::any_of(windows.begin(), windows.end(), covering);

@@ -1,11 +1,16 @@
 #include "system/SystemDock.h"
 
 #include "platform/Preferences.h"
+#include "platform/Screens.h"
 #include "platform/SystemDockControl.h"
 #include "platform/SystemSettings.h"
 #include "platform/WindowServer.h"
+#include "system/DockWindowRule.h"
 
+#include <QMetaType>
+#include <QRegularExpression>
 #include <algorithm>
+#include <cmath>
 
 namespace moorline {
 
@@ -14,19 +19,30 @@ namespace {
 const QString domainName = QStringLiteral("com.apple.dock");
 const QString ownerName = QStringLiteral("Dock");
 
+/// A preference that was written as text counts as the system's own preferences read it: "NO" is false, and so is
+/// whatever does not begin as a yes, a true, or a number other than zero does.
+bool isTrue(const QVariant &value)
+{
+    if (value.typeId() != QMetaType::QString)
+        return value.toBool();
+    static const QRegularExpression yes(QStringLiteral("^\\s*(?:[+-]?0*[1-9]|[YyTt])"));
+    return yes.match(value.toString()).hasMatch();
+}
+
 /// A dock that cannot be asked never hides.
 bool autoHides(const Preferences &preferences)
 {
     const auto domain = preferences.open(domainName);
-    return domain && domain->value(QStringLiteral("autohide")).toBool();
+    return domain && isTrue(domain->value(QStringLiteral("autohide")));
 }
 
 } // namespace
 
-SystemDock::SystemDock(const Preferences &preferences, const WindowServer &windowServer, SystemDockControl &control,
-    SystemSettings &settings)
+SystemDock::SystemDock(const Preferences &preferences, const WindowServer &windowServer, const Screens &screens,
+    SystemDockControl &control, SystemSettings &settings)
     : m_preferences(preferences)
     , m_windowServer(windowServer)
+    , m_screens(screens)
     , m_control(control)
     , m_settings(settings)
 {
@@ -54,8 +70,10 @@ bool SystemDock::isRevealed() const
         return true;
     const auto windows = m_windowServer.onScreenWindows().value_or(QList<WindowDescription>());
     const int dockLevel = m_windowServer.level(WindowLevel::dock);
-    return std::any_of(windows.begin(), windows.end(), [dockLevel](const WindowDescription &window) {
-        return window.ownerName == ownerName && window.layer == dockLevel;
+    const auto screen = primaryScreenBounds(m_screens.screens());
+    return std::any_of(windows.begin(), windows.end(), [&](const WindowDescription &window) {
+        return window.layer == dockLevel
+            && (window.ownerName == ownerName || (screen && showsDockAlongBottom(window, *screen)));
     });
 }
 
@@ -69,7 +87,9 @@ QCoro::Task<> SystemDock::enableAutoHide()
 
 QCoro::Task<bool> SystemDock::setAutoHideDelay(double seconds)
 {
-    return m_control.setRevealDelay(seconds);
+    if (!std::isfinite(seconds) || seconds < 0)
+        co_return false;
+    co_return co_await m_control.setRevealDelay(seconds);
 }
 
 } // namespace moorline

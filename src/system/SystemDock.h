@@ -5,6 +5,7 @@
 namespace moorline {
 
 class Preferences;
+class Screens;
 class SystemDockControl;
 class SystemSettings;
 class WindowServer;
@@ -14,8 +15,8 @@ class SystemDock {
 public:
     enum class Orientation { bottom, left, right };
 
-    SystemDock(const Preferences &preferences, const WindowServer &windowServer, SystemDockControl &control,
-        SystemSettings &settings);
+    SystemDock(const Preferences &preferences, const WindowServer &windowServer, const Screens &screens,
+        SystemDockControl &control, SystemSettings &settings);
 
     /// The bottom unless the dock says otherwise.
     [[nodiscard]] Orientation orientation() const;
@@ -26,12 +27,13 @@ public:
 
     /// Makes the dock hide by itself; where that is refused, opens the settings pane in which the user can do it.
     QCoro::Task<> enableAutoHide();
-    /// Answers whether the dock took the delay.
+    /// Answers whether the dock took the delay. One that is no time is refused at once.
     [[nodiscard]] QCoro::Task<bool> setAutoHideDelay(double seconds);
 
 private:
     const Preferences &m_preferences;
     const WindowServer &m_windowServer;
+    const Screens &m_screens;
     SystemDockControl &m_control;
     SystemSettings &m_settings;
 };

@@ -1,6 +1,6 @@
-#include "platform/linux/docks/DesktopDock.h"
 #include "harness/TestCase.h"
 #include "platform/linux/docks/DesktopDockControl.h"
+#include "platform/linux/docks/DesktopDocks.h"
 #include "platform/linux/docks/DesktopPreferences.h"
 #include "platform/linux/docks/DockWindows.h"
 #include "platform/linux/x11/ClientWindows.h"
@@ -17,11 +17,13 @@ namespace {
 using moorline::ClientWindows;
 using moorline::DesktopDock;
 using moorline::DesktopDockControl;
+using moorline::DesktopDocks;
 using moorline::DesktopPreferences;
 using moorline::DockWindow;
 using moorline::DockWindows;
 using moorline::XConnection;
-using State = DesktopDock::State;
+using Choice = moorline::DesktopDockRule::Choice;
+using Hiding = DesktopDock::Hiding;
 using Kind = DesktopDock::Kind;
 using Edge = DesktopDock::Edge;
 
@@ -70,6 +72,12 @@ private:
     QProcess m_process;
 };
 
+/// The dock that concerns the bar; for none, one that hides and has no name.
+Choice concerning(const DesktopDocks &docks)
+{
+    return docks.concerningDock().value_or(Choice());
+}
+
 /// The docks of a real desktop come and go beside the program under test.
 class DesktopDockTest final : public moorline::test::TestCase {
     Q_OBJECT
@@ -95,7 +103,7 @@ private Q_SLOTS:
         TestCase::cleanup();
     }
 
-    void withoutAnyPanelNothingIsInTheWay() { QCOMPARE(desktopDock().state(), State()); }
+    void withoutAnyPanelThereIsNone() { QVERIFY(desktopDocks().docks().isEmpty()); }
 
     void aPanelIsSeenWhileItReservesAnEdge_data()
     {
@@ -111,60 +119,60 @@ private Q_SLOTS:
     {
         QFETCH(QString, position);
         QFETCH(Edge, edge);
-        const DesktopDock dock = desktopDock();
+        const DesktopDocks docks = desktopDocks();
         RunningProgram panel(QStringLiteral("tint2"), tint2(position));
-        QTRY_COMPARE(dock.state().kind, Kind::panel);
-        QCOMPARE(dock.state().edge, edge);
-        QVERIFY(!dock.state().hides);
-        QCOMPARE(dock.state().program, QStringLiteral("tint2"));
+        QTRY_COMPARE(concerning(docks).dock.program, QStringLiteral("tint2"));
+        QCOMPARE(concerning(docks).edge, edge);
+        QVERIFY(!concerning(docks).hides);
+        QCOMPARE(concerning(docks).dock.program, QStringLiteral("tint2"));
         panel.stop();
-        QTRY_COMPARE(dock.state(), State());
+        QTRY_COMPARE(docks.concerningDock(), std::nullopt);
     }
 
     void aPanelAtTheTopIsNoDock()
     {
-        const DesktopDock dock = desktopDock();
+        const DesktopDocks docks = desktopDocks();
         const RunningProgram panel(QStringLiteral("tint2"), tint2(QStringLiteral("top center horizontal")));
         QTRY_COMPARE(onlyWindow().strut, QMargins(0, 40, 0, 0));
-        QCOMPARE(dock.state(), State());
+        QCOMPARE(docks.concerningDock(), std::nullopt);
     }
 
     void aPanelThatHidesIsNotInTheWayEvenWhileItShowsItself()
     {
-        const DesktopDock dock = desktopDock();
+        const DesktopDocks docks = desktopDocks();
         const RunningProgram panel(QStringLiteral("tint2"), tint2(bottom, "autohide = 1\nautohide_height = 4\n"));
         QTRY_COMPARE(onlyWindow().strut.bottom(), 4);
-        QTRY_COMPARE(dock.state(), State());
+        QTRY_COMPARE(docks.concerningDock(), std::nullopt);
         run(QStringLiteral("xdotool"), {QStringLiteral("mousemove"), QStringLiteral("700"), QStringLiteral("899")});
         QTRY_COMPARE(onlyWindow().strut.bottom(), 40);
-        QCOMPARE(dock.state(), State());
+        QCOMPARE(docks.concerningDock(), std::nullopt);
     }
 
     void aPanelThatReservesNothingIsNotInTheWay()
     {
-        const DesktopDock dock = desktopDock();
+        const DesktopDocks docks = desktopDocks();
         const RunningProgram panel(QStringLiteral("tint2"), tint2(bottom, "strut_policy = none\n"));
         QTRY_COMPARE(onlyWindow().frame.height(), 40);
-        QCOMPARE(dock.state(), State());
+        QCOMPARE(docks.concerningDock(), std::nullopt);
     }
 
     void thePanelAtTheBottomCountsBeforeTheOneAtTheSide()
     {
-        const DesktopDock dock = desktopDock();
+        const DesktopDocks docks = desktopDocks();
         const RunningProgram side(QStringLiteral("tint2"), tint2(QStringLiteral("center left vertical")));
-        QTRY_COMPARE(dock.state().edge, Edge::left);
+        QTRY_COMPARE(concerning(docks).edge, Edge::left);
         RunningProgram panel(QStringLiteral("tint2"), tint2(bottom));
-        QTRY_COMPARE(dock.state().edge, Edge::bottom);
+        QTRY_COMPARE(concerning(docks).edge, Edge::bottom);
         panel.stop();
-        QTRY_COMPARE(dock.state().edge, Edge::left);
+        QTRY_COMPARE(concerning(docks).edge, Edge::left);
     }
 
     void aPanelTakesNoChanges()
     {
-        DesktopDock dock = desktopDock();
+        DesktopDocks docks = desktopDocks();
         const RunningProgram panel(QStringLiteral("tint2"), tint2(bottom));
-        QTRY_COMPARE(dock.state().kind, Kind::panel);
-        DesktopDockControl control(dock);
+        QTRY_COMPARE(concerning(docks).dock.program, QStringLiteral("tint2"));
+        DesktopDockControl control(docks);
         QVERIFY(!QCoro::waitFor(control.enableAutoHide()));
         QVERIFY(!QCoro::waitFor(control.setRevealDelay(0.5)));
     }
@@ -172,82 +180,85 @@ private Q_SLOTS:
     void plankIsTheDockWhileItRuns()
     {
         setPlank("hide-mode", QStringLiteral("none"));
-        const DesktopDock dock = desktopDock();
-        const DesktopPreferences preferences(dock);
-        QCOMPARE(dock.state().kind, Kind::none);
+        const DesktopDocks docks = desktopDocks();
+        const DesktopPreferences preferences(docks);
+        QCOMPARE(docks.concerningDock(), std::nullopt);
         RunningProgram plank(QStringLiteral("plank"));
-        QTRY_COMPARE(dock.state().kind, Kind::plank);
-        QTRY_VERIFY(!dock.state().hides);
-        QCOMPARE(dock.state().program, QStringLiteral("plank"));
+        QTRY_COMPARE(concerning(docks).dock.kind, Kind::plank);
+        QTRY_VERIFY(!concerning(docks).hides);
+        QCOMPARE(concerning(docks).dock.program, QStringLiteral("plank"));
         const auto domain = preferences.open(QStringLiteral("com.apple.dock"));
         QCOMPARE(domain->value(QStringLiteral("orientation")), QVariant(QStringLiteral("bottom")));
         QCOMPARE(domain->value(QStringLiteral("autohide")), QVariant(false));
         setPlank("position", QStringLiteral("left"));
         QTRY_COMPARE(domain->value(QStringLiteral("orientation")), QVariant(QStringLiteral("left")));
         plank.stop();
-        QTRY_COMPARE(dock.state(), State());
+        QTRY_COMPARE(docks.concerningDock(), std::nullopt);
     }
 
-    void everyHidingModeOfPlankCounts_data()
+    void planksModesSayFromWhatItHides_data()
     {
         QTest::addColumn<QString>("mode");
-        for (const char *mode : {"intelligent", "auto", "dodge-maximized", "window-dodge", "dodge-active"})
-            QTest::newRow(mode) << QString::fromLatin1(mode);
+        QTest::addColumn<Hiding>("hiding");
+        QTest::newRow("auto") << QStringLiteral("auto") << Hiding::byItself;
+        for (const char *mode : {"intelligent", "dodge-maximized", "window-dodge", "dodge-active"})
+            QTest::newRow(mode) << QString::fromLatin1(mode) << Hiding::fromWindows;
     }
 
-    void everyHidingModeOfPlankCounts()
+    void planksModesSayFromWhatItHides()
     {
         QFETCH(QString, mode);
+        QFETCH(Hiding, hiding);
         setPlank("hide-mode", QStringLiteral("none"));
-        const DesktopDock dock = desktopDock();
+        const DesktopDocks docks = desktopDocks();
         const RunningProgram plank(QStringLiteral("plank"));
-        QTRY_VERIFY(!dock.state().hides);
+        QTRY_COMPARE(concerning(docks).dock.hiding, Hiding::never);
         setPlank("hide-mode", mode);
-        QTRY_VERIFY(dock.state().hides);
-        QCOMPARE(dock.state().kind, Kind::plank);
+        QTRY_COMPARE(concerning(docks).dock.hiding, hiding);
+        QCOMPARE(concerning(docks).dock.kind, Kind::plank);
     }
 
     void plankClearsTheSpaceWhenItIsMadeToHide()
     {
         setPlank("hide-mode", QStringLiteral("none"));
-        DesktopDock dock = desktopDock();
+        DesktopDocks docks = desktopDocks();
         const RunningProgram plank(QStringLiteral("plank"));
         QTRY_VERIFY(onlyWindow().strut.bottom() > 0);
-        QTRY_VERIFY(!dock.state().hides);
-        DesktopDockControl control(dock);
+        QTRY_VERIFY(!concerning(docks).hides);
+        DesktopDockControl control(docks);
         QVERIFY(QCoro::waitFor(control.enableAutoHide()));
-        QVERIFY(dock.state().hides);
+        QVERIFY(concerning(docks).hides);
         QTRY_COMPARE(onlyWindow().strut, QMargins());
     }
 
     void planksRevealDelayIsKeptInMilliseconds()
     {
-        DesktopDock dock = desktopDock();
+        DesktopDocks docks = desktopDocks();
         const RunningProgram plank(QStringLiteral("plank"));
-        QTRY_COMPARE(dock.state().kind, Kind::plank);
-        DesktopDockControl control(dock);
+        QTRY_COMPARE(concerning(docks).dock.kind, Kind::plank);
+        DesktopDockControl control(docks);
         QVERIFY(QCoro::waitFor(control.setRevealDelay(0.25)));
-        QCOMPARE(dock.state().revealDelay, 0.25);
+        QCOMPARE(concerning(docks).dock.revealDelay, 0.25);
         QTRY_COMPARE(plankValue("unhide-delay"), QStringLiteral("250"));
     }
 
     void aPanelBelowAHidingPlankIsWhatIsInTheWay()
     {
         setPlank("hide-mode", QStringLiteral("auto"));
-        DesktopDock dock = desktopDock();
+        DesktopDocks docks = desktopDocks();
         const RunningProgram plank(QStringLiteral("plank"));
-        QTRY_COMPARE(dock.state().kind, Kind::plank);
-        QTRY_VERIFY(dock.state().hides);
+        QTRY_COMPARE(concerning(docks).dock.kind, Kind::plank);
+        QTRY_VERIFY(concerning(docks).hides);
         RunningProgram panel(QStringLiteral("tint2"), tint2(bottom));
-        QTRY_COMPARE(dock.state().kind, Kind::panel);
-        QVERIFY(!dock.state().hides);
-        QVERIFY(!dock.enableAutoHide());
+        QTRY_COMPARE(concerning(docks).dock.program, QStringLiteral("tint2"));
+        QVERIFY(!concerning(docks).hides);
+        QVERIFY(!docks.makeHide(concerning(docks).dock));
         panel.stop();
-        QTRY_COMPARE(dock.state().kind, Kind::plank);
+        QTRY_COMPARE(concerning(docks).dock.kind, Kind::plank);
     }
 
 private:
-    [[nodiscard]] DesktopDock desktopDock() const { return DesktopDock(m_windows.get(), {}); }
+    [[nodiscard]] DesktopDocks desktopDocks() const { return DesktopDocks(m_windows.get(), {}); }
 
     /// An empty description until there is exactly one dock window.
     [[nodiscard]] DockWindow onlyWindow() const

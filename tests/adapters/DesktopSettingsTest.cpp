@@ -7,7 +7,7 @@
 
 namespace {
 
-using moorline::DesktopDock;
+using moorline::DesktopDocks;
 using moorline::DesktopSettings;
 using moorline::SettingsPane;
 using moorline::SettingsProgram;
@@ -15,8 +15,7 @@ using moorline::SettingsProgram;
 /// The command line of the first settings program for a dock and a desktop.
 QString firstCommand(const QString &dockProgram, const QStringList &desktopNames)
 {
-    const DesktopDock::State dock{.program = dockProgram};
-    const auto programs = moorline::dockSettingsPrograms(dock, desktopNames);
+    const auto programs = moorline::dockSettingsPrograms(dockProgram, desktopNames);
     return programs.isEmpty() ? QString()
                               : (QStringList(programs.first().name) + programs.first().arguments).join(u' ');
 }
@@ -110,8 +109,7 @@ private Q_SLOTS:
 
     void noProgramIsTriedTwice()
     {
-        const DesktopDock::State panel{.program = QStringLiteral("xfce4-panel")};
-        const auto programs = moorline::dockSettingsPrograms(panel, {QStringLiteral("XFCE")});
+        const auto programs = moorline::dockSettingsPrograms(QStringLiteral("xfce4-panel"), {QStringLiteral("XFCE")});
         QCOMPARE(programs,
             (QList<SettingsProgram>{{QStringLiteral("xfce4-panel"), {QStringLiteral("--preferences")}},
                 {QStringLiteral("xfce4-settings-manager")}}));
@@ -160,8 +158,8 @@ private Q_SLOTS:
 private:
     static void open(const QStringList &desktopNames, SettingsPane pane = SettingsPane::desktopAndDock)
     {
-        const DesktopDock dock(nullptr, {});
-        DesktopSettings(dock, desktopNames).open(pane);
+        const DesktopDocks docks(nullptr, {});
+        DesktopSettings(docks, desktopNames).open(pane);
     }
 
     QString record() const { return m_folder->filePath(QStringLiteral("started")); }

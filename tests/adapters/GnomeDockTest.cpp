@@ -1,16 +1,16 @@
 #include "harness/TestCase.h"
-#include "platform/linux/docks/DesktopDock.h"
 #include "platform/linux/docks/DesktopDockControl.h"
+#include "platform/linux/docks/DesktopDocks.h"
 #include "platform/linux/docks/DesktopPreferences.h"
 
 #include <QCoroTask>
 #include <QProcess>
-#include <limits>
 
 namespace {
 
 using moorline::DesktopDock;
 using moorline::DesktopDockControl;
+using moorline::DesktopDocks;
 using moorline::DesktopPreferences;
 using moorline::GSettingsGroup;
 
@@ -60,8 +60,8 @@ private Q_SLOTS:
         set(shell, "enabled-extensions", enabled);
         set(shell, "disabled-extensions", disabled);
         settle();
-        const DesktopDock dock(nullptr, desktop);
-        QCOMPARE(dock.state().kind, isDock ? DesktopDock::Kind::gnome : DesktopDock::Kind::none);
+        const DesktopDocks docks(nullptr, desktop);
+        QCOMPARE(docks.docks().size(), isDock ? 1 : 0);
     }
 
     void userExtensionsCanBeSwitchedOffTogether()
@@ -69,10 +69,10 @@ private Q_SLOTS:
         enable();
         set(shell, "disable-user-extensions", QStringLiteral("true"));
         settle();
-        const DesktopDock onGnome(nullptr, gnome);
-        QCOMPARE(onGnome.state().kind, DesktopDock::Kind::none);
-        const DesktopDock onUbuntu(nullptr, ubuntu);
-        QCOMPARE(onUbuntu.state().kind, DesktopDock::Kind::gnome);
+        const DesktopDocks onGnome(nullptr, gnome);
+        QVERIFY(onGnome.docks().isEmpty());
+        const DesktopDocks onUbuntu(nullptr, ubuntu);
+        QCOMPARE(onUbuntu.docks().size(), 1);
     }
 
     void hidingFollowsTheThreeKeys_data()
@@ -80,13 +80,14 @@ private Q_SLOTS:
         QTest::addColumn<bool>("isFixed");
         QTest::addColumn<bool>("autohide");
         QTest::addColumn<bool>("intellihide");
-        QTest::addColumn<bool>("hides");
+        QTest::addColumn<DesktopDock::Hiding>("hiding");
+        using enum DesktopDock::Hiding;
 
-        QTest::newRow("both ways") << false << true << true << true;
-        QTest::newRow("auto-hide only") << false << true << false << true;
-        QTest::newRow("from windows only") << false << false << true << true;
-        QTest::newRow("neither") << false << false << false << false;
-        QTest::newRow("fixed") << true << true << true << false;
+        QTest::newRow("dodges, and comes back to the pointer") << false << true << true << fromWindows;
+        QTest::newRow("auto-hide only") << false << true << false << byItself;
+        QTest::newRow("dodges only") << false << false << true << fromWindows;
+        QTest::newRow("shows in the overview only") << false << false << false << byItself;
+        QTest::newRow("fixed") << true << true << true << never;
     }
 
     void hidingFollowsTheThreeKeys()
@@ -94,17 +95,17 @@ private Q_SLOTS:
         QFETCH(bool, isFixed);
         QFETCH(bool, autohide);
         QFETCH(bool, intellihide);
-        QFETCH(bool, hides);
+        QFETCH(DesktopDock::Hiding, hiding);
         enable();
         set(extension, "dock-fixed", text(isFixed));
         set(extension, "autohide", text(autohide));
         set(extension, "intellihide", text(intellihide));
         settle();
-        const DesktopDock dock(nullptr, gnome);
-        const DesktopPreferences preferences(dock);
-        QCOMPARE(dock.state().kind, DesktopDock::Kind::gnome);
-        QCOMPARE(dock.state().hides, hides);
-        QCOMPARE(value(preferences, "autohide").toBool(), hides);
+        const DesktopDocks docks(nullptr, gnome);
+        const DesktopPreferences preferences(docks);
+        QCOMPARE(only(docks).kind, DesktopDock::Kind::gnome);
+        QCOMPARE(only(docks).hiding, hiding);
+        QCOMPARE(value(preferences, "autohide").toBool(), hiding == DesktopDock::Hiding::byItself);
     }
 
     void orientationFollowsThePosition_data()
@@ -128,8 +129,8 @@ private Q_SLOTS:
         set(extension, "dock-fixed", QStringLiteral("true"));
         set(extension, "dock-position", position);
         settle();
-        const DesktopDock dock(nullptr, gnome);
-        const DesktopPreferences preferences(dock);
+        const DesktopDocks docks(nullptr, gnome);
+        const DesktopPreferences preferences(docks);
         QCOMPARE(value(preferences, "orientation").toString(), orientation);
         QCOMPARE(value(preferences, "autohide").toBool(), autohide);
     }
@@ -138,13 +139,14 @@ private Q_SLOTS:
     {
         enable();
         settle();
-        const DesktopDock dock(nullptr, gnome);
-        QCOMPARE(dock.state().kind, DesktopDock::Kind::gnome);
-        QVERIFY(dock.state().hides);
+        const DesktopDocks docks(nullptr, gnome);
+        QCOMPARE(only(docks).kind, DesktopDock::Kind::gnome);
         set(extension, "dock-fixed", QStringLiteral("true"));
-        QTRY_VERIFY(!dock.state().hides);
+        QTRY_COMPARE(only(docks).hiding, DesktopDock::Hiding::never);
+        set(extension, "dock-fixed", QStringLiteral("false"));
+        QTRY_COMPARE(only(docks).hiding, DesktopDock::Hiding::fromWindows);
         set(shell, "enabled-extensions", QStringLiteral("[]"));
-        QTRY_COMPARE(dock.state(), DesktopDock::State());
+        QTRY_VERIFY(docks.docks().isEmpty());
     }
 
     void autoHideIsSwitchedOn()
@@ -152,63 +154,61 @@ private Q_SLOTS:
         enable();
         set(extension, "dock-fixed", QStringLiteral("true"));
         set(extension, "autohide", QStringLiteral("false"));
+        set(extension, "intellihide", QStringLiteral("true"));
         settle();
-        DesktopDock dock(nullptr, gnome);
-        QCOMPARE(dock.state().kind, DesktopDock::Kind::gnome);
-        DesktopDockControl control(dock);
+        DesktopDocks docks(nullptr, gnome);
+        QCOMPARE(only(docks).kind, DesktopDock::Kind::gnome);
+        DesktopDockControl control(docks);
         QVERIFY(QCoro::waitFor(control.enableAutoHide()));
-        QVERIFY(dock.state().hides);
+        QCOMPARE(only(docks).hiding, DesktopDock::Hiding::byItself);
         QTRY_COMPARE(get(extension, "dock-fixed"), QStringLiteral("false"));
         QTRY_COMPARE(get(extension, "autohide"), QStringLiteral("true"));
+        QTRY_COMPARE(get(extension, "intellihide"), QStringLiteral("false"));
     }
 
     void theRevealDelayIsSetInSeconds()
     {
         enable();
         settle();
-        DesktopDock dock(nullptr, gnome);
-        QCOMPARE(dock.state().kind, DesktopDock::Kind::gnome);
-        DesktopDockControl control(dock);
+        DesktopDocks docks(nullptr, gnome);
+        QCOMPARE(only(docks).kind, DesktopDock::Kind::gnome);
+        DesktopDockControl control(docks);
         QVERIFY(QCoro::waitFor(control.setRevealDelay(0.75)));
-        QCOMPARE(value(DesktopPreferences(dock), "autohide-delay").toDouble(), 0.75);
+        QCOMPARE(value(DesktopPreferences(docks), "autohide-delay").toDouble(), 0.75);
         QTRY_COMPARE(get(extension, "show-delay"), QStringLiteral("0.75"));
-    }
-
-    void anImpossibleDelayIsRefused()
-    {
-        enable();
-        settle();
-        DesktopDock dock(nullptr, gnome);
-        QCOMPARE(dock.state().kind, DesktopDock::Kind::gnome);
-        QVERIFY(!dock.setRevealDelay(-1));
-        QVERIFY(!dock.setRevealDelay(std::numeric_limits<double>::quiet_NaN()));
-        QCOMPARE(dock.state().revealDelay, 0.25);
     }
 
     void withoutADockNothingConflictsAndNothingCanBeChanged()
     {
         settle();
-        DesktopDock dock(nullptr, gnome);
-        DesktopPreferences preferences(dock);
-        QCOMPARE(dock.state(), DesktopDock::State());
+        DesktopDocks docks(nullptr, gnome);
+        DesktopPreferences preferences(docks);
+        QVERIFY(docks.docks().isEmpty());
         QCOMPARE(value(preferences, "orientation").toString(), QStringLiteral("bottom"));
         QCOMPARE(value(preferences, "autohide"), QVariant(true));
         QCOMPARE(value(preferences, "autohide-delay"), QVariant());
         QCOMPARE(value(preferences, "tilesize"), QVariant());
-        QVERIFY(!dock.enableAutoHide());
-        QVERIFY(!dock.setRevealDelay(0.5));
+        DesktopDockControl control(docks);
+        QVERIFY(!QCoro::waitFor(control.enableAutoHide()));
+        QVERIFY(!QCoro::waitFor(control.setRevealDelay(0.5)));
     }
 
     void onlyTheDocksDomainCanBeOpened()
     {
-        const DesktopDock dock(nullptr, {});
-        const DesktopPreferences preferences(dock);
+        const DesktopDocks docks(nullptr, {});
+        const DesktopPreferences preferences(docks);
         QVERIFY(preferences.open(QStringLiteral("com.apple.dock")));
         QVERIFY(!preferences.open(QStringLiteral("com.apple.finder")));
         QVERIFY(!preferences.open(QString()));
     }
 
 private:
+    static DesktopDock only(const DesktopDocks &docks)
+    {
+        const auto all = docks.docks();
+        return all.size() == 1 ? all.first() : DesktopDock();
+    }
+
     static QString text(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
 
     static QString gsettings(const QStringList &arguments)

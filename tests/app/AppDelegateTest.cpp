@@ -102,6 +102,15 @@ RunPlan plan(RunMode mode)
 class AppDelegateTest final : public TestCase {
     Q_OBJECT
 private Q_SLOTS:
+    void whereThePlatformCannotChangeTheDockScriptsDo()
+    {
+        FakePlatform platform;
+        FakeSystemDockControl scripted;
+        QVERIFY(&dockControl(platform.ports, scripted) == &platform.systemDockControl);
+        platform.ports.systemDockControl.reset();
+        QVERIFY(&dockControl(platform.ports, scripted) == &scripted);
+    }
+
     void aNormalRunShowsThePanelAndTheStatusItem()
     {
         Program program(plan(RunMode::normal));

@@ -69,6 +69,11 @@ private Q_SLOTS:
         row("menu bar a little narrow", barOf(1436), false);
         row("too narrow for a menu bar", barOf(1435), true);
         row("menu bar without bounds", {covering(), bounds(menuBar(), std::nullopt)}, true);
+        WindowDescription panel{
+            .ownerProcess = 5, .layer = 20, .bounds = QRectF(0, 0, 1440, 28), .kind = WindowKind::dock};
+        row("panel along the top", {covering(), panel}, false);
+        row("panel half as long", {covering(), bounds(panel, QRectF(0, 0, 720, 28))}, true);
+        row("panel along the bottom", {covering(), bounds(panel, QRectF(0, 872, 1440, 28))}, true);
         row("own window", {owner(QCoreApplication::applicationPid())}, false);
         row("nobody's window", {owner(std::nullopt)}, false);
         row("highest layer that covers", {layer(covering(), 19)}, true);

@@ -1,9 +1,12 @@
 #include "system/SystemDock.h"
 #include "fakes/FakePreferences.h"
+#include "fakes/FakeScreens.h"
 #include "fakes/FakeSystem.h"
 #include "fakes/FakeWindowServer.h"
 #include "harness/TestCase.h"
 #include "system/Answer.h"
+
+#include <limits>
 
 using namespace moorline;
 
@@ -128,6 +131,47 @@ private Q_SLOTS:
         QTEST(dock().isRevealed(), "expected");
     }
 
+    void anotherProgramsDockAtTheBottomIsTheDock()
+    {
+        m_preferences.setDock(QStringLiteral("bottom"), true);
+        WindowDescription panel = dockWindow();
+        panel.ownerName = QStringLiteral("Panel");
+        panel.kind = WindowKind::dock;
+        m_server->windows = {panel};
+        QVERIFY(dock().isRevealed());
+        m_server->windows->first().bounds = QRectF(0, 892, 1440, 8);
+        QVERIFY(!dock().isRevealed());
+        m_server->windows->first().bounds = QRectF(0, 0, 1440, 70);
+        QVERIFY(!dock().isRevealed());
+        m_server->windows = {panel};
+        m_screens.set({});
+        QVERIFY(!dock().isRevealed());
+    }
+
+    void autoHideIsATruthValueAlsoAsText_data()
+    {
+        QTest::addColumn<QVariant>("autohide");
+        QTest::addColumn<bool>("hides");
+        for (const char *text : {"YES", "yes", "true", "True", "1", "2", "-1", "+7", "001", " 1", "  YES", "T"})
+            QTest::addRow("'%s'", text) << QVariant(QString::fromLatin1(text)) << true;
+        for (const char *text : {"NO", "no", "false", "0", "00", "-0", "", " ", "off", "on", "NOT", "x1"})
+            QTest::addRow("'%s'", text) << QVariant(QString::fromLatin1(text)) << false;
+        QTest::newRow("true") << QVariant(true) << true;
+        QTest::newRow("false") << QVariant(false) << false;
+        QTest::newRow("1") << QVariant(qlonglong(1)) << true;
+        QTest::newRow("0") << QVariant(qlonglong(0)) << false;
+        QTest::newRow("0.0") << QVariant(0.0) << false;
+        QTest::newRow("list") << QVariant(QVariantList{true}) << false;
+    }
+
+    void autoHideIsATruthValueAlsoAsText()
+    {
+        QFETCH(QVariant, autohide);
+        m_preferences.domains[domain] = {{QStringLiteral("autohide"), autohide}};
+        QFETCH(bool, hides);
+        QCOMPARE(dock().conflictsWithDockBar(), !hides);
+    }
+
     void autoHideThatWorksOpensNothing()
     {
         dock().enableAutoHide();
@@ -159,10 +203,35 @@ private Q_SLOTS:
         QCOMPARE(m_control->delays, QList{0.75});
     }
 
+    void aDelayThatIsNoTimeIsRefused_data()
+    {
+        QTest::addColumn<double>("delay");
+        QTest::newRow("negative") << -0.1;
+        QTest::newRow("infinite") << std::numeric_limits<double>::infinity();
+        QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN();
+    }
+
+    void aDelayThatIsNoTimeIsRefused()
+    {
+        QFETCH(double, delay);
+        const test::Answer<bool> answer(dock().setAutoHideDelay(delay));
+        QVERIFY(answer.isThere());
+        QVERIFY(!answer.value());
+        QVERIFY(m_control->delays.isEmpty());
+    }
+
+    void noDelayAtAllIsOne()
+    {
+        const test::Answer<bool> answer(dock().setAutoHideDelay(0));
+        QVERIFY(answer.value());
+        QCOMPARE(m_control->delays, QList{0.0});
+    }
+
 private:
-    SystemDock dock() { return {m_preferences, *m_server, *m_control, *m_settings}; }
+    SystemDock dock() { return {m_preferences, *m_server, m_screens, *m_control, *m_settings}; }
 
     test::FakePreferences m_preferences;
+    test::FakeScreens m_screens;
     std::unique_ptr<test::FakeWindowServer> m_server;
     std::unique_ptr<test::FakeSystemDockControl> m_control;
     std::unique_ptr<test::FakeSystemSettings> m_settings;

@@ -8,8 +8,8 @@
 #include "platform/linux/desktop/StatusNotifierBar.h"
 #include "platform/linux/desktop/SvgSymbols.h"
 #include "platform/linux/desktop/XdgDirectories.h"
-#include "platform/linux/docks/DesktopDock.h"
 #include "platform/linux/docks/DesktopDockControl.h"
+#include "platform/linux/docks/DesktopDocks.h"
 #include "platform/linux/docks/DesktopPreferences.h"
 #include "platform/linux/docks/DesktopSettings.h"
 #include "platform/linux/docks/DockWindows.h"
@@ -82,7 +82,7 @@ struct KeptBus {
 /// What all adapters have in common, in the order of dependence.
 struct Foundation {
     std::unique_ptr<X11Desktop> desktop;
-    DesktopDock dock;
+    DesktopDocks docks;
     KeptBus systemBus;
     SessionIconTheme iconTheme;
 };
@@ -99,9 +99,9 @@ std::unique_ptr<X11Desktop> openDesktop()
 std::shared_ptr<Foundation> layFoundation(Clock &clock)
 {
     auto desktop = openDesktop();
-    const DockWindows *docks = desktop ? &desktop->docks : nullptr;
+    const DockWindows *windows = desktop ? &desktop->docks : nullptr;
     const DesktopSettingsClient *settings = desktop ? &desktop->settings : nullptr;
-    return std::shared_ptr<Foundation>(new Foundation{std::move(desktop), DesktopDock(docks),
+    return std::shared_ptr<Foundation>(new Foundation{std::move(desktop), DesktopDocks(windows),
         KeptBus(BusKind::system, clock, systemBusDelay), SessionIconTheme(settings)});
 }
 
@@ -181,9 +181,9 @@ Platform createPlatform()
         .workspace = makeWorkspace(desktop),
         .power = makePort<LogindPower>(foundation->systemBus.bus, clock),
         .statusBar = makePort<StatusNotifierBar>(),
-        .preferences = makePort<DesktopPreferences>(foundation->dock),
-        .systemDockControl = std::make_unique<DesktopDockControl>(foundation->dock),
-        .systemSettings = makePort<DesktopSettings>(foundation->dock),
+        .preferences = makePort<DesktopPreferences>(foundation->docks),
+        .systemDockControl = std::make_unique<DesktopDockControl>(foundation->docks),
+        .systemSettings = makePort<DesktopSettings>(foundation->docks),
         .instanceClaim = makeInstanceClaim(desktop),
         .directories = makePort<XdgDirectories>(),
         .files = makePort<PlainFiles>(),

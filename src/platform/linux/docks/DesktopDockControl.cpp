@@ -1,22 +1,27 @@
 #include "platform/linux/docks/DesktopDockControl.h"
 
-#include "platform/linux/docks/DesktopDock.h"
+#include "platform/linux/docks/DesktopDocks.h"
+
+#include <algorithm>
 
 namespace moorline {
 
-DesktopDockControl::DesktopDockControl(DesktopDock &dock)
-    : m_dock(dock)
+DesktopDockControl::DesktopDockControl(DesktopDocks &docks)
+    : m_docks(docks)
 {
 }
 
 QCoro::Task<bool> DesktopDockControl::enableAutoHide()
 {
-    co_return m_dock.enableAutoHide();
+    const auto concerning = m_docks.concerningDock();
+    co_return concerning &&m_docks.makeHide(concerning->dock);
 }
 
 QCoro::Task<bool> DesktopDockControl::setRevealDelay(double seconds)
 {
-    co_return m_dock.setRevealDelay(seconds);
+    const auto docks = m_docks.docks();
+    co_return std::any_of(docks.begin(), docks.end(),
+        [this, seconds](const DesktopDock &dock) { return m_docks.setRevealDelay(dock, seconds); });
 }
 
 } // namespace moorline

@@ -4,18 +4,19 @@
 
 namespace moorline {
 
-class DesktopDock;
+class DesktopDocks;
 
-/// Changes the desktop's own dock through its settings; a plain panel refuses.
+/// Changes the desktop's own docks through their settings: makes the one that concerns the bar hide, and gives the
+/// delay to the first that has one.
 class DesktopDockControl final : public SystemDockControl {
 public:
-    explicit DesktopDockControl(DesktopDock &dock);
+    explicit DesktopDockControl(DesktopDocks &docks);
 
     [[nodiscard]] QCoro::Task<bool> enableAutoHide() override;
     [[nodiscard]] QCoro::Task<bool> setRevealDelay(double seconds) override;
 
 private:
-    DesktopDock &m_dock;
+    DesktopDocks &m_docks;
 };
 
 } // namespace moorline

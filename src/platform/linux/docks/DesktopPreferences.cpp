@@ -1,54 +1,31 @@
 #include "platform/linux/docks/DesktopPreferences.h"
 
-#include "platform/linux/docks/DesktopDock.h"
+#include "platform/linux/docks/DesktopDocks.h"
 
 namespace moorline {
 
 namespace {
 
-QString orientationText(DesktopDock::Edge edge)
-{
-    switch (edge) {
-    case DesktopDock::Edge::bottom:
-        return QStringLiteral("bottom");
-    case DesktopDock::Edge::left:
-    // The domain has no word for the top. Any side edge says what counts: the dock is not at the bottom.
-    case DesktopDock::Edge::top:
-        return QStringLiteral("left");
-    case DesktopDock::Edge::right:
-        return QStringLiteral("right");
-    }
-    Q_UNREACHABLE();
-}
-
 class DockDomain final : public PreferenceDomain {
 public:
-    explicit DockDomain(const DesktopDock &dock)
-        : m_dock(dock)
+    explicit DockDomain(const DesktopDocks &docks)
+        : m_docks(docks)
     {
     }
 
     [[nodiscard]] QVariant value(const QString &key) const override
     {
-        const DesktopDock::State dock = m_dock.state();
-        if (key == QLatin1StringView("orientation"))
-            return orientationText(dock.edge);
-        // Nothing at the top ever comes to where the bar is, so it need not make way.
-        if (key == QLatin1StringView("autohide"))
-            return dock.hides || dock.edge == DesktopDock::Edge::top;
-        if (key == QLatin1StringView("autohide-delay") && dock.revealDelay)
-            return *dock.revealDelay;
-        return {};
+        return dockPreference(m_docks.concerningDock(), key);
     }
 
 private:
-    const DesktopDock &m_dock;
+    const DesktopDocks &m_docks;
 };
 
 } // namespace
 
-DesktopPreferences::DesktopPreferences(const DesktopDock &dock)
-    : m_dock(dock)
+DesktopPreferences::DesktopPreferences(const DesktopDocks &docks)
+    : m_docks(docks)
 {
 }
 
@@ -56,7 +33,7 @@ std::unique_ptr<PreferenceDomain> DesktopPreferences::open(const QString &domain
 {
     if (domain != QLatin1StringView("com.apple.dock"))
         return nullptr;
-    return std::make_unique<DockDomain>(m_dock);
+    return std::make_unique<DockDomain>(m_docks);
 }
 
 } // namespace moorline

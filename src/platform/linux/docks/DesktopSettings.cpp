@@ -89,11 +89,11 @@ bool start(const SettingsProgram &program)
 
 } // namespace
 
-QList<SettingsProgram> dockSettingsPrograms(const DesktopDock::State &dock, const QStringList &desktopNames)
+QList<SettingsProgram> dockSettingsPrograms(const QString &dockProgram, const QStringList &desktopNames)
 {
     QList<SettingsProgram> programs;
     for (const Choice &choice : byDockProgram) {
-        if (dock.program == choice.of)
+        if (dockProgram == choice.of)
             add(programs, choice);
     }
     for (const Choice &choice : byDesktop) {
@@ -113,8 +113,8 @@ QList<SettingsProgram> locationSettingsPrograms(const QStringList &desktopNames)
     return programs;
 }
 
-DesktopSettings::DesktopSettings(const DesktopDock &dock, const QStringList &desktopNames)
-    : m_dock(dock)
+DesktopSettings::DesktopSettings(const DesktopDocks &docks, const QStringList &desktopNames)
+    : m_docks(docks)
     , m_desktopNames(desktopNames)
 {
 }
@@ -126,11 +126,17 @@ void DesktopSettings::open(SettingsPane pane)
         qCDebug(logSettings) << "no settings program found for the desktop" << m_desktopNames;
 }
 
+QString DesktopSettings::dockProgram() const
+{
+    const auto concerning = m_docks.concerningDock();
+    return concerning ? concerning->dock.program : QString();
+}
+
 QList<SettingsProgram> DesktopSettings::programs(SettingsPane pane) const
 {
     switch (pane) {
     case SettingsPane::desktopAndDock:
-        return dockSettingsPrograms(m_dock.state(), m_desktopNames);
+        return dockSettingsPrograms(dockProgram(), m_desktopNames);
     case SettingsPane::locationServices:
         return locationSettingsPrograms(m_desktopNames);
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/SystemSettings.h"
-#include "platform/linux/docks/DesktopDock.h"
+#include "platform/linux/docks/DesktopDocks.h"
 
 namespace moorline {
 
@@ -15,9 +15,9 @@ struct SettingsProgram {
     bool operator==(const SettingsProgram &) const = default;
 };
 
-/// Where the user can change the dock: first the dock's own settings, then those of the desktop.
-[[nodiscard]] QList<SettingsProgram> dockSettingsPrograms(
-    const DesktopDock::State &dock, const QStringList &desktopNames);
+/// Where the user can change the dock: first the dock's own settings, then those of the desktop. `dockProgram` is the
+/// dock's window class in lower case; empty for one that is no window, or none.
+[[nodiscard]] QList<SettingsProgram> dockSettingsPrograms(const QString &dockProgram, const QStringList &desktopNames);
 
 /// Where the user can say which programs may know where the machine is.
 [[nodiscard]] QList<SettingsProgram> locationSettingsPrograms(const QStringList &desktopNames);
@@ -25,14 +25,15 @@ struct SettingsProgram {
 /// Starts the first of the desktop's settings programs that is installed.
 class DesktopSettings final : public SystemSettings {
 public:
-    explicit DesktopSettings(const DesktopDock &dock, const QStringList &desktopNames = currentDesktopNames());
+    explicit DesktopSettings(const DesktopDocks &docks, const QStringList &desktopNames = currentDesktopNames());
 
     void open(SettingsPane pane) override;
 
 private:
+    [[nodiscard]] QString dockProgram() const;
     [[nodiscard]] QList<SettingsProgram> programs(SettingsPane pane) const;
 
-    const DesktopDock &m_dock;
+    const DesktopDocks &m_docks;
     QStringList m_desktopNames;
 };
 

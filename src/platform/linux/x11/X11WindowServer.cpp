@@ -3,8 +3,6 @@
 #include "platform/linux/x11/ClientWindows.h"
 #include "platform/linux/x11/X11Coordinates.h"
 
-#include <QCoreApplication>
-
 namespace moorline {
 
 namespace {
@@ -13,9 +11,6 @@ constexpr int normalLayer = 0;
 constexpr int floatingLayer = 3;
 constexpr int dockLayer = 20;
 constexpr int mainMenuLayer = 24;
-
-// What a hidden dock leaves at the edge to be called back by is a strip of one to a few pixels.
-constexpr int thinnestDock = 8;
 
 /// Whether the window is to be seen on the current virtual desktop.
 bool isOnScreen(const ClientWindow &window, const ClientSnapshot &snapshot)
@@ -26,50 +21,21 @@ bool isOnScreen(const ClientWindow &window, const ClientSnapshot &snapshot)
     return window.isViewable && !window.isHidden && !isElsewhere;
 }
 
-bool isRevealed(const ClientWindow &dock, const QRect &screen)
+int layerOf(const ClientWindow &window)
 {
-    const QRect visible = dock.reachableFrame & screen;
-    return visible.width() > thinnestDock && visible.height() > thinnestDock;
+    if (window.kind == WindowKind::dock)
+        return dockLayer;
+    return window.isAbove ? floatingLayer : normalLayer;
 }
 
-bool liesAlongBottom(const QRect &frame, const QRect &screen)
-{
-    return frame.intersects(screen) && frame.bottom() >= screen.bottom() - thinnestDock
-        && frame.width() >= frame.height();
-}
-
-bool liesAlongTop(const QRect &frame, const QRect &screen)
-{
-    return frame.intersects(screen) && frame.top() <= screen.top() + thinnestDock && frame.width() >= frame.height();
-}
-
-/// Absent for a dock that hides.
-std::optional<WindowDescription> describeDock(const ClientWindow &dock, const X11Coordinates &coordinates)
-{
-    const QRect screen = coordinates.nativePrimary();
-    WindowDescription description{.ownerName = dock.windowClass,
-        .ownerProcess = dock.process,
-        .layer = dockLayer,
-        .bounds = coordinates.windowBoundsFromNative(dock.reachableFrame),
-        .id = dock.window,
-        .kind = WindowKind::dock};
-    const bool isOnPrimary = dock.frame.intersects(screen);
-    if (isOnPrimary && !isRevealed(dock, screen))
-        return std::nullopt;
-    if (liesAlongBottom(dock.reachableFrame, screen))
-        description.ownerName = QStringLiteral("Dock");
-    else if (liesAlongTop(dock.reachableFrame, screen))
-        description.layer = mainMenuLayer;
-    return description;
-}
-
-WindowDescription describeClient(
+WindowDescription describe(
     const ClientWindow &window, const ClientSnapshot &snapshot, const X11Coordinates &coordinates)
 {
+    const QRect place = window.kind == WindowKind::dock ? window.reachableFrame : window.frame;
     WindowDescription description{.ownerName = window.windowClass,
         .ownerProcess = window.process,
-        .layer = window.isAbove ? floatingLayer : normalLayer,
-        .bounds = coordinates.windowBoundsFromNative(window.frame),
+        .layer = layerOf(window),
+        .bounds = coordinates.windowBoundsFromNative(place),
         .id = window.window,
         .kind = window.kind,
         .isActive = window.window == snapshot.activeWindow};
@@ -79,13 +45,6 @@ WindowDescription describeClient(
     if (window.transientFor != XCB_WINDOW_NONE)
         description.transientFor = window.transientFor;
     return description;
-}
-
-std::optional<WindowDescription> describe(
-    const ClientWindow &window, const ClientSnapshot &snapshot, const X11Coordinates &coordinates)
-{
-    const bool isForeignDock = window.kind == WindowKind::dock && window.process != QCoreApplication::applicationPid();
-    return isForeignDock ? describeDock(window, coordinates) : describeClient(window, snapshot, coordinates);
 }
 
 } // namespace
@@ -104,8 +63,7 @@ std::optional<QList<WindowDescription>> X11WindowServer::onScreenWindows() const
     for (auto window = snapshot.windows.rbegin(); window != snapshot.windows.rend(); ++window) {
         if (window->kind == WindowKind::desktop || !isOnScreen(*window, snapshot))
             continue;
-        if (const auto description = describe(*window, snapshot, coordinates))
-            descriptions.append(*description);
+        descriptions.append(describe(*window, snapshot, coordinates));
     }
     return descriptions;
 }

@@ -5,10 +5,8 @@
 namespace moorline {
 
 class ClientWindows;
-struct ClientSnapshot;
-struct ClientWindow;
 
-/// The windows as the window manager lists them, with another program's dock at the bottom edge in the part of "Dock".
+/// The windows as the window manager lists them, and the docks that bypass it.
 class X11WindowServer final : public WindowServer {
 public:
     explicit X11WindowServer(ClientWindows &clients);
