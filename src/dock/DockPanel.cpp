@@ -13,6 +13,8 @@ DockPanel::DockPanel(PanelWindow &native)
     setWindowTitle(QStringLiteral("Moorline"));
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);
+    // Its size is its window's, also where that was set without Qt's knowing; never the one its content would like.
+    setAttribute(Qt::WA_Resized);
     setFocusPolicy(Qt::NoFocus);
     m_native.adopt(*this);
 }

@@ -6,29 +6,20 @@
 #include "dock/DockPanel.h"
 #include "dock/PanelPlacement.h"
 #include "platform/PanelWindow.h"
-#include "platform/Pointer.h"
 #include "platform/WindowServer.h"
-#include "platform/Workspace.h"
 #include "settings/SettingsStore.h"
 #include "support/RectText.h"
-#include "system/SpaceProbe.h"
-#include "system/SystemDock.h"
 
 #include <cmath>
-#include <limits>
 
 namespace moorline {
 
 namespace {
 
-using std::chrono::milliseconds;
-
-constexpr milliseconds dockMonitorInterval{100};
-constexpr milliseconds peekInterval{80};
-constexpr milliseconds fullScreenCheckInterval{1000};
-constexpr milliseconds debugInterval{1000};
-/// How long the window server takes to tell the truth after a switch of spaces.
-constexpr milliseconds spaceSettlingTime{350};
+constexpr std::chrono::milliseconds debugInterval{1000};
+/// How long a change of screens takes at most. Its last word may come without a signal, and windows that are moved from
+/// a screen that goes may lose their place or what was drawn in them after it.
+constexpr std::chrono::milliseconds screensSettlingTime{500};
 /// Smaller changes of the content's width are not worth moving the panel.
 constexpr qreal widthTolerance = 0.5;
 
@@ -39,6 +30,17 @@ unsigned collectionBehavior(bool overFullScreenApps)
     return overFullScreenApps ? always | unsigned(CollectionBehavior::fullScreenAuxiliary) : always;
 }
 
+SystemDockWatch::Context systemDockContext(const DockWindowController::Context &context)
+{
+    return {context.store, context.systemDock, context.screens, context.pointer, context.holds, context.clock};
+}
+
+FullScreenWatch::Context fullScreenContext(const DockWindowController::Context &context)
+{
+    return {context.store, context.spaceProbe, context.windowServer, context.workspace, context.screens,
+        context.pointer, context.holds, context.clock};
+}
+
 } // namespace
 
 DockWindowController::DockWindowController(Context context, MakeBar makeBar, QObject *parent)
@@ -46,8 +48,12 @@ DockWindowController::DockWindowController(Context context, MakeBar makeBar, QOb
     , m_context(context)
     , m_makeBar(std::move(makeBar))
     , m_slide(m_context.clock, [this](const QRectF &frame) { m_panel->setFrame(frame); })
+    , m_systemDockWatch(systemDockContext(context))
+    , m_fullScreenWatch(fullScreenContext(context))
     , m_contentWidth(BarMetrics::initialPanelWidth)
 {
+    connect(&m_systemDockWatch, &SystemDockWatch::changed, this, &DockWindowController::animateToCurrentPosition);
+    connect(&m_fullScreenWatch, &FullScreenWatch::changed, this, &DockWindowController::animateToCurrentPosition);
 }
 
 DockWindowController::~DockWindowController() = default;
@@ -57,13 +63,13 @@ void DockWindowController::show()
     if (m_panel)
         return;
     buildPanel();
-    evaluateFullScreen();
+    // A bar that starts in a full-screen space is out of sight before it shows.
+    m_fullScreenWatch.look();
     reposition();
     m_context.panelWindow.orderFrontRegardless();
     observe();
-    updateVisibilityMonitoring();
-    evaluateFullScreen();
-    m_fullScreenTimer = m_context.clock.every(fullScreenCheckInterval, [this] { evaluateFullScreen(); });
+    m_systemDockWatch.restart();
+    m_fullScreenWatch.start();
     if (m_context.debug)
         m_debugTimer = m_context.clock.every(debugInterval, [this] { logTick(); });
 }
@@ -85,12 +91,18 @@ void DockWindowController::observe()
 {
     connect(&m_context.screens, &Screens::screensChanged, this, &DockWindowController::screensChanged);
     connect(&m_context.store, &SettingsStore::settingsDidChange, this, &DockWindowController::settingsChanged);
-    const auto evaluate = [this] { evaluateAfterSpaceSettles(); };
-    connect(&m_context.workspace, &Workspace::activeSpaceChanged, this, evaluate);
-    connect(&m_context.workspace, &Workspace::applicationActivated, this, evaluate);
 }
 
 void DockWindowController::screensChanged()
+{
+    fitToScreens();
+    m_screensTimer = m_context.clock.after(screensSettlingTime, [this] {
+        fitToScreens();
+        m_panel->content()->update();
+    });
+}
+
+void DockWindowController::fitToScreens()
 {
     m_bar->refit();
     reposition();
@@ -99,8 +111,8 @@ void DockWindowController::screensChanged()
 void DockWindowController::settingsChanged()
 {
     applyCollectionBehavior();
-    evaluateFullScreen();
-    updateVisibilityMonitoring();
+    m_fullScreenWatch.look();
+    m_systemDockWatch.restart();
     reposition();
 }
 
@@ -116,17 +128,14 @@ std::optional<Screen> DockWindowController::targetScreen() const
 
 QRectF DockWindowController::shownFrame() const
 {
-    const Settings &settings = m_context.store.settings();
-    const bool hasNudge = settings.showAutoHideNudge && m_context.systemDock.conflictsWithDockBar();
-    const qreal height = hasNudge ? BarMetrics::panelHeightWithNudge : BarMetrics::panelHeight;
-    return shownPanelFrame(targetScreen(), {m_contentWidth, height}, settings.bottomGap);
+    const QSizeF size(m_contentWidth, m_bar ? m_bar->bodyHeight() : BarMetrics::panelHeight);
+    return shownPanelFrame(targetScreen(), size, m_context.store.settings().bottomGap);
 }
 
 QRectF DockWindowController::targetFrame() const
 {
     const QRectF shown = shownFrame();
-    const bool hidden = m_isHiddenForSystemDock || m_isHiddenForFullScreen;
-    return hidden ? hiddenPanelFrame(targetScreen(), shown) : shown;
+    return isHiddenForSystemDock() || isHiddenForFullScreen() ? hiddenPanelFrame(targetScreen(), shown) : shown;
 }
 
 void DockWindowController::contentWidthChanged(qreal measuredWidth)
@@ -162,101 +171,6 @@ void DockWindowController::animateToCurrentPosition()
     const QRectF target = targetFrame();
     if (m_slide.destination().value_or(m_panel->frame()) != target)
         m_slide.start(m_panel->frame(), target);
-}
-
-void DockWindowController::setHiddenForSystemDock(bool hidden)
-{
-    if (hidden == m_isHiddenForSystemDock)
-        return;
-    m_isHiddenForSystemDock = hidden;
-    animateToCurrentPosition();
-}
-
-void DockWindowController::setHiddenForFullScreen(bool hidden)
-{
-    if (hidden == m_isHiddenForFullScreen)
-        return;
-    m_isHiddenForFullScreen = hidden;
-    animateToCurrentPosition();
-}
-
-void DockWindowController::updateVisibilityMonitoring()
-{
-    m_pollTimer.reset();
-    m_edgeEnteredAt.reset();
-    if (m_context.store.settings().visibilityMode == DockVisibilityMode::hideWhenSystemDockAppears) {
-        m_pollTimer = m_context.clock.every(dockMonitorInterval, [this] { evaluateHiding(); });
-    } else if (m_isHiddenForSystemDock) {
-        m_isHiddenForSystemDock = false;
-        reposition();
-    }
-}
-
-std::optional<qreal> DockWindowController::pointerHeight() const
-{
-    const auto screen = targetScreen();
-    if (!screen)
-        return std::nullopt;
-    const QPointF pointer = m_context.pointer.location();
-    const qreal height = pointer.y() - screen->frame.y();
-    // The bottom edge of another screen is not ours, and nor is the screen below.
-    const bool isOnScreen = height >= 0 && pointer.x() >= screen->frame.left() && pointer.x() <= screen->frame.right();
-    return isOnScreen ? height : std::numeric_limits<qreal>::infinity();
-}
-
-void DockWindowController::evaluateHiding()
-{
-    const auto height = pointerHeight();
-    if (!height)
-        return;
-    if (!isAtDockEdge(*height, m_isHiddenForSystemDock)) {
-        m_edgeEnteredAt.reset();
-        setHiddenForSystemDock(false);
-        return;
-    }
-    const milliseconds now = m_context.clock.uptime();
-    if (!m_edgeEnteredAt)
-        m_edgeEnteredAt = now;
-    const std::chrono::duration<double> resting = now - *m_edgeEnteredAt;
-    if (resting.count() >= m_context.store.settings().hideDelaySeconds)
-        setHiddenForSystemDock(m_context.systemDock.isRevealed());
-}
-
-bool DockWindowController::isFullScreen() const
-{
-    return m_context.spaceProbe.isFullScreen(targetScreen());
-}
-
-void DockWindowController::evaluateFullScreen()
-{
-    const bool staysOut = !m_context.store.settings().showOverFullScreenApps && isFullScreen();
-    if (staysOut == m_fullScreenHideEngaged)
-        return;
-    m_fullScreenHideEngaged = staysOut;
-    setHiddenForFullScreen(staysOut);
-    if (staysOut)
-        startPeekTimer();
-    else
-        m_peekTimer.reset();
-}
-
-QCoro::Task<> DockWindowController::evaluateAfterSpaceSettles()
-{
-    QPointer<DockWindowController> alive(this);
-    co_await m_context.clock.sleep(spaceSettlingTime);
-    if (alive)
-        evaluateFullScreen();
-}
-
-void DockWindowController::startPeekTimer()
-{
-    m_peekTimer = m_context.clock.every(peekInterval, [this] { peek(); });
-}
-
-void DockWindowController::peek()
-{
-    if (const auto height = pointerHeight())
-        setHiddenForFullScreen(staysOutOfFullScreen(*height, m_isHiddenForFullScreen));
 }
 
 void DockWindowController::logTick() const

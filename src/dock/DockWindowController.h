@@ -1,6 +1,8 @@
 #pragma once
 
 #include "dock/FrameSlide.h"
+#include "dock/FullScreenWatch.h"
+#include "dock/SystemDockWatch.h"
 #include "platform/Screens.h"
 
 #include <QObject>
@@ -11,15 +13,8 @@ namespace moorline {
 class DockBarView;
 class DockPanel;
 class PanelWindow;
-class Pointer;
-class SettingsStore;
-class SpaceProbe;
-class SystemDock;
-class WindowServer;
-class Workspace;
 
-/// Creates the panel, sizes it to the bar, places it, and slides it out of the way: for the desktop's own dock when the
-/// pointer rests at the bottom edge, and for full-screen spaces.
+/// Creates the panel, sizes it to the bar, places it, and slides it out of the way while one of its watches says so.
 class DockWindowController final : public QObject {
     Q_OBJECT
 public:
@@ -34,6 +29,8 @@ public:
         const WindowServer &windowServer;
         const Workspace &workspace;
         PanelWindow &panelWindow;
+        /// While the bar is held, nothing slides it away.
+        const BarHolds &holds;
         /// Writes a line about the panel's frame every second.
         bool debug = false;
     };
@@ -54,45 +51,30 @@ public:
     [[nodiscard]] QRectF shownFrame() const;
     [[nodiscard]] std::optional<Screen> targetScreen() const;
     [[nodiscard]] qreal contentWidth() const { return m_contentWidth; }
-    [[nodiscard]] bool isHiddenForSystemDock() const { return m_isHiddenForSystemDock; }
-    [[nodiscard]] bool isHiddenForFullScreen() const { return m_isHiddenForFullScreen; }
+    [[nodiscard]] bool isHiddenForSystemDock() const { return m_systemDockWatch.keepsPanelAway(); }
+    [[nodiscard]] bool isHiddenForFullScreen() const { return m_fullScreenWatch.keepsPanelAway(); }
 
 private:
     void buildPanel();
     void observe();
     void screensChanged();
+    void fitToScreens();
     void settingsChanged();
     void contentWidthChanged(qreal measuredWidth);
     void applyCollectionBehavior();
-    void updateVisibilityMonitoring();
-    void evaluateHiding();
-    void evaluateFullScreen();
-    QCoro::Task<> evaluateAfterSpaceSettles();
-    [[nodiscard]] bool isFullScreen() const;
-    void startPeekTimer();
-    void peek();
-    void setHiddenForSystemDock(bool hidden);
-    void setHiddenForFullScreen(bool hidden);
     void animateToCurrentPosition();
     void logTick() const;
     [[nodiscard]] QRectF targetFrame() const;
-    /// Above the bottom edge of the screen, and infinite on another one; absent without a screen.
-    [[nodiscard]] std::optional<qreal> pointerHeight() const;
 
     Context m_context;
     MakeBar m_makeBar;
     std::unique_ptr<DockPanel> m_panel;
     QPointer<DockBarView> m_bar;
     FrameSlide m_slide;
+    SystemDockWatch m_systemDockWatch;
+    FullScreenWatch m_fullScreenWatch;
     qreal m_contentWidth;
-    bool m_isHiddenForSystemDock = false;
-    bool m_isHiddenForFullScreen = false;
-    /// The active space is full-screen and the panel stays out of it, but for a peek.
-    bool m_fullScreenHideEngaged = false;
-    std::optional<std::chrono::milliseconds> m_edgeEnteredAt;
-    std::unique_ptr<Clock::Timer> m_pollTimer;
-    std::unique_ptr<Clock::Timer> m_peekTimer;
-    std::unique_ptr<Clock::Timer> m_fullScreenTimer;
+    std::unique_ptr<Clock::Timer> m_screensTimer;
     std::unique_ptr<Clock::Timer> m_debugTimer;
 };
 

@@ -1,6 +1,6 @@
 #include "dock/FrameSlide.h"
 
-#include "theme/Spring.h"
+#include <QEasingCurve>
 
 namespace moorline {
 
@@ -11,13 +11,19 @@ using std::chrono::milliseconds;
 constexpr milliseconds duration{180};
 /// Sixty steps a second.
 constexpr milliseconds stepInterval{16};
-/// At the end of the duration less than half a point of the panel's way is left.
-constexpr Spring spring{.response = 0.2, .damping = 1};
+
+/// The system's standard ease-out: a cubic Bézier curve with these two control points.
+QEasingCurve standardEaseOut()
+{
+    QEasingCurve curve(QEasingCurve::BezierSpline);
+    curve.addCubicBezierSegment({0, 0}, {0.58, 1}, {1, 1});
+    return curve;
+}
 
 double progressAt(milliseconds elapsed)
 {
-    // Let go at full speed, a critically damped spring eases out from the first step on.
-    return spring.valueAt(std::chrono::duration<double>(elapsed).count(), spring.angularFrequency());
+    static const QEasingCurve curve = standardEaseOut();
+    return curve.valueForProgress(std::chrono::duration<double>(elapsed) / duration);
 }
 
 QRectF between(const QRectF &from, const QRectF &to, double progress)

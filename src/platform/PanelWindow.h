@@ -31,7 +31,8 @@ public:
     /// A sum of CollectionBehavior values.
     virtual void setCollectionBehavior(unsigned behavior) = 0;
 
-    /// In points, origin at the bottom left of the primary screen. Values beyond what a window can have are clamped.
+    /// In points, origin at the bottom left of the primary screen. A frame that a window can have: no value beyond
+    /// 16383 device pixels, no length below a point.
     virtual void setFrame(const QRectF &frame) = 0;
     /// What the window really has now, in the same coordinates.
     [[nodiscard]] virtual QRectF frame() const = 0;

@@ -54,6 +54,7 @@ struct DockFixture : FakePlatform {
             .windowServer = windowServer,
             .workspace = workspace,
             .panelWindow = panelWindow,
+            .holds = holds,
             .debug = false,
         };
     }

@@ -19,6 +19,15 @@ const QRectF hiddenFrame(490, -102, width, 98);
 /// Long enough for a slide to end.
 constexpr auto slide = 300ms;
 
+WindowDescription film()
+{
+    return {.ownerProcess = 7,
+        .layer = 0,
+        .bounds = QRectF(0, 0, 1440, 900),
+        .kind = WindowKind::normal,
+        .isFullScreen = true};
+}
+
 /// A controller that shows a bar of a known width on a 1440 × 900 screen.
 struct Fixture : DockFixture {
     explicit Fixture(bool debug = false)
@@ -153,6 +162,19 @@ private Q_SLOTS:
         Fixture fixture;
         fixture.show();
         fixture.screens.set({FakeScreens::screen({0, 0, 1920, 1080})});
+        QVERIFY(qAbs(fixture.frame().center().x() - 960) <= 0.5);
+    }
+
+    void looksAgainOnceTheScreensHaveSettled()
+    {
+        Fixture fixture;
+        fixture.show();
+        fixture.screens.set({});
+        fixture.clock.advance(499ms);
+        fixture.screens.setUnannounced({FakeScreens::screen({0, 0, 1920, 1080})});
+        const auto moves = fixture.panelWindow.frames.size();
+        fixture.clock.advance(1ms);
+        QVERIFY(fixture.panelWindow.frames.size() > moves);
         QVERIFY(qAbs(fixture.frame().center().x() - 960) <= 0.5);
     }
 
@@ -411,6 +433,240 @@ private Q_SLOTS:
         QCOMPARE(fixture.frame(), hiddenFrame);
     }
 
+    void aWindowThatTellsOfItselfIsHeardOf()
+    {
+        Fixture fixture;
+        fixture.show();
+        fixture.clock.advance(500ms);
+        fixture.windowServer.windows = {film()};
+        Q_EMIT fixture.windowServer.windowsChanged();
+        fixture.clock.advance(99ms);
+        QVERIFY(!fixture.controller.isHiddenForFullScreen());
+        fixture.clock.advance(1ms);
+        QVERIFY(fixture.controller.isHiddenForFullScreen());
+    }
+
+    void aBurstOfChangesIsLookedAtOnce()
+    {
+        Fixture fixture;
+        fixture.show();
+        fixture.clock.advance(500ms);
+        const int listed = fixture.windowServer.timesListed;
+        for (int i = 0; i < 9; ++i) {
+            Q_EMIT fixture.windowServer.windowsChanged();
+            fixture.clock.advance(10ms);
+        }
+        QCOMPARE(fixture.windowServer.timesListed, listed);
+        fixture.clock.advance(10ms);
+        QCOMPARE(fixture.windowServer.timesListed, listed + 1);
+        Q_EMIT fixture.windowServer.windowsChanged();
+        fixture.clock.advance(100ms);
+        QCOMPARE(fixture.windowServer.timesListed, listed + 2);
+    }
+
+    void aDesktopOrADockThatIsClickedEndsNoFilm_data()
+    {
+        QTest::addColumn<WindowKind>("kind");
+        QTest::addColumn<QRectF>("bounds");
+        QTest::newRow("desktop over two screens") << WindowKind::desktop << QRectF(0, 0, 2880, 900);
+        QTest::newRow("dock") << WindowKind::dock << QRectF(0, 840, 1440, 60);
+    }
+
+    void aDesktopOrADockThatIsClickedEndsNoFilm()
+    {
+        QFETCH(WindowKind, kind);
+        QFETCH(QRectF, bounds);
+        Fixture fixture;
+        fixture.show();
+        fixture.windowServer.windows = {film()};
+        fixture.clock.advance(1s);
+        QVERIFY(fixture.controller.isHiddenForFullScreen());
+        WindowDescription clicked{
+            .ownerProcess = 8, .layer = 0, .bounds = bounds, .kind = kind, .isFullScreen = false, .isActive = true};
+        fixture.windowServer.windows = {clicked, film()};
+        fixture.clock.advance(2s);
+        QVERIFY(fixture.controller.isHiddenForFullScreen());
+        clicked.kind = WindowKind::normal;
+        fixture.windowServer.windows = {clicked, film()};
+        fixture.clock.advance(1s);
+        QVERIFY(!fixture.controller.isHiddenForFullScreen());
+    }
+
+    void whileOneReasonRemainsTheBarStaysAway()
+    {
+        Fixture fixture;
+        fixture.useAutoMode(0);
+        fixture.show();
+        fixture.revealSystemDock();
+        fixture.putPointer(0);
+        fixture.clock.advance(500ms);
+        fixture.windowServer.setSpaceType(4);
+        fixture.change([](Settings &settings) { settings.bottomGap = 3; });
+        QVERIFY(fixture.controller.isHiddenForFullScreen());
+        // Too high for the dock, not for the peek.
+        fixture.putPointer(500);
+        fixture.clock.advance(100ms + slide);
+        QVERIFY(!fixture.controller.isHiddenForSystemDock());
+        QVERIFY(fixture.controller.isHiddenForFullScreen());
+        QCOMPARE(fixture.frame(), hiddenFrame);
+        fixture.windowServer.setSpaceType(0);
+        fixture.clock.advance(1s + slide);
+        QCOMPARE(fixture.frame(), QRectF(490, -10, width, 98));
+    }
+
+    void theEndOfTheFilmDoesNotBringItBackFromTheDock()
+    {
+        Fixture fixture;
+        fixture.useAutoMode(0);
+        fixture.show();
+        fixture.revealSystemDock();
+        fixture.putPointer(0);
+        fixture.clock.advance(500ms);
+        fixture.windowServer.setSpaceType(4);
+        fixture.clock.advance(1s);
+        fixture.windowServer.setSpaceType(0);
+        fixture.clock.advance(1s + slide);
+        QVERIFY(fixture.controller.isHiddenForSystemDock());
+        QVERIFY(!fixture.controller.isHiddenForFullScreen());
+        QCOMPARE(fixture.frame(), hiddenFrame);
+    }
+
+    void aChangeOfTheSettingsResetsTheClockAtTheEdge()
+    {
+        Fixture fixture;
+        fixture.useAutoMode();
+        fixture.show();
+        fixture.revealSystemDock();
+        fixture.putPointer(0);
+        fixture.clock.advance(500ms);
+        fixture.change([](Settings &settings) { settings.bottomGap = 3; });
+        fixture.clock.advance(500ms);
+        QVERIFY(!fixture.controller.isHiddenForSystemDock());
+        fixture.clock.advance(200ms);
+        QVERIFY(fixture.controller.isHiddenForSystemDock());
+    }
+
+    void thePeekIsLookedForEveryEightyMilliseconds()
+    {
+        Fixture fixture;
+        fixture.show();
+        QVERIFY(!fixture.clock.repeatingIntervals().contains(80ms));
+        fixture.windowServer.setSpaceType(4);
+        fixture.clock.advance(1s);
+        QVERIFY(fixture.clock.repeatingIntervals().contains(80ms));
+        fixture.putPointer(3);
+        fixture.clock.advance(79ms);
+        QVERIFY(fixture.controller.isHiddenForFullScreen());
+        fixture.clock.advance(1ms);
+        QVERIFY(!fixture.controller.isHiddenForFullScreen());
+    }
+
+    void insideTheZoneTheDockIsOnlyLookedAtAfterTheDelay()
+    {
+        Fixture fixture;
+        fixture.useAutoMode();
+        fixture.change([](Settings &settings) { settings.showAutoHideNudge = false; });
+        fixture.windowServer.setSpaceType(0);
+        fixture.controller.show();
+        fixture.clock.advance(1s);
+        const int opened = fixture.preferences.timesOpened;
+        const int listed = fixture.windowServer.timesListed;
+        fixture.putPointer(2);
+        // The nudge looks every two seconds as well, but not within this one.
+        fixture.clock.advance(590ms);
+        QCOMPARE(fixture.preferences.timesOpened, opened);
+        QCOMPARE(fixture.windowServer.timesListed, listed);
+        fixture.clock.advance(20ms);
+        QCOMPARE(fixture.preferences.timesOpened, opened + 1);
+        QCOMPARE(fixture.windowServer.timesListed, listed + 1);
+    }
+
+    void aBarThatIsHeldDoesNotMakeWayForTheDock()
+    {
+        Fixture fixture;
+        fixture.useAutoMode(0);
+        fixture.show();
+        BarHolds::Token token = fixture.holds.take();
+        fixture.revealSystemDock();
+        fixture.putPointer(0);
+        fixture.clock.advance(1s);
+        QVERIFY(!fixture.controller.isHiddenForSystemDock());
+        QCOMPARE(fixture.frame(), shownFrame);
+        token = {};
+        QVERIFY(fixture.controller.isHiddenForSystemDock());
+        fixture.clock.advance(slide);
+        QCOMPARE(fixture.frame(), hiddenFrame);
+    }
+
+    void aBarThatIsHeldStaysInAFullScreenSpace()
+    {
+        Fixture fixture;
+        fixture.show();
+        BarHolds::Token token = fixture.holds.take();
+        fixture.windowServer.setSpaceType(4);
+        fixture.clock.advance(2s);
+        QVERIFY(!fixture.controller.isHiddenForFullScreen());
+        token = {};
+        QVERIFY(fixture.controller.isHiddenForFullScreen());
+    }
+
+    void aSpaceThatBecameFullScreenAMomentAgoIsSeenWhenTheBarIsLetGo()
+    {
+        Fixture fixture;
+        fixture.show();
+        BarHolds::Token token = fixture.holds.take();
+        fixture.windowServer.setSpaceType(4);
+        token = {};
+        QVERIFY(fixture.controller.isHiddenForFullScreen());
+    }
+
+    void aBarThatPeeksStaysWhileItIsHeldAndGoesOnPeeking()
+    {
+        Fixture fixture;
+        fixture.show();
+        fixture.windowServer.setSpaceType(4);
+        fixture.clock.advance(1s);
+        fixture.putPointer(0);
+        fixture.clock.advance(80ms);
+        BarHolds::Token token = fixture.holds.take();
+        fixture.putPointer(500);
+        fixture.clock.advance(1s);
+        QVERIFY(!fixture.controller.isHiddenForFullScreen());
+        fixture.putPointer(50);
+        token = {};
+        QVERIFY(!fixture.controller.isHiddenForFullScreen());
+        fixture.putPointer(500);
+        fixture.clock.advance(80ms);
+        QVERIFY(fixture.controller.isHiddenForFullScreen());
+    }
+
+    void aBarThatIsAwayMayComeBackWhileItIsHeld()
+    {
+        Fixture fixture;
+        fixture.useAutoMode(0);
+        fixture.show();
+        fixture.revealSystemDock();
+        fixture.putPointer(0);
+        fixture.clock.advance(500ms);
+        const BarHolds::Token token = fixture.holds.take();
+        QVERIFY(fixture.controller.isHiddenForSystemDock());
+        fixture.putPointer(500);
+        fixture.clock.advance(100ms);
+        QVERIFY(!fixture.controller.isHiddenForSystemDock());
+    }
+
+    void thePanelIsAsHighAsTheBarSaysItIs()
+    {
+        Fixture fixture;
+        fixture.show();
+        fixture.preferences.setDock(QStringLiteral("bottom"), false);
+        // The bar has not looked yet, so it shows no nudge and needs no room for it.
+        fixture.change([](Settings &settings) { settings.bottomGap = 3; });
+        QCOMPARE(fixture.frame().height(), 98.0);
+        fixture.clock.advance(2s);
+        QCOMPARE(fixture.frame().height(), 132.0);
+    }
+
     void touchingTheEdgePeeks()
     {
         Fixture fixture;
@@ -519,6 +775,7 @@ private Q_SLOTS:
             settings.hideDelaySeconds = -1e300;
             settings.visibilityMode = DockVisibilityMode::hideWhenSystemDockAppears;
         });
+        QCOMPARE(fixture.frame(), QRectF(490, 16383, width, 98));
         fixture.clock.advance(5s);
         QVERIFY(!fixture.controller.isHiddenForSystemDock());
     }

@@ -42,6 +42,28 @@ private Q_SLOTS:
         QCOMPARE(frame, hidden);
     }
 
+    /// The standard ease-out of 0.18 s is at 0.401, 0.720 and 0.938 of the way after 48, 96 and 144 ms.
+    void followsTheStandardCurve_data()
+    {
+        QTest::addColumn<int>("elapsed");
+        QTest::addColumn<qreal>("y");
+        QTest::newRow("48 ms") << 48 << -47.47;
+        QTest::newRow("96 ms") << 96 << -76.49;
+        QTest::newRow("144 ms") << 144 << -96.33;
+    }
+
+    void followsTheStandardCurve()
+    {
+        QFETCH(int, elapsed);
+        QFETCH(qreal, y);
+        FakeClock clock;
+        QRectF frame;
+        FrameSlide slide(clock, [&frame](const QRectF &next) { frame = next; });
+        slide.start(shown, hidden);
+        clock.advance(std::chrono::milliseconds(elapsed));
+        QVERIFY2(qAbs(frame.y() - y) < 0.05, qPrintable(QString::number(frame.y())));
+    }
+
     void easesOut()
     {
         FakeClock clock;

@@ -5,6 +5,8 @@
 #include "harness/TestCase.h"
 #include "support/RectText.h"
 
+#include <limits>
+
 using namespace moorline;
 using namespace moorline::test;
 
@@ -80,6 +82,46 @@ private Q_SLOTS:
         QVERIFY(staysOutOfFullScreen(4, true));
         QVERIFY(!staysOutOfFullScreen(101.9, false));
         QVERIFY(staysOutOfFullScreen(102, false));
+    }
+
+    void thePointersHeightCountsOnItsScreenOnly()
+    {
+        const auto screen = FakeScreens::screen({0, -100, 1440, 900});
+        const qreal elsewhere = std::numeric_limits<qreal>::infinity();
+        QCOMPARE(pointerHeight(screen, {720, -97}), 3.0);
+        QCOMPARE(pointerHeight(screen, {0, -100}), 0.0);
+        QCOMPARE(pointerHeight(screen, {720, -101}), elsewhere);
+        QCOMPARE(pointerHeight(screen, {-1, -97}), elsewhere);
+        QCOMPARE(pointerHeight(screen, {1441, -97}), elsewhere);
+        QCOMPARE(pointerHeight(std::nullopt, {720, 3}), std::nullopt);
+    }
+
+    void framesBeyondAllBoundsAreClamped_data()
+    {
+        QTest::addColumn<QRectF>("frame");
+        QTest::addColumn<qreal>("scale");
+        QTest::addColumn<QRectF>("possible");
+        const double infinity = std::numeric_limits<double>::infinity();
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        QTest::newRow("possible") << QRectF(490, -11, 460, 98) << 1.0 << QRectF(490, -11, 460, 98);
+        QTest::newRow("infinite") << QRectF(-infinity, infinity, 1e300, -5) << 1.0 << QRectF(-16383, 16383, 16383, 1);
+        QTest::newRow("no number") << QRectF(nan, 0, nan, 0) << 1.0 << QRectF(-16383, 0, 1, 1);
+        QTest::newRow("in fewer points") << QRectF(1e9, -1e9, 1e9, 98) << 2.0 << QRectF(8191, -8191, 8191, 98);
+    }
+
+    void framesBeyondAllBoundsAreClamped()
+    {
+        QFETCH(QRectF, frame);
+        QFETCH(qreal, scale);
+        QTEST(possibleFrame(frame, scale), "possible");
+    }
+
+    void anAbsurdGapIsClamped()
+    {
+        Screen screen = FakeScreens::screen({0, 0, 1440, 900});
+        QCOMPARE(shownPanelFrame(screen, {460, 98}, 1e300), QRectF(490, 16383, 460, 98));
+        screen.scale = 2;
+        QCOMPARE(shownPanelFrame(screen, {460, 98}, -1e300), QRectF(490, -8191, 460, 98));
     }
 
     void theMeasuresAddUpToThePanel()

@@ -7,7 +7,7 @@
 namespace moorline::test {
 
 /// Keeps what it is told; the widget gets the size and is shown, so that its layout is real.
-class FakePanelWindow final : public PanelWindow {
+class FakePanelWindow : public PanelWindow {
 public:
     void adopt(QWidget &panel) override { widget = &panel; }
     void setLevel(int newLevel) override { currentLevel = newLevel; }

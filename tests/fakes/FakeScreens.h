@@ -15,6 +15,9 @@ public:
         Q_EMIT screensChanged();
     }
 
+    /// As a system does that is slow to tell.
+    void setUnannounced(QList<Screen> screens) { m_screens = std::move(screens); }
+
     static Screen screen(const QRectF &frame) { return {frame, frame, {}, 1}; }
 
 private:

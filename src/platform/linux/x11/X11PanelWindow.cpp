@@ -5,31 +5,18 @@
 #include "platform/linux/x11/X11Coordinates.h"
 #include "platform/linux/x11/XConnection.h"
 
+#include <QPlatformSurfaceEvent>
+#include <QWindow>
 #include <algorithm>
-#include <cmath>
 
 namespace moorline {
 
 namespace {
 
-// What Qt cuts the coordinates and lengths of a window to, in device pixels.
-constexpr qreal maximumLength = 16383;
-
-qreal clamped(qreal value, qreal minimum, qreal maximum)
-{
-    return std::isnan(value) ? minimum : std::clamp(value, minimum, maximum);
-}
-
-QRectF clamped(const QRectF &frame, qreal scale)
-{
-    const qreal limit = std::floor(maximumLength / scale);
-    return {clamped(frame.x(), -limit, limit), clamped(frame.y(), -limit, limit), clamped(frame.width(), 1, limit),
-        clamped(frame.height(), 1, limit)};
-}
-
+/// The widget itself would go on naming a window that Qt has replaced.
 xcb_window_t nativeWindow(const QWidget &panel)
 {
-    return static_cast<xcb_window_t>(panel.internalWinId());
+    return static_cast<xcb_window_t>(panel.windowHandle()->winId());
 }
 
 } // namespace
@@ -50,9 +37,39 @@ void X11PanelWindow::adopt(QWidget &panel)
     panel.setAttribute(Qt::WA_ShowWithoutActivating);
     panel.setAttribute(Qt::WA_X11DoNotAcceptFocus);
     panel.winId();
-    m_shape.emplace(qtConnection(), nativeWindow(panel));
-    writePanelHints(qtConnection(), m_connection, nativeWindow(panel));
+    panel.windowHandle()->installEventFilter(this);
+    takeNativeWindow();
+}
+
+void X11PanelWindow::takeNativeWindow()
+{
+    m_shape.emplace(qtConnection(), nativeWindow(*m_panel));
+    writePanelHints(qtConnection(), m_connection, nativeWindow(*m_panel));
     updateShape();
+}
+
+bool X11PanelWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::PlatformSurface) {
+        const auto type = static_cast<QPlatformSurfaceEvent *>(event)->surfaceEventType();
+        if (type == QPlatformSurfaceEvent::SurfaceAboutToBeDestroyed)
+            m_shape.reset();
+        else
+            // Once Qt is done with making it.
+            QMetaObject::invokeMethod(this, &X11PanelWindow::showAgain, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void X11PanelWindow::showAgain()
+{
+    if (!m_panel || !m_panel->windowHandle())
+        return;
+    takeNativeWindow();
+    if (!m_isOrderedFront)
+        return;
+    m_panel->windowHandle()->setVisible(true);
+    orderFrontRegardless();
 }
 
 void X11PanelWindow::setCollectionBehavior([[maybe_unused]] unsigned behavior)
@@ -61,8 +78,7 @@ void X11PanelWindow::setCollectionBehavior([[maybe_unused]] unsigned behavior)
 
 void X11PanelWindow::setFrame(const QRectF &frame)
 {
-    const X11Coordinates coordinates = X11Coordinates::current();
-    m_panel->setGeometry(coordinates.qtFromFrame(clamped(frame, coordinates.primaryScale())).toRect());
+    m_panel->setGeometry(X11Coordinates::current().qtFromFrame(frame).toRect());
     updateShape();
 }
 
@@ -73,6 +89,7 @@ QRectF X11PanelWindow::frame() const
 
 void X11PanelWindow::orderFrontRegardless()
 {
+    m_isOrderedFront = true;
     waitForQt();
     m_stacking.keepInPlace(nativeWindow(*m_panel));
     m_panel->show();

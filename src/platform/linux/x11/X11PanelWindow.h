@@ -29,7 +29,12 @@ public:
     void orderFrontRegardless() override;
     void setInteractiveArea(const QPainterPath &area) override;
 
+    /// Qt makes another native window when the screen of the first goes and none beside it is left, and hides it.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
+    void takeNativeWindow();
+    void showAgain();
     void updateShape();
     [[nodiscard]] std::optional<QRegion> boundingRegion(const X11Coordinates &coordinates) const;
 
@@ -39,6 +44,7 @@ private:
     std::optional<PanelShape> m_shape;
     std::optional<QPainterPath> m_area;
     int m_level = 0;
+    bool m_isOrderedFront = false;
 };
 
 } // namespace moorline

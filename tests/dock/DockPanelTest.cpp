@@ -1,0 +1,48 @@
+#include "dock/DockPanel.h"
+#include "fakes/FakePanelWindow.h"
+#include "harness/TestCase.h"
+
+#include <QWindow>
+
+using namespace moorline;
+
+namespace {
+
+/// A window that is sized beside Qt's back, as one is whose view lies in a window that is not Qt's.
+class EmbeddingPanelWindow final : public test::FakePanelWindow {
+public:
+    void setFrame(const QRectF &frame) override
+    {
+        frames.append(frame);
+        (void)widget->winId();
+        widget->windowHandle()->resize(frame.size().toSize());
+    }
+};
+
+class Content final : public QWidget {
+public:
+    [[nodiscard]] QSize sizeHint() const override { return {200, 150}; }
+};
+
+} // namespace
+
+class DockPanelTest final : public test::TestCase {
+    Q_OBJECT
+private Q_SLOTS:
+    void theFirstShowLeavesThePanelItsSize()
+    {
+        EmbeddingPanelWindow window;
+        DockPanel panel(window);
+        panel.setContent(new Content);
+        panel.setFrame({490, -11, 460, 98});
+        QTRY_COMPARE(panel.size(), QSize(460, 98));
+        window.orderFrontRegardless();
+        QVERIFY(QTest::qWaitForWindowExposed(&panel));
+        QCOMPARE(panel.size(), QSize(460, 98));
+        QCOMPARE(panel.windowHandle()->size(), QSize(460, 98));
+        QCOMPARE(panel.content()->size(), QSize(460, 98));
+    }
+};
+
+MOORLINE_TEST(DockPanelTest);
+#include "DockPanelTest.moc"
