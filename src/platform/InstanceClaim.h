@@ -10,7 +10,7 @@ public:
     InstanceClaim &operator=(const InstanceClaim &) = delete;
     virtual ~InstanceClaim() = default;
 
-    /// False when another process holds it. True also when that cannot be told.
+    /// False when another process holds it. True also when that cannot be told, and for who holds it already.
     [[nodiscard]] virtual bool take() = 0;
 };
 

@@ -24,6 +24,7 @@ private Q_SLOTS:
         Bar first;
         Bar second;
         QVERIFY(first.claim.take());
+        QVERIFY(first.claim.take());
         QVERIFY(!second.claim.take());
         QVERIFY(!second.claim.take());
     }

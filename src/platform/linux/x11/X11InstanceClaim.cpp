@@ -52,7 +52,8 @@ bool X11InstanceClaim::take()
     const xcb_atom_t selection = intern(m_connection, "_MOORLINE_INSTANCE");
     // Two that start at once must not both find it free.
     xcb_grab_server(m_connection.native());
-    const bool isFree = ownerOf(m_connection, selection) == XCB_WINDOW_NONE;
+    const xcb_window_t owner = ownerOf(m_connection, selection);
+    const bool isFree = owner == XCB_WINDOW_NONE || owner == m_window;
     if (isFree)
         xcb_set_selection_owner(m_connection.native(), m_window, selection, XCB_CURRENT_TIME);
     xcb_ungrab_server(m_connection.native());
