@@ -1,5 +1,7 @@
 #include "platform/linux/location/GeoClueLocationManager.h"
 
+#include <QDBusArgument>
+#include <QDBusMessage>
 #include <QPointer>
 #include <utility>
 
