@@ -80,7 +80,7 @@ struct DockFixture : FakePlatform {
     }
 
     SettingsStore store{storeContext(*this)};
-    SystemDock systemDock{preferences, windowServer, systemDockControl, systemSettings};
+    SystemDock systemDock{preferences, windowServer, screens, systemDockControl, systemSettings};
     SpaceProbe spaceProbe{windowServer};
     Symbols symbols{symbolCatalogue};
     BarHolds holds;
