@@ -141,7 +141,7 @@ private Q_SLOTS:
             program.platform.network.change(false);
             program.platform.network.change(true);
             // The second change is one that was not told.
-            program.advance(4s);
+            program.platform.clock.advance(4s);
         });
         row("the machine woke", [](Program &program) { Q_EMIT program.platform.power.didWake(); });
         row("ten minutes went by", [](Program &program) { program.platform.clock.advance(600s); });
@@ -167,7 +167,7 @@ private Q_SLOTS:
         Q_EMIT program.platform.power.didWake();
         QCOMPARE(program.platform.httpClient.requested.size(), 1);
         program.platform.network.change(true);
-        program.advance(4s);
+        program.platform.clock.advance(4s);
         QCOMPARE(program.platform.httpClient.requested.size(), 2);
     }
 
