@@ -283,6 +283,13 @@ private Q_SLOTS:
         QCOMPARE(decodeSettings(R"({"bottomGap":1e400,"bottomGap":4})")->bottomGap, 4.0);
     }
 
+    void whatStandsInATextIsNoStructure()
+    {
+        const auto settings = decodeSettings("{\"highlightColorHex\":\"a\\\"},[b\\\\\",\"bottomGap\":5}");
+        QCOMPARE(settings->highlightColorHex, QStringLiteral("a\"},[b\\"));
+        QCOMPARE(settings->bottomGap, 5.0);
+    }
+
     void namesMayBeEscaped() { QCOMPARE(decodeSettings("{\"\\u0062ottomGap\":5}")->bottomGap, 5.0); }
 
     void aByteOrderMarkIsNoDamage() { QCOMPARE(decodeSettings("\xef\xbb\xbf{\"bottomGap\":5}")->bottomGap, 5.0); }
