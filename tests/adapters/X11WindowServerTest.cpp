@@ -179,12 +179,13 @@ private Q_SLOTS:
     void aWindowIsOfTheKindThatItsProgramGivesIt_data()
     {
         QTest::addColumn<QByteArray>("type");
-        QTest::addColumn<WindowKind>("kind");
-        QTest::newRow("unsaid") << QByteArray() << WindowKind::normal;
-        QTest::newRow("normal") << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_NORMAL") << WindowKind::normal;
-        QTest::newRow("dialog") << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_DIALOG") << WindowKind::dialog;
-        QTest::newRow("utility") << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_UTILITY") << WindowKind::utility;
-        QTest::newRow("other") << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_SPLASH") << WindowKind::other;
+        QTest::addColumn<std::optional<WindowKind>>("kind");
+        QTest::newRow("unsaid") << QByteArray() << std::optional(WindowKind::normal);
+        QTest::newRow("normal") << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_NORMAL") << std::optional(WindowKind::normal);
+        QTest::newRow("dialog") << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_DIALOG") << std::optional(WindowKind::dialog);
+        QTest::newRow("utility") << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_UTILITY")
+                                 << std::optional(WindowKind::utility);
+        QTest::newRow("other") << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_SPLASH") << std::optional(WindowKind::other);
     }
 
     void aWindowIsOfTheKindThatItsProgramGivesIt()
