@@ -48,10 +48,16 @@ struct Stage : DockFixture {
     }
     void rightClick(const QPoint &place)
     {
-        QTest::mousePress(view->viewport(), Qt::RightButton, {}, place);
+        // QTest's own would take it for a mistake that the scene has no use for the press.
+        sendRightButton(QEvent::MouseButtonPress, place, Qt::RightButton);
         QContextMenuEvent event(QContextMenuEvent::Mouse, place, view->viewport()->mapToGlobal(place));
         QCoreApplication::sendEvent(view->viewport(), &event);
-        QTest::mouseRelease(view->viewport(), Qt::RightButton, {}, place);
+        sendRightButton(QEvent::MouseButtonRelease, place, Qt::NoButton);
+    }
+    void sendRightButton(QEvent::Type type, const QPoint &place, Qt::MouseButtons held)
+    {
+        QMouseEvent event(type, place, view->viewport()->mapToGlobal(place), Qt::RightButton, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(view->viewport(), &event);
     }
     void send(QEvent::Type type)
     {
