@@ -312,6 +312,8 @@ private Q_SLOTS:
     void theBarShowsTheWeather()
     {
         Program program(plan(RunMode::normal));
+        // The nudge would be wider than both widgets.
+        program.platform.preferences.setDock(QStringLiteral("bottom"), true);
         launch(program);
         showWidgets(program, {WidgetKind::weather, WidgetKind::forecast, WidgetKind::music});
         QCOMPARE(hostingView(program).bar().row(), (QList<WidgetKind>{WidgetKind::weather, WidgetKind::forecast}));

@@ -32,8 +32,10 @@ public:
 protected:
     void drag(const QPointF &place) override
     {
-        if (onDrag)
-            onDrag(place);
+        // It may destroy the item, and itself with it.
+        const auto act = onDrag;
+        if (act)
+            act(place);
     }
     [[nodiscard]] bool takesDrop(const QStringList &formats) const override
     {
@@ -41,9 +43,10 @@ protected:
     }
     bool drop(const QMimeData &) override
     {
-        if (onDrop)
-            onDrop();
-        return bool(onDrop);
+        const auto act = onDrop;
+        if (act)
+            act();
+        return bool(act);
     }
 };
 
