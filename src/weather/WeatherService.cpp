@@ -122,8 +122,9 @@ QCoro::Task<WeatherService::Place> WeatherService::locate(Session session, Setti
     const Place chosen{LocationSource::manual, settings.location};
     if (!settings.useCurrentLocation)
         co_return chosen;
-    const auto fix =
-        co_await m_context.location.currentLocation(locationTimeout, [session] { return !session->isCancelled(); });
+    // In a statement of its own: a closure made within the wait is destroyed twice by GCC 12.
+    auto asking = m_context.location.currentLocation(locationTimeout, [session] { return !session->isCancelled(); });
+    const auto fix = co_await std::move(asking);
     if (session->isCancelled())
         co_return chosen;
     if (fix)
