@@ -57,8 +57,10 @@ void BarPopup::setFrame(const QRectF &frame)
 void BarPopup::orderFront()
 {
     native().orderFront();
-    if (wantsKeyboard())
-        m_native->takeKeyboard();
+    if (!wantsKeyboard())
+        return;
+    setFocus();
+    native().takeKeyboard();
 }
 
 void BarPopup::orderOut()

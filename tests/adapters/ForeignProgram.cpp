@@ -40,7 +40,7 @@ xcb_window_t ForeignProgram::create(const WindowPlan &plan) const
 {
     const xcb_window_t window = xcb_generate_id(m_connection.get());
     const std::array<std::uint32_t, 3> attributes{
-        m_screen->white_pixel, plan.bypassesManager ? 1U : 0U, XCB_EVENT_MASK_BUTTON_PRESS};
+        m_screen->white_pixel, plan.bypassesManager ? 1U : 0U, XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_KEY_PRESS};
     xcb_create_window(m_connection.get(), XCB_COPY_FROM_PARENT, window, root(),
         static_cast<std::int16_t>(plan.frame.x()), static_cast<std::int16_t>(plan.frame.y()),
         static_cast<std::uint16_t>(plan.frame.width()), static_cast<std::uint16_t>(plan.frame.height()), 0,
@@ -212,6 +212,12 @@ xcb_window_t ForeignProgram::focus() const
     return reply->focus;
 }
 
+void ForeignProgram::focus(xcb_window_t window) const
+{
+    xcb_set_input_focus(m_connection.get(), XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
+    flush();
+}
+
 xcb_window_t ForeignProgram::frameOf(xcb_window_t window) const
 {
     for (;;) {
@@ -274,12 +280,26 @@ void ForeignProgram::click(const QPoint &position) const
     setButton(1, false);
 }
 
-qsizetype ForeignProgram::clicks(xcb_window_t window)
+void ForeignProgram::setKey(std::uint8_t key, bool isPressed) const
+{
+    xcb_test_fake_input(m_connection.get(), isPressed ? XCB_KEY_PRESS : XCB_KEY_RELEASE, key, XCB_CURRENT_TIME,
+        XCB_WINDOW_NONE, 0, 0, 0);
+    flush();
+}
+
+void ForeignProgram::readEvents()
 {
     while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
         if (event->response_type == XCB_BUTTON_PRESS)
             m_clicked.append(reinterpret_cast<const xcb_button_press_event_t &>(*event).event);
+        else if (event->response_type == XCB_KEY_PRESS)
+            m_typed.append(reinterpret_cast<const xcb_key_press_event_t &>(*event).event);
     }
+}
+
+qsizetype ForeignProgram::clicks(xcb_window_t window)
+{
+    readEvents();
     return m_clicked.count(window);
 }
 
@@ -287,6 +307,20 @@ void ForeignProgram::ownSelection(const QByteArray &selection, xcb_window_t wind
 {
     xcb_set_selection_owner(m_connection.get(), window, atom(selection), XCB_CURRENT_TIME);
     flush();
+}
+
+qsizetype ForeignProgram::keys(xcb_window_t window)
+{
+    readEvents();
+    return m_typed.count(window);
+}
+
+void ForeignProgram::grabKeyboard() const
+{
+    const XReply<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(m_connection.get(),
+        xcb_grab_keyboard(
+            m_connection.get(), false, root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+        nullptr));
 }
 
 void ForeignProgram::setCompositing(bool isCompositing) const

@@ -65,6 +65,8 @@ public:
     [[nodiscard]] bool isManaged(xcb_window_t window) const;
     [[nodiscard]] xcb_window_t activeWindow() const;
     [[nodiscard]] xcb_window_t focus() const;
+    /// Without asking any window manager.
+    void focus(xcb_window_t window) const;
     /// The child of the root window that holds `window`.
     [[nodiscard]] xcb_window_t frameOf(xcb_window_t window) const;
     [[nodiscard]] QRect geometry(xcb_window_t window) const;
@@ -72,12 +74,18 @@ public:
     [[nodiscard]] bool isAbove(xcb_window_t upper, xcb_window_t lower) const;
     [[nodiscard]] QRect shape(xcb_window_t window, std::uint8_t kind) const;
 
-    // Mouse
+    // Mouse and keyboard
     void movePointer(const QPoint &position) const;
     void setButton(std::uint8_t button, bool isPressed) const;
     void click(const QPoint &position) const;
     /// How often a button was pressed over the window so far.
     [[nodiscard]] qsizetype clicks(xcb_window_t window);
+    /// `key` as the server numbers them.
+    void setKey(std::uint8_t key, bool isPressed) const;
+    /// How many keys the window was told of so far.
+    [[nodiscard]] qsizetype keys(xcb_window_t window);
+    /// Until this program ends.
+    void grabKeyboard() const;
 
     void ownSelection(const QByteArray &selection, xcb_window_t window) const;
     /// Acts as a compositor, or ceases to.
@@ -87,6 +95,7 @@ private:
     void send(xcb_window_t window, const QByteArray &type, std::initializer_list<std::uint32_t> data) const;
     void writePlan(xcb_window_t window, const WindowPlan &plan) const;
     void flush() const;
+    void readEvents();
 
     struct Disconnecter {
         void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
@@ -94,6 +103,7 @@ private:
     std::unique_ptr<xcb_connection_t, Disconnecter> m_connection;
     const xcb_screen_t *m_screen;
     QList<xcb_window_t> m_clicked;
+    QList<xcb_window_t> m_typed;
 };
 
 } // namespace moorline::test

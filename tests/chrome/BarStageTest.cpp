@@ -90,6 +90,13 @@ private Q_SLOTS:
         QCOMPARE(fixture.windows.keyboardOwner, fixture.open());
     }
 
+    void theKeyboardIsTheContents()
+    {
+        StageFixture fixture;
+        const TestContent &content = fixture.openPopover(*fixture.icon, true);
+        QCOMPARE(fixture.open()->focusWidget(), &content);
+    }
+
     void escapeCloses()
     {
         StageFixture fixture;

@@ -68,7 +68,7 @@ def bar_with_menu():
         bar = started_bar(surroundings)
         column, row = bar.pill_center()
         bar.open_menu(column - MENU_OFFSET * SCALE, row - 20 * SCALE)
-        return still_picture(surroundings.screen, 200)
+        return still_picture(surroundings.screen, 224)
 
 
 def main(folder):

@@ -6,9 +6,41 @@ import time
 import pytest
 
 from harness.bar import Bar, binary, settings_path
-from harness.waiting import wait_until
+from harness.desktop import WALLPAPER
+from harness.pill import is_pill
+from harness.screen import RIGHT_BUTTON
+from harness.waiting import settled, wait_until
 
 KEYS = 26
+# The fill of the pill without its transparency.
+OPAQUE_FILL = (0x14, 0x14, 0x16)
+GAP = 6
+
+
+def corners(frame):
+    """The outermost pixels of a window."""
+    right, bottom = frame.right - 1, frame.bottom - 1
+    return [(frame.x, frame.y), (right, frame.y), (frame.x, bottom), (right, bottom)]
+
+
+@pytest.fixture
+def terminal(desktop, screen):
+    """A terminal with the keyboard; answers what was typed into it so far."""
+    typed = desktop.directory / "typed"
+    desktop.start("terminal", "xterm", "-geometry", "60x10+100+100", "-e", f"stty -icanon; echo >{typed}; cat >>{typed}")
+    wait_until(typed.exists, what="the terminal is ready")
+    window = wait_until(lambda: next(screen.mapped_windows_of_class("xterm"), None), what="the terminal is mapped")
+    screen.ask_window_manager(window, "_NET_ACTIVE_WINDOW", [2, 0, 0])
+
+    def text():
+        return typed.read_text().strip()
+
+    def reaches(letter):
+        screen.type_key(letter)
+        wait_until(lambda: text().endswith(letter), what=f"the letter {letter} reaches the terminal")
+
+    wait_until(lambda: (screen.type_key("a"), time.sleep(0.1), text().endswith("a"))[-1], what="the terminal is typed into")
+    return reaches
 
 
 def mode_on_disk(bar):
@@ -29,6 +61,72 @@ def test_menu_opens_inside_the_screen(screen, start_bar):
     frame = bar.open_menu()
     assert frame.x >= 0 and frame.y >= 0
     assert frame.right <= screen.size[0] and frame.bottom <= screen.size[1]
+
+
+@pytest.mark.parametrize("scale", [1, 2])
+def test_menu_stands_clear_of_the_pill(screen, start_bar, scale):
+    bar = start_bar(scale)
+    _, pill_top, _, _ = bar.pill_edges()
+    x, y = bar.pill_center()
+    frame = bar.open_menu(x - 40 * scale, y)
+    assert frame.bottom == pill_top - GAP * scale
+    assert abs(frame.center_x - (x - 40 * scale)) <= scale
+
+
+def test_menu_has_round_corners_where_a_compositor_runs(screen, start_bar):
+    frame = start_bar().open_menu()
+    settled(lambda: screen.picture(frame).tobytes())
+    for corner in corners(frame):
+        assert screen.pixel(*corner) == WALLPAPER
+    assert is_pill(screen.pixel(frame.x + 3, frame.center_y))
+
+
+@pytest.mark.display(compositor=False)
+def test_menu_is_square_and_opaque_where_none_runs(screen, start_bar):
+    frame = start_bar(visible=False).open_menu()
+    settled(lambda: screen.picture(frame).tobytes())
+    outline = {screen.pixel(*corner) for corner in corners(frame)}
+    # White at a tenth over the fill, and nothing of what lies behind; a corner may carry the line twice.
+    assert len(outline) == 1 and all(OPAQUE_FILL[0] < part < 0x50 for part in outline.pop())
+    assert screen.pixel(frame.x + 3, frame.center_y) == OPAQUE_FILL
+
+
+def test_menu_opens_again_where_the_right_button_is_pressed_next(screen, start_bar):
+    bar = start_bar()
+    x, y = bar.pill_center()
+    first = bar.open_menu(x - 40, y)
+    screen.click(x + 40, y, RIGHT_BUTTON)
+    moved = wait_until(
+        lambda: next((screen.frame(popup) for popup in bar.popups() if screen.frame(popup) != first), None),
+        what="the menu opens at the other place",
+    )
+    assert moved.x == first.x + 80
+
+
+def test_menu_is_walked_through_by_the_keyboard(screen, start_bar):
+    bar = start_bar(visibilityMode="always")
+    bar.open_menu()
+    # The settings have no window yet: the first item that can be chosen is the mode that is set.
+    for key in ("Down", "Down", "Return"):
+        screen.type_key(key)
+    wait_until(lambda: mode_on_disk(bar) == "auto", what="the mode is written")
+    wait_until(lambda: not bar.popups(), what="the menu closes")
+
+
+@pytest.mark.parametrize("closing", ["Escape", "click", "choice"])
+def test_a_letter_typed_after_the_menu_reaches_the_terminal(screen, start_bar, terminal, closing):
+    bar = start_bar(visibilityMode="always")
+    bar.open_menu()
+    if closing == "Escape":
+        screen.type_key("Escape")
+    elif closing == "click":
+        # On the terminal: where a click on the desktop leads the keyboard is the window manager's affair.
+        screen.click(200, 160)
+    else:
+        screen.type_key("Down")
+        screen.type_key("Return")
+    wait_until(lambda: not bar.popups(), what="the menu closes")
+    terminal("z")
 
 
 def test_menu_closes_on_a_click_elsewhere(screen, start_bar):

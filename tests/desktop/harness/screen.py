@@ -1,7 +1,7 @@
 """One connection to the X server: what is on the screen, and a hand on the pointer."""
 
 from PIL import Image
-from Xlib import X, display, error
+from Xlib import X, XK, display, error
 from Xlib.ext import shape, xtest
 from Xlib.protocol import event
 
@@ -170,7 +170,7 @@ class Screen:
         self.display.sync()
         self._retained.append(pixmap)
 
-    # Pointer
+    # Pointer and keyboard
 
     def move_pointer(self, x, y):
         xtest.fake_input(self.display, X.MotionNotify, x=int(x), y=int(y))
@@ -193,3 +193,10 @@ class Screen:
         self.move_pointer(x, y)
         self.press(button)
         self.release(button)
+
+    def type_key(self, name):
+        """Presses and releases a key by the name of its symbol: "x", "Escape", "Down"."""
+        code = self.display.keysym_to_keycode(XK.string_to_keysym(name))
+        xtest.fake_input(self.display, X.KeyPress, code)
+        xtest.fake_input(self.display, X.KeyRelease, code)
+        self.display.sync()

@@ -16,6 +16,7 @@ XReply<xcb_get_input_focus_reply_t> currentFocus(xcb_connection_t *connection)
 
 FocusLoan::FocusLoan(XConnection &connection, xcb_window_t borrower)
     : m_connection(connection)
+    , m_borrower(borrower)
     , m_takenAt(connection.serverTime())
 {
     if (const auto focus = currentFocus(connection.native())) {
@@ -28,11 +29,14 @@ FocusLoan::FocusLoan(XConnection &connection, xcb_window_t borrower)
 
 FocusLoan::~FocusLoan()
 {
-    // With the time at which it was taken, the server itself refuses this when somebody took the focus since: the click
-    // that closes a menu may give it to another window at the same moment.
+    const auto current = currentFocus(m_connection.native());
+    if (!current || current->focus != m_borrower)
+        return;
+    // With the time at which it was taken, the server itself refuses this when somebody takes the focus just now: the
+    // click that closes a menu may give it to another window at the same moment.
     xcb_set_input_focus(m_connection.native(), m_revertTo, m_owner, m_takenAt);
     // What this program asks for by way of Qt has to come after it.
-    const auto focus = currentFocus(m_connection.native());
+    const auto done = currentFocus(m_connection.native());
 }
 
 } // namespace moorline

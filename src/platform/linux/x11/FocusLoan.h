@@ -19,6 +19,7 @@ public:
 
 private:
     XConnection &m_connection;
+    xcb_window_t m_borrower;
     /// A window, or one of the two words for none and for whichever is below the pointer.
     xcb_window_t m_owner = XCB_INPUT_FOCUS_POINTER_ROOT;
     std::uint8_t m_revertTo = XCB_INPUT_FOCUS_POINTER_ROOT;

@@ -1,5 +1,6 @@
 #include "platform/linux/x11/X11PopupWindows.h"
 
+#include "platform/linux/x11/QtConnection.h"
 #include "platform/linux/x11/X11Pointer.h"
 #include "platform/linux/x11/X11PopupWindow.h"
 #include "platform/linux/x11/XConnection.h"
@@ -52,6 +53,8 @@ public:
     {
         if (m_window)
             m_window->setKeyboardGrabEnabled(false);
+        // Qt would send it with whatever it asks for next.
+        waitForQt();
     }
 
 private:

@@ -133,7 +133,9 @@ void XConnection::setReportsPresses(bool reports)
     } const selection{
         {XCB_INPUT_DEVICE_ALL_MASTER, 1}, reports ? std::uint32_t{XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS} : 0U};
     xcb_input_xi_select_events(m_native.get(), root(), 1, &selection.head);
-    xcb_flush(m_native.get());
+    // What is pressed once this returns is reported.
+    const XReply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(m_native.get(), xcb_get_input_focus(m_native.get()), nullptr));
 }
 
 xcb_atom_t XConnection::atom(const QByteArray &name) const

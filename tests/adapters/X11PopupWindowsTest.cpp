@@ -1,0 +1,301 @@
+#include "platform/linux/x11/X11PopupWindows.h"
+#include "X11TestCase.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QSignalSpy>
+#include <QWidget>
+#include <xcb/shape.h>
+
+namespace {
+
+using moorline::PopupKind;
+using moorline::PopupWindow;
+using moorline::PopupWindows;
+using moorline::X11PopupWindows;
+
+constexpr std::uint8_t escapeKey = 9;
+
+class InputCounter final : public QWidget {
+public:
+    int clicks = 0;
+    QList<int> keys;
+
+private:
+    void mousePressEvent(QMouseEvent *) override { ++clicks; }
+    void keyPressEvent(QKeyEvent *event) override { keys.append(event->key()); }
+};
+
+/// The popup of these tests is 300 by 150 points on a screen of 1440 by 900. Run under each window manager, and without
+/// one, where a program gives the focus to itself.
+class X11PopupWindowsTest final : public moorline::test::X11TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        X11TestCase::init();
+        foreign->setCompositing(true);
+        windows = std::make_unique<X11PopupWindows>(*connection);
+        widget = std::make_unique<InputCounter>();
+        popup = windows->adopt(*widget, PopupKind::popover);
+        popup->setFrame(frame);
+        QTRY_VERIFY(windows->isComposited());
+    }
+
+    void cleanup()
+    {
+        popup.reset();
+        widget.reset();
+        windows.reset();
+        X11TestCase::cleanup();
+    }
+
+    void theFrameCountsFromTheBottomLeft()
+    {
+        show();
+        QTRY_COMPARE(foreign->geometry(window()), QRect(100, 550, 300, 150));
+        popup->setFrame({110, 220, 200, 100});
+        QTRY_COMPARE(foreign->geometry(window()), QRect(110, 580, 200, 100));
+    }
+
+    void theWindowSaysWhatItIs_data()
+    {
+        QTest::addColumn<PopupKind>("kind");
+        QTest::addColumn<QByteArray>("type");
+        QTest::newRow("menu") << PopupKind::menu << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_POPUP_MENU");
+        QTest::newRow("popover") << PopupKind::popover << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_POPUP_MENU");
+        QTest::newRow("help tag") << PopupKind::helpTag << QByteArrayLiteral("_NET_WM_WINDOW_TYPE_TOOLTIP");
+    }
+
+    void theWindowSaysWhatItIs()
+    {
+        QFETCH(PopupKind, kind);
+        QFETCH(QByteArray, type);
+        renew(kind);
+        show();
+        QCOMPARE(foreign->atomNames(window(), "_NET_WM_WINDOW_TYPE"), QList<QByteArray>{type});
+        QCOMPARE(foreign->bytes(window(), "WM_CLASS"), QByteArrayLiteral("moorline\0Moorline\0"));
+        QVERIFY(!foreign->values(foreign->root(), "_NET_CLIENT_LIST").contains(window()));
+    }
+
+    void showingLeavesTheFocusWhereItIs()
+    {
+        const xcb_window_t other = showFocused();
+        show();
+        QCOMPARE(foreign->focus(), other);
+        QVERIFY(!widget->isActiveWindow());
+    }
+
+    void theFocusComesBackToTheWindowItWasTakenFrom()
+    {
+        const xcb_window_t other = showFocused();
+        show();
+        popup->takeKeyboard();
+        QTRY_COMPARE(foreign->focus(), window());
+        QTRY_VERIFY(widget->isActiveWindow());
+        typeEscape();
+        QTRY_COMPARE(widget->keys, QList<int>{Qt::Key_Escape});
+        popup->orderOut();
+        QTRY_COMPARE(foreign->focus(), other);
+        typeEscape();
+        QTRY_COMPARE(foreign->keys(other), 1);
+        QCOMPARE(widget->keys.size(), 1);
+        if (foreign->hasWindowManager())
+            QTRY_COMPARE(foreign->activeWindow(), other);
+    }
+
+    void theFocusComesBackEachTime()
+    {
+        const xcb_window_t other = showFocused();
+        for (int round = 0; round < 5; ++round) {
+            renew(PopupKind::menu);
+            show();
+            popup->takeKeyboard();
+            QTRY_VERIFY(widget->isActiveWindow());
+            popup->orderOut();
+            QTRY_COMPARE(foreign->focus(), other);
+        }
+    }
+
+    void whoeverTookTheFocusMeanwhileKeepsIt()
+    {
+        const xcb_window_t first = showFocused();
+        show();
+        popup->takeKeyboard();
+        QTRY_COMPARE(foreign->focus(), window());
+        const xcb_window_t second = foreign->show({.frame = {700, 200, 300, 200}, .bypassesManager = true});
+        foreign->focus(second);
+        QTRY_COMPARE(foreign->focus(), second);
+        popup->orderOut();
+        QTRY_VERIFY(!foreign->isViewable(window()));
+        QCOMPARE(foreign->focus(), second);
+        QVERIFY(foreign->focus() != first);
+    }
+
+    void aWindowThatIsGoneDoesNoHarm()
+    {
+        const xcb_window_t other = showFocused();
+        show();
+        popup->takeKeyboard();
+        QTRY_COMPARE(foreign->focus(), window());
+        foreign->destroy(other);
+        popup->orderOut();
+        QTRY_VERIFY(!foreign->isViewable(window()));
+        QVERIFY(foreign->focus() != window());
+    }
+
+    void aPressOverAnotherProgramIsToldAndReachesIt()
+    {
+        const xcb_window_t below = showFocused();
+        QList<QPointF> places;
+        const auto watch = windows->watchPresses([&places](const QPointF &place) { places.append(place); });
+        foreign->click({350, 300});
+        QTRY_COMPARE(places, QList<QPointF>{QPointF(350, 600)});
+        QTRY_COMPARE(foreign->clicks(below), 1);
+    }
+
+    void aPressOnTheWindowItselfIsToldToo()
+    {
+        show();
+        QList<QPointF> places;
+        const auto watch = windows->watchPresses([&places](const QPointF &place) { places.append(place); });
+        foreign->click({150, 600});
+        QTRY_COMPARE(places, QList<QPointF>{QPointF(150, 300)});
+        QTRY_COMPARE(widget->clicks, 1);
+    }
+
+    void theWheelIsNoPress()
+    {
+        QList<QPointF> places;
+        const auto watch = windows->watchPresses([&places](const QPointF &place) { places.append(place); });
+        foreign->movePointer({700, 300});
+        for (const std::uint8_t button : {4, 5, 3}) {
+            foreign->setButton(button, true);
+            foreign->setButton(button, false);
+        }
+        QTRY_COMPARE(places.size(), 1);
+    }
+
+    void aWatchThatIsGoneIsToldNothing()
+    {
+        int told = 0;
+        auto watch = windows->watchPresses([&told](const QPointF &) { ++told; });
+        foreign->click({700, 300});
+        QTRY_COMPARE(told, 1);
+        watch.reset();
+        int later = 0;
+        foreign->click({700, 300});
+        const auto next = windows->watchPresses([&later](const QPointF &) { ++later; });
+        foreign->click({710, 300});
+        QTRY_COMPARE(later, 1);
+        QCOMPARE(told, 1);
+    }
+
+    void aWatchMayGoWhileItIsTold()
+    {
+        std::unique_ptr<PopupWindows::Handle> watch;
+        bool isTold = false;
+        watch = windows->watchPresses([&](const QPointF &) {
+            watch.reset();
+            isTold = true;
+        });
+        foreign->click({700, 300});
+        QTRY_VERIFY(isTold);
+    }
+
+    void compositionIsAFactThatChanges()
+    {
+        const QSignalSpy changes(windows.get(), &PopupWindows::compositionChanged);
+        foreign->setCompositing(false);
+        QTRY_VERIFY(!windows->isComposited());
+        foreign->setCompositing(true);
+        QTRY_VERIFY(windows->isComposited());
+        QCOMPARE(changes.size(), 2);
+    }
+
+    void aHelpTagLetsThePointerThrough()
+    {
+        renew(PopupKind::helpTag);
+        popup->setFrame({350, 600, 100, 100});
+        const xcb_window_t below = showFocused();
+        show();
+        foreign->click({400, 250});
+        QTRY_COMPARE(foreign->clicks(below), 1);
+        QCOMPARE(widget->clicks, 0);
+    }
+
+    void aWindowThatIsShownAgainIsOnTop()
+    {
+        show();
+        popup->orderOut();
+        const xcb_window_t later = foreign->show({.frame = {0, 0, 1440, 900}, .bypassesManager = true});
+        show();
+        QTRY_VERIFY(foreign->isAbove(window(), later));
+    }
+
+    void aGrabLeadsTheKeysHere()
+    {
+        const xcb_window_t other = showFocused();
+        show();
+        auto grab = windows->grabKeyboard(*widget);
+        QVERIFY(grab);
+        typeEscape();
+        QTRY_COMPARE(widget->keys, QList<int>{Qt::Key_Escape});
+        grab.reset();
+        QTRY_COMPARE(foreign->focus(), other);
+        typeEscape();
+        QTRY_COMPARE(foreign->keys(other), 1);
+        QCOMPARE(widget->keys.size(), 1);
+    }
+
+    void aKeyboardThatIsHeldElsewhereIsNotGrabbed()
+    {
+        show();
+        foreign->grabKeyboard();
+        QVERIFY(!windows->grabKeyboard(*widget));
+    }
+
+private:
+    void renew(PopupKind kind)
+    {
+        popup.reset();
+        widget = std::make_unique<InputCounter>();
+        popup = windows->adopt(*widget, kind);
+        popup->setFrame(frame);
+    }
+
+    void show()
+    {
+        popup->orderFront();
+        QVERIFY(QTest::qWaitFor([this] { return foreign->isViewable(window()); }));
+    }
+
+    [[nodiscard]] xcb_window_t showFocused()
+    {
+        if (foreign->hasWindowManager())
+            return showActive({.frame = {300, 200, 300, 200}});
+        const xcb_window_t other = foreign->show({.frame = {300, 200, 300, 200}});
+        foreign->focus(other);
+        return other;
+    }
+
+    void typeEscape() const
+    {
+        foreign->setKey(escapeKey, true);
+        foreign->setKey(escapeKey, false);
+    }
+
+    xcb_window_t window() const { return static_cast<xcb_window_t>(widget->winId()); }
+
+    const QRectF frame{100, 200, 300, 150};
+    std::unique_ptr<X11PopupWindows> windows;
+    std::unique_ptr<InputCounter> widget;
+    std::unique_ptr<PopupWindow> popup;
+};
+
+MOORLINE_TEST(X11PopupWindowsTest);
+
+} // namespace
+
+#include "X11PopupWindowsTest.moc"
