@@ -170,7 +170,7 @@ private Q_SLOTS:
         QList<QPointF> places;
         const auto watch = windows->watchPresses([&places](const QPointF &place) { places.append(place); });
         foreign->movePointer({700, 300});
-        for (const std::uint8_t button : {4, 5, 3}) {
+        for (const auto button : {std::uint8_t(4), std::uint8_t(5), std::uint8_t(3)}) {
             foreign->setButton(button, true);
             foreign->setButton(button, false);
         }

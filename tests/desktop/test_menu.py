@@ -189,7 +189,22 @@ def test_killed_in_a_storm_of_changes_it_leaves_a_readable_file(desktop, screen,
 
 
 @pytest.mark.only_openbox
-@pytest.mark.parametrize("wreck", [b"", b"{", b"[]", b"\xff\xfe\x00", b'{"bottomGap": "wide", "enabledWidgets": 3}'])
+@pytest.mark.parametrize("wreck", [b"", b"{", b"[]", b"\xff\xfe\x00"])
+def test_an_unreadable_file_is_kept_beside_the_first_that_is_written(desktop, wreck):
+    path = settings_path(desktop)
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_bytes(wreck)
+    bar = Bar(desktop)
+    assert bar.is_shown()
+    assert path.read_bytes() == wreck
+    bar.choose_mode(automatic=True)
+    wait_until(lambda: path.read_bytes() != wreck and bar.settings()["visibilityMode"] == "auto", what="it is written")
+    assert len(bar.settings()) == KEYS
+    assert (path.parent / "settings.json.damaged").read_bytes() == wreck
+
+
+@pytest.mark.only_openbox
+@pytest.mark.parametrize("wreck", [b'{"bottomGap": "wide", "enabledWidgets": 3}'])
 def test_unreadable_settings_start_the_bar_with_its_defaults(desktop, wreck):
     path = settings_path(desktop)
     path.parent.mkdir(parents=True, exist_ok=True)

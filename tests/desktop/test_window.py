@@ -1,9 +1,8 @@
 """What the panel's window says of itself, and where it stands among the others."""
 
-import pytest
 from Xlib import X
 
-from harness.screen import LEFT_BUTTON, RIGHT_BUTTON
+from harness.screen import LEFT_BUTTON
 from harness.waiting import assert_holds, settled, wait_until
 
 STANDING_STATES = {
@@ -49,18 +48,27 @@ def test_showing_the_panel_takes_no_focus(screen, start_bar, open_client):
     assert not client.events(X.FocusOut)
 
 
-@pytest.mark.parametrize("button", [LEFT_BUTTON, RIGHT_BUTTON])
-def test_a_click_on_the_bar_leaves_the_focused_window_focused(screen, start_bar, open_client, button):
+def test_a_click_on_the_bar_leaves_the_focused_window_focused(screen, start_bar, open_client):
     client = open_client()
     bar = start_bar()
     client.forget()
     active = screen.active_window()
-    screen.click(*bar.pill_center(), button)
-    if button == RIGHT_BUTTON:
-        wait_until(bar.popups, what="the menu opens")
+    screen.click(*bar.pill_center(), LEFT_BUTTON)
     assert_holds(lambda: screen.active_window() == active, 0.4, "the active window changed")
     assert not client.presses()
     assert client.is_focused()
+
+
+def test_the_menu_gives_the_focus_back_to_the_window_that_had_it(screen, start_bar, open_client):
+    client = open_client()
+    bar = start_bar()
+    client.forget()
+    active = screen.active_window()
+    bar.open_menu()
+    screen.click(300, 120, LEFT_BUTTON)
+    wait_until(lambda: not bar.popups(), what="the menu closes")
+    wait_until(lambda: screen.active_window() == active and client.is_focused(), what="the window has the focus again")
+    assert not client.presses()
 
 
 def test_a_click_on_the_transparent_margin_reaches_the_window_below(screen, start_bar, open_client):
