@@ -3,6 +3,7 @@
 #include "chrome/BarStage.h"
 #include "chrome/BarWidget.h"
 #include "chrome/HelpTag.h"
+#include "dock/BarAccessibility.h"
 #include "dock/DockBarView.h"
 
 #include <QContextMenuEvent>
@@ -23,6 +24,8 @@ DockHostingView::DockHostingView(std::unique_ptr<DockBarView> bar, QWidget *pare
     , m_bar(bar.get())
     , m_stage(m_bar->stage())
 {
+    // Before anything is told of this view: what was asked for once is kept.
+    makeBarAccessible();
     auto *scene = new QGraphicsScene(this);
     // The index only pays in scenes of thousands of items.
     scene->setItemIndexMethod(QGraphicsScene::NoIndex);

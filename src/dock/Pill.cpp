@@ -72,6 +72,8 @@ void Pill::takeIn(BarWidget &widget)
     widget.setIconSize(m_iconSize);
     widget.setParentItem(this);
     connect(&widget, &BarWidget::naturalSizeChanged, this, &Pill::layOut);
+    QAccessibleEvent created(&widget, QAccessible::ObjectCreated);
+    QAccessible::updateAccessibility(&created);
 }
 
 void Pill::letGo(BarWidget &widget)

@@ -37,6 +37,10 @@ public:
     /// What the window really has now, in the same coordinates.
     [[nodiscard]] virtual QRectF frame() const = 0;
 
+    /// Where a part of the panel lies on the desktop, in the coordinates and the unit that assistive technology counts
+    /// in here. `part` is in points, origin at the top left of the panel.
+    [[nodiscard]] virtual QRect accessibleRect(const QRectF &part) const = 0;
+
     /// Shows the panel above its level's other windows without activating the program.
     virtual void orderFrontRegardless() = 0;
 

@@ -1,5 +1,6 @@
 #include "time/CalendarWidget.h"
 
+#include "settings/Choices.h"
 #include "theme/Text.h"
 #include "theme/Theme.h"
 #include "time/TimeKeeper.h"
@@ -65,6 +66,8 @@ void CalendarWidget::refresh()
     m_weekday = weekday;
     m_day = day;
     setNaturalSize(naturalSize(m_weekday, m_day));
+    setDescription(
+        {.role = QAccessible::StaticText, .name = label(WidgetKind::calendar), .state = m_weekday + u' ' + m_day});
     update();
 }
 

@@ -1,5 +1,6 @@
 #include "time/ClockWidget.h"
 
+#include "settings/Choices.h"
 #include "settings/SettingsStore.h"
 #include "theme/Text.h"
 #include "theme/Theme.h"
@@ -87,6 +88,9 @@ void ClockWidget::refresh()
     m_time = time;
     m_date = date;
     setNaturalSize(naturalSize(m_time, m_date));
+    setDescription({.role = QAccessible::StaticText,
+        .name = label(WidgetKind::clock),
+        .state = m_time + QStringLiteral(", ") + m_date});
     update();
 }
 

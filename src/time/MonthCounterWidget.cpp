@@ -1,5 +1,6 @@
 #include "time/MonthCounterWidget.h"
 
+#include "settings/Choices.h"
 #include "theme/Shapes.h"
 #include "theme/Text.h"
 #include "theme/Theme.h"
@@ -105,6 +106,8 @@ void MonthCounterWidget::refresh()
     m_year = year;
     m_fillWidth = fill;
     setNaturalSize(naturalSize(m_percent, m_year));
+    setDescription(
+        {.role = QAccessible::StaticText, .name = label(WidgetKind::monthCounter), .state = m_percent + u' ' + m_year});
     update();
 }
 

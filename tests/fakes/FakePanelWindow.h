@@ -19,6 +19,11 @@ public:
         widget->resize(frame.size().toSize());
     }
     [[nodiscard]] QRectF frame() const override { return frames.isEmpty() ? QRectF() : frames.last(); }
+    /// Twice as large and beside the origin, so that it is no other coordinates.
+    [[nodiscard]] QRect accessibleRect(const QRectF &part) const override
+    {
+        return QRectF(100 + 2 * part.x(), 50 + 2 * part.y(), 2 * part.width(), 2 * part.height()).toRect();
+    }
     void orderFrontRegardless() override
     {
         ++timesOrderedFront;

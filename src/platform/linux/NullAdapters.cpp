@@ -75,6 +75,11 @@ QRectF NullPanelWindow::frame() const
     return m_frame;
 }
 
+QRect NullPanelWindow::accessibleRect(const QRectF &part) const
+{
+    return part.toAlignedRect();
+}
+
 void NullPanelWindow::orderFrontRegardless()
 {
     m_panel->show();

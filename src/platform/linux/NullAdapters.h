@@ -42,6 +42,7 @@ public:
     void setCollectionBehavior(unsigned behavior) override;
     void setFrame(const QRectF &frame) override;
     [[nodiscard]] QRectF frame() const override;
+    [[nodiscard]] QRect accessibleRect(const QRectF &part) const override;
     void orderFrontRegardless() override;
     void setInteractiveArea(const QPainterPath &area) override;
 

@@ -28,6 +28,8 @@ public:
     void setCollectionBehavior(unsigned behavior) override;
     void setFrame(const QRectF &frame) override;
     [[nodiscard]] QRectF frame() const override;
+    /// In the toolkit's coordinates, which it converts itself.
+    [[nodiscard]] QRect accessibleRect(const QRectF &part) const override;
     void orderFrontRegardless() override;
     void setInteractiveArea(const QPainterPath &area) override;
 

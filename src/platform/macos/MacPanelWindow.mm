@@ -67,6 +67,11 @@ QRectF MacPanelWindow::frame() const
     return toQRectF(m_panel.frame);
 }
 
+QRect MacPanelWindow::accessibleRect(const QRectF &part) const
+{
+    return part.translated(m_widget->mapToGlobal(QPointF(0, 0))).toAlignedRect();
+}
+
 void MacPanelWindow::orderFrontRegardless()
 {
     m_widget->show();

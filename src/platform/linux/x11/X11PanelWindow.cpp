@@ -87,6 +87,13 @@ QRectF X11PanelWindow::frame() const
     return m_panel ? X11Coordinates::current().frameFromQt(m_panel->geometry()) : QRectF();
 }
 
+QRect X11PanelWindow::accessibleRect(const QRectF &part) const
+{
+    const QRectF panel = frame();
+    const qreal bottom = panel.y() + panel.height() - part.bottom();
+    return X11Coordinates::current().nativeFromFrame({panel.x() + part.x(), bottom, part.width(), part.height()});
+}
+
 void X11PanelWindow::orderFrontRegardless()
 {
     m_isOrderedFront = true;

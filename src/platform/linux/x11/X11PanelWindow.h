@@ -26,6 +26,8 @@ public:
     void setCollectionBehavior(unsigned behavior) override;
     void setFrame(const QRectF &frame) override;
     [[nodiscard]] QRectF frame() const override;
+    /// In device pixels, as a screen reader's highlight is.
+    [[nodiscard]] QRect accessibleRect(const QRectF &part) const override;
     void orderFrontRegardless() override;
     void setInteractiveArea(const QPainterPath &area) override;
 
