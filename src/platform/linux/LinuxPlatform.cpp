@@ -42,6 +42,8 @@ constexpr auto qtPlatform = "QT_QPA_PLATFORM";
 
 /// What is asked of the system bus can wait until the bar is there.
 constexpr std::chrono::seconds systemBusDelay{1};
+/// Before anyone else's connection to the session bus can end the program.
+constexpr std::chrono::milliseconds sessionBusDelay{0};
 
 bool hasDisplay()
 {
@@ -84,6 +86,8 @@ struct Foundation {
     std::unique_ptr<X11Desktop> desktop;
     DesktopDocks docks;
     KeptBus systemBus;
+    /// Nobody asks it anything yet; whoever keeps it keeps the program from ending with it.
+    KeptBus sessionBus;
     SessionIconTheme iconTheme;
 };
 
@@ -101,8 +105,9 @@ std::shared_ptr<Foundation> layFoundation(Clock &clock)
     auto desktop = openDesktop();
     const DockWindows *windows = desktop ? &desktop->docks : nullptr;
     const DesktopSettingsClient *settings = desktop ? &desktop->settings : nullptr;
-    return std::shared_ptr<Foundation>(new Foundation{std::move(desktop), DesktopDocks(windows),
-        KeptBus(BusKind::system, clock, systemBusDelay), SessionIconTheme(settings)});
+    return std::shared_ptr<Foundation>(
+        new Foundation{std::move(desktop), DesktopDocks(windows), KeptBus(BusKind::system, clock, systemBusDelay),
+            KeptBus(BusKind::session, clock, sessionBusDelay), SessionIconTheme(settings)});
 }
 
 Port<Pointer> makePointer(const X11Desktop *desktop)
