@@ -154,8 +154,10 @@ void BarItem::runDrag(const QPointF &place)
     cancelPress();
     BarHolds *holds = effectiveHolds();
     const auto token = holds ? holds->take() : BarHolds::Token();
-    setState(m_isDragged, true, &BarItem::draggedChanged);
-    drag(place);
+    if (errand)
+        setState(m_isDragged, true, &BarItem::draggedChanged);
+    if (errand)
+        drag(place);
     // The drag swallowed the release, and where the pointer went.
     if (errand && scene() && scene()->mouseGrabberItem() == this)
         ungrabMouse();

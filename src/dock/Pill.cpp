@@ -54,16 +54,20 @@ Pill::Pill(QGraphicsItem *parent)
 
 void Pill::setRow(QList<Entry> row)
 {
-    const QList<Entry> before = std::exchange(m_row, row);
-    for (const Entry &entry : before) {
-        if (!standsIn(row, entry.widget))
-            letGo(*entry.widget);
+    {
+        // Until the dividers are as many as the row wants.
+        const QScopedValueRollback batch(m_isLayoutSuspended, true);
+        const QList<Entry> before = std::exchange(m_row, row);
+        for (const Entry &entry : before) {
+            if (!standsIn(row, entry.widget))
+                letGo(*entry.widget);
+        }
+        for (const Entry &entry : std::as_const(row)) {
+            if (!standsIn(before, entry.widget))
+                takeIn(*entry.widget);
+        }
+        separate();
     }
-    for (const Entry &entry : std::as_const(row)) {
-        if (!standsIn(before, entry.widget))
-            takeIn(*entry.widget);
-    }
-    separate();
     layOut();
 }
 
