@@ -297,9 +297,9 @@ private Q_SLOTS:
     void noiseIsSurvived()
     {
         QRandomGenerator random(20250304);
-        const QByteArray pieces("{}[]\",:\\0e+ \0\xff"
-                                "a",
-            18);
+        static constexpr char bytes[] = "{}[]\",:\\0e+ \0\xff"
+                                        "a";
+        const QByteArray pieces(bytes, sizeof bytes - 1);
         const QByteArray whole = encodeSettings(unusual());
         for (int round = 0; round < 5000; ++round) {
             QByteArray damaged = whole.left(random.bounded(int(whole.size()) + 1));

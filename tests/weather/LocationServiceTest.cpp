@@ -188,6 +188,8 @@ private Q_SLOTS:
         Answer next;
         [[maybe_unused]] const auto unwatchedNext = fixture.ask(next);
         QCOMPARE(fixture.geocoder.questions.size(), 1);
+        QVERIFY(fixture.geocoder.answer({munich}));
+        QVERIFY(next.location);
     }
 
     void aPositionThatNobodyWantsAnyMoreIsNotNamed()
