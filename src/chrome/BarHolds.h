@@ -6,7 +6,8 @@
 
 namespace moorline {
 
-/// Keeps the bar where it is while someone needs it there: while a menu or a popover is open, while something is dragged.
+/// Keeps the bar where it is while someone needs it there: while a menu or a popover is open, while something is
+/// dragged.
 class BarHolds final : public QObject {
     Q_OBJECT
 public:
