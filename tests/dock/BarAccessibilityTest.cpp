@@ -51,12 +51,43 @@ struct AccessibleBar : DockFixture {
     std::optional<DockWindowController> controller;
 };
 
+/// How many interfaces were asked for of the items of a bar, since it was last set to zero.
+int interfacesBuilt = 0;
+
+QAccessibleInterface *countInterface(const QString &, QObject *object)
+{
+    interfacesBuilt += qobject_cast<BarItem *>(object) ? 1 : 0;
+    return nullptr;
+}
+
+/// A run of the bar in which everything happens that a screen reader is told of.
+void changeEverything()
+{
+    AccessibleBar bar;
+    bar.described[WidgetKind::clock]->describe(QStringLiteral("13:05"), QString());
+    bar.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::weather, WidgetKind::clock}; });
+    QCoreApplication::processEvents();
+}
+
 } // namespace
 
 /// Asked as a screen reader's bridge asks.
 class BarAccessibilityTest final : public TestCase {
     Q_OBJECT
 private Q_SLOTS:
+    void nothingIsBuiltWhileNobodyAsks()
+    {
+        const AccessibleBar bar;
+        // The last factory is asked first, before the bar's own.
+        QAccessible::installFactory(countInterface);
+        interfacesBuilt = 0;
+        changeEverything();
+        QCOMPARE(interfacesBuilt, 0);
+        QVERIFY(bar.item(0));
+        QVERIFY(interfacesBuilt > 0);
+        QAccessible::removeFactory(countInterface);
+    }
+
     void theItemsStandBelowTheBarFromLeftToRight()
     {
         const AccessibleBar bar;
