@@ -48,7 +48,9 @@ protected Q_SLOTS:
         connection.reset();
         foreign.reset();
         const ForeignProgram observer;
-        QTRY_VERIFY(!observer.hasWindowManager() || observer.values(observer.root(), "_NET_CLIENT_LIST").isEmpty());
+        QVERIFY(QTest::qWaitFor([&] {
+            return !observer.hasWindowManager() || observer.values(observer.root(), "_NET_CLIENT_LIST").isEmpty();
+        }));
         TestCase::cleanup();
     }
 };
