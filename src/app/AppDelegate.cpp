@@ -39,8 +39,6 @@ AppDelegate::AppDelegate(Platform &platform, RunPlan plan, Outlets outlets)
 {
 }
 
-AppDelegate::~AppDelegate() = default;
-
 void AppDelegate::applicationDidFinishLaunching()
 {
     switch (m_plan.mode) {
@@ -77,10 +75,9 @@ void AppDelegate::runBar()
 {
     m_services.start();
     m_windowController.show();
-    m_statusItem =
-        std::make_unique<StatusItem>(m_services.store, *m_services.platform.statusBar, m_services.symbols, commands());
     // Once the panel is painted: asking a tray that hangs for its place would hold everything up.
-    m_statusTimer = m_services.platform.clock->after(std::chrono::milliseconds(0), [this] { m_statusItem->install(); });
+    m_statusTimer = m_services.platform.clock->after(std::chrono::milliseconds(0),
+        [this] { m_services.platform.statusBar->show(statusItem(m_services.store, commands())); });
     if (m_plan.snapshotPath)
         scheduleSnapshot();
 }

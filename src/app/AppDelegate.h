@@ -7,8 +7,6 @@
 
 namespace moorline {
 
-class StatusItem;
-
 /// Builds everything, owns it, and starts what the run is for.
 class AppDelegate final : public QObject {
     Q_OBJECT
@@ -23,15 +21,12 @@ public:
 
     /// `platform` outlives the delegate.
     AppDelegate(Platform &platform, RunPlan plan, Outlets outlets);
-    ~AppDelegate() override;
 
     /// Call once the event loop runs.
     void applicationDidFinishLaunching();
 
     [[nodiscard]] SettingsStore &store() { return m_services.store; }
     [[nodiscard]] const DockWindowController &windowController() const { return m_windowController; }
-    /// Null unless the bar runs.
-    [[nodiscard]] const StatusItem *statusItem() const { return m_statusItem.get(); }
 
 private:
     void runPreview();
@@ -45,7 +40,6 @@ private:
     Outlets m_outlets;
     Services m_services;
     DockWindowController m_windowController;
-    std::unique_ptr<StatusItem> m_statusItem;
     std::unique_ptr<Clock::Timer> m_statusTimer;
     /// Ends a run that makes one picture.
     std::unique_ptr<Clock::Timer> m_pictureTimer;

@@ -2,7 +2,7 @@
 
 #include "chrome/BarAnchor.h"
 #include "chrome/BarHolds.h"
-#include "chrome/Menu.h"
+#include "platform/Menu.h"
 #include "platform/PopupWindows.h"
 
 #include <QColor>

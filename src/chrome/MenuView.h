@@ -1,7 +1,7 @@
 #pragma once
 
 #include "chrome/BarPopup.h"
-#include "chrome/Menu.h"
+#include "platform/Menu.h"
 
 #include <QColor>
 

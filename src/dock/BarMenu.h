@@ -1,6 +1,6 @@
 #pragma once
 
-#include "chrome/Menu.h"
+#include "platform/Menu.h"
 
 namespace moorline {
 

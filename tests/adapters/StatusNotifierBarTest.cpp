@@ -33,7 +33,7 @@ private Q_SLOTS:
     void noticesATrayThatComesLate()
     {
         const StatusNotifierBar bar;
-        QSignalSpy available(&bar, &StatusBar::becameAvailable);
+        QSignalSpy available(&bar, &StatusNotifierBar::becameAvailable);
         QVERIFY(desktop().registerService(watcher));
         QTRY_COMPARE(available.size(), 1);
     }
@@ -41,7 +41,7 @@ private Q_SLOTS:
     void noticesATrayThatComesAgain()
     {
         const StatusNotifierBar bar;
-        QSignalSpy available(&bar, &StatusBar::becameAvailable);
+        QSignalSpy available(&bar, &StatusNotifierBar::becameAvailable);
         QVERIFY(desktop().registerService(watcher));
         QTRY_COMPARE(available.size(), 1);
         QVERIFY(desktop().unregisterService(watcher));
@@ -53,7 +53,7 @@ private Q_SLOTS:
     {
         QVERIFY(desktop().registerService(watcher));
         const StatusNotifierBar bar;
-        QSignalSpy available(&bar, &StatusBar::becameAvailable);
+        QSignalSpy available(&bar, &StatusNotifierBar::becameAvailable);
         const auto registered = QDBusMessage::createSignal(
             QStringLiteral("/StatusNotifierWatcher"), watcher, QStringLiteral("StatusNotifierHostRegistered"));
         // The bus may take a moment to pass on the first match.

@@ -2,7 +2,6 @@
 
 #include "app/BarWidgets.h"
 #include "app/Services.h"
-#include "app/StatusItem.h"
 #include "dock/DockBarView.h"
 #include "dock/DockHostingView.h"
 #include "dock/DockPanel.h"
@@ -47,17 +46,9 @@ struct Program {
     AppDelegate delegate;
 };
 
-/// The offscreen platform has no tray that could come later, and says so.
-void expectTrayWarning()
-{
-    QTest::ignoreMessage(
-        QtWarningMsg, "QObject::connect: No such signal QPlatformNativeInterface::systemTrayWindowChanged(QScreen*)");
-}
-
 /// As far as a program gets before any time has passed.
 void launch(Program &program)
 {
-    expectTrayWarning();
     program.delegate.applicationDidFinishLaunching();
     program.platform.clock.advance(0ms);
 }
@@ -114,10 +105,9 @@ private Q_SLOTS:
     void aNormalRunShowsThePanelAndTheStatusItem()
     {
         Program program(plan(RunMode::normal));
-        expectTrayWarning();
-        program.delegate.applicationDidFinishLaunching();
+        launch(program);
         QVERIFY(program.delegate.windowController().panel());
-        QVERIFY(program.delegate.statusItem());
+        QVERIFY(program.platform.statusBar.item);
         program.platform.clock.advance(60s);
         QCOMPARE(program.terminations, 0);
         QCOMPARE(program.imports, 0);
@@ -218,7 +208,7 @@ private Q_SLOTS:
             (QStringList{QStringLiteral("skipped (not found): Gone"), QStringLiteral("total pinned apps now: 1")}));
         QCOMPARE(program.terminations, 1);
         QVERIFY(!program.delegate.windowController().panel());
-        QVERIFY(!program.delegate.statusItem());
+        QVERIFY(!program.platform.statusBar.item);
         QCOMPARE(program.platform.clock.runningTimers(), 0);
     }
 
@@ -237,7 +227,7 @@ private Q_SLOTS:
         QCOMPARE(program.terminations, 1);
         QCOMPARE(QImage(*preview.previewPath).size(), QSize(3200, 276));
         QVERIFY(!program.delegate.windowController().panel());
-        QVERIFY(!program.delegate.statusItem());
+        QVERIFY(!program.platform.statusBar.item);
         QCOMPARE(program.imports, 0);
     }
 
@@ -258,7 +248,6 @@ private Q_SLOTS:
         RunPlan snapshot = plan(RunMode::normal);
         snapshot.snapshotPath = folder.filePath(QStringLiteral("bar.png"));
         Program program(snapshot);
-        expectTrayWarning();
         program.delegate.applicationDidFinishLaunching();
         program.delegate.windowController().panel()->show();
         program.platform.clock.advance(7900ms);
@@ -275,7 +264,6 @@ private Q_SLOTS:
         RunPlan snapshot = plan(RunMode::normal);
         snapshot.snapshotPath = QStringLiteral("/nowhere/at/all.png");
         Program program(snapshot);
-        expectTrayWarning();
         program.delegate.applicationDidFinishLaunching();
         program.delegate.windowController().panel()->show();
         QTest::ignoreMessage(QtInfoMsg, QRegularExpression(QStringLiteral("^Moorline: could not write snapshot: .+")));

@@ -10,32 +10,28 @@ namespace {
 
 struct Fixture : DockFixture {
     Fixture()
-        : item(store, statusBar, symbols,
-            {[this] { called.append(QStringLiteral("settings")); }, [this] { called.append(QStringLiteral("quit")); }})
+        : item(statusItem(store,
+            {[this] { called.append(QStringLiteral("settings")); }, [this] { called.append(QStringLiteral("quit")); }}))
     {
     }
 
-    [[nodiscard]] QAction *action(const QString &title) const
+    /// As the menu holds it when it opens now.
+    [[nodiscard]] MenuItem menuItem(const QString &title) const
     {
-        for (QAction *candidate : item.menu().actions()) {
-            if (candidate->text() == title)
+        for (const MenuItem &candidate : item.menu()) {
+            if (candidate.title == title)
                 return candidate;
         }
-        return nullptr;
+        return {};
     }
 
     QStringList called;
-    StatusItem item;
+    StatusBarItem item;
 };
 
-/// The offscreen platform has no tray that could come later, and says so once for each item.
-void expectTrayWarning()
-{
-    QTest::ignoreMessage(
-        QtWarningMsg, "QObject::connect: No such signal QPlatformNativeInterface::systemTrayWindowChanged(QScreen*)");
-}
-
+const QString settingsTitle = QStringLiteral("Dock Settings…");
 const QString alwaysVisible = QStringLiteral("Always Visible");
+const QString quitTitle = QStringLiteral("Quit Moorline");
 
 } // namespace
 
@@ -46,27 +42,42 @@ private Q_SLOTS:
     {
         Fixture fixture;
         QStringList titles;
-        for (const QAction *action : fixture.item.menu().actions())
-            titles.append(action->isSeparator() ? QStringLiteral("-") : action->text());
-        QCOMPARE(titles,
-            (QStringList{QStringLiteral("Dock Settings…"), QStringLiteral("-"), alwaysVisible, QStringLiteral("-"),
-                QStringLiteral("Quit Moorline")}));
-        QCOMPARE(fixture.action(QStringLiteral("Dock Settings…"))->shortcut(), QKeySequence(QStringLiteral("Ctrl+,")));
-        QCOMPARE(fixture.action(QStringLiteral("Quit Moorline"))->shortcut(), QKeySequence(QStringLiteral("Ctrl+Q")));
-        QCOMPARE(fixture.action(alwaysVisible)->objectName(), QStringLiteral("alwaysVisible"));
+        for (const MenuItem &item : fixture.item.menu())
+            titles.append(item.isSeparator() ? QStringLiteral("-") : item.title);
+        QCOMPARE(
+            titles, (QStringList{settingsTitle, QStringLiteral("-"), alwaysVisible, QStringLiteral("-"), quitTitle}));
     }
 
-    void theCheckMarkIsSetWhenTheMenuOpens()
+    void commandsHaveTheirShortcuts()
+    {
+        const Fixture fixture;
+        QCOMPARE(fixture.menuItem(settingsTitle).shortcut, QKeySequence(QStringLiteral("Ctrl+,")));
+        QCOMPARE(fixture.menuItem(alwaysVisible).shortcut, QKeySequence());
+        QCOMPARE(fixture.menuItem(quitTitle).shortcut, QKeySequence(QStringLiteral("Ctrl+Q")));
+    }
+
+    void alwaysVisibleIsKnownInEveryLanguage()
+    {
+        QCOMPARE(Fixture().menuItem(alwaysVisible).identifier, QStringLiteral("alwaysVisible"));
+    }
+
+    void theCheckMarkIsThatOfTheMomentTheMenuOpens()
     {
         Fixture fixture;
-        auto &menu = const_cast<QMenu &>(fixture.item.menu());
-        Q_EMIT menu.aboutToShow();
-        QVERIFY(fixture.action(alwaysVisible)->isChecked());
+        const MenuItem before = fixture.menuItem(alwaysVisible);
+        QVERIFY(before.isCheckable);
+        QVERIFY(before.isChecked);
         fixture.change(
             [](Settings &settings) { settings.visibilityMode = DockVisibilityMode::hideWhenSystemDockAppears; });
-        QVERIFY(fixture.action(alwaysVisible)->isChecked());
-        Q_EMIT menu.aboutToShow();
-        QVERIFY(!fixture.action(alwaysVisible)->isChecked());
+        QVERIFY(fixture.menuItem(alwaysVisible).isCheckable);
+        QVERIFY(!fixture.menuItem(alwaysVisible).isChecked);
+    }
+
+    void onlyAlwaysVisibleCarriesACheckMark()
+    {
+        const Fixture fixture;
+        QVERIFY(!fixture.menuItem(settingsTitle).isCheckable);
+        QVERIFY(!fixture.menuItem(quitTitle).isCheckable);
     }
 
     void alwaysVisibleFlipsTheModeWithOneChange()
@@ -74,36 +85,39 @@ private Q_SLOTS:
         Fixture fixture;
         int changes = 0;
         connect(&fixture.store, &SettingsStore::settingsDidChange, this, [&changes] { ++changes; });
-        fixture.action(alwaysVisible)->trigger();
+        // The second time in a menu that is still open from the first.
+        const MenuItem item = fixture.menuItem(alwaysVisible);
+        item.action();
         QCOMPARE(fixture.store.settings().visibilityMode, DockVisibilityMode::hideWhenSystemDockAppears);
         QCOMPARE(changes, 1);
-        fixture.action(alwaysVisible)->trigger();
+        item.action();
         QCOMPARE(fixture.store.settings().visibilityMode, DockVisibilityMode::alwaysVisible);
         QCOMPARE(changes, 2);
     }
 
     void commandsAreHandedOn()
     {
-        Fixture fixture;
-        fixture.action(QStringLiteral("Dock Settings…"))->trigger();
-        fixture.action(QStringLiteral("Quit Moorline"))->trigger();
+        const Fixture fixture;
+        fixture.menuItem(settingsTitle).action();
+        fixture.menuItem(quitTitle).action();
         QCOMPARE(fixture.called, (QStringList{QStringLiteral("settings"), QStringLiteral("quit")}));
     }
 
-    void theItemIsInstalledAnewWhenAStatusBarComes()
+    void aCommandThatLeadsNowhereCannotBeChosen()
     {
-        Fixture fixture;
-        expectTrayWarning();
-        fixture.item.install();
-        // A second item takes the place of the first.
-        expectTrayWarning();
-        Q_EMIT fixture.statusBar.becameAvailable();
+        DockFixture fixture;
+        const Menu menu = statusItem(fixture.store, {}).menu();
+        QVERIFY(!menu.first().isEnabled());
+        QVERIFY(menu.at(2).isEnabled());
+        QVERIFY(!menu.last().isEnabled());
     }
 
-    void theItemShowsTheDockSymbol()
+    void theItemShowsTheDockSymbolUnderTheProgramsName()
     {
         const Fixture fixture;
-        QCOMPARE(fixture.symbolCatalogue.requests.first().name, QStringLiteral("dock.rectangle"));
+        QCOMPARE(fixture.item.name, QStringLiteral("Moorline"));
+        QCOMPARE(fixture.item.symbol, QStringLiteral("dock.rectangle"));
+        QCOMPARE(fixture.item.color, QColor(166, 166, 166));
     }
 };
 

@@ -11,6 +11,7 @@
 
 #include <QHash>
 #include <QList>
+#include <optional>
 
 namespace moorline::test {
 
@@ -26,7 +27,13 @@ public:
     bool isFree = true;
 };
 
-class FakeStatusBar final : public StatusBar { };
+/// Keeps what it is to show.
+class FakeStatusBar final : public StatusBar {
+public:
+    void show(StatusBarItem shown) override { item = std::move(shown); }
+
+    std::optional<StatusBarItem> item;
+};
 
 class FakeSystemDockControl final : public SystemDockControl {
 public:

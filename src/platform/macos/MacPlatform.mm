@@ -13,6 +13,7 @@
 #import "platform/macos/MacPower.h"
 #import "platform/macos/MacPreferences.h"
 #import "platform/macos/MacScreens.h"
+#import "platform/macos/MacStatusBar.h"
 #import "platform/macos/MacSymbolCatalogue.h"
 #import "platform/macos/MacSystemSettings.h"
 #import "platform/macos/MacWindowServer.h"
@@ -66,7 +67,7 @@ Platform createPlatform()
         .windowServer = makePort<MacWindowServer>(),
         .workspace = makePort<MacWorkspace>(),
         .power = makePort<MacPower>(),
-        .statusBar = makePort<StatusBar>(),
+        .statusBar = makePort<MacStatusBar>(),
         .preferences = makePort<MacPreferences>(),
         .systemSettings = makePort<MacSystemSettings>(),
         .instanceClaim =
