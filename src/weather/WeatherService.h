@@ -1,6 +1,6 @@
 #pragma once
 
-#include "weather/RetrySchedule.h"
+#include "platform/RetrySchedule.h"
 #include "weather/WeatherRequests.h"
 
 #include <QObject>
