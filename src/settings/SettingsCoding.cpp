@@ -11,32 +11,33 @@ namespace moorline {
 
 namespace {
 
-/// How a value stands in the settings file. What cannot be read is absent.
+/// How a value stands in the settings file. What cannot be read is absent. What is written goes over what stood there
+/// before.
 template <typename Value>
 struct Coding;
 
 template <>
 struct Coding<bool> {
     static std::optional<bool> read(const QJsonValue &json) { return json::flag(json); }
-    static QJsonValue write(bool value) { return value; }
+    static QJsonValue write(bool value, const QJsonValue &) { return value; }
 };
 
 template <>
 struct Coding<double> {
     static std::optional<double> read(const QJsonValue &json) { return json::number(json); }
-    static QJsonValue write(double value) { return value; }
+    static QJsonValue write(double value, const QJsonValue &) { return value; }
 };
 
 template <>
 struct Coding<qint64> {
     static std::optional<qint64> read(const QJsonValue &json) { return json::integer(json, ownLimits); }
-    static QJsonValue write(qint64 value) { return value; }
+    static QJsonValue write(qint64 value, const QJsonValue &) { return value; }
 };
 
 template <>
 struct Coding<QString> {
     static std::optional<QString> read(const QJsonValue &json) { return json::text(json, ownLimits); }
-    static QJsonValue write(const QString &value) { return value; }
+    static QJsonValue write(const QString &value, const QJsonValue &) { return value; }
 };
 
 template <HasChoices Enum>
@@ -46,7 +47,36 @@ struct Coding<Enum> {
         const auto raw = json::text(json, ownLimits);
         return raw ? fromRawValue<Enum>(*raw) : std::nullopt;
     }
-    static QJsonValue write(Enum value) { return rawValue(value); }
+    static QJsonValue write(Enum value, const QJsonValue &) { return rawValue(value); }
+};
+
+/// The elements of a list as they stood in the file.
+template <typename Value>
+class Before final {
+public:
+    explicit Before(QJsonArray elements)
+        : m_elements(std::move(elements))
+    {
+    }
+
+    /// Undefined when the value was not there. The search goes on where the last one ended: of a long list, most is as
+    /// it was.
+    QJsonValue of(const Value &value)
+    {
+        for (qsizetype i = 0; i < m_elements.size(); ++i) {
+            const qsizetype place = (m_next + i) % m_elements.size();
+            const QJsonValue element = m_elements.at(place);
+            if (Coding<Value>::read(element) == value) {
+                m_next = place + 1;
+                return element;
+            }
+        }
+        return QJsonValue::Undefined;
+    }
+
+private:
+    QJsonArray m_elements;
+    qsizetype m_next = 0;
 };
 
 template <typename Value>
@@ -55,11 +85,12 @@ struct Coding<QList<Value>> {
     {
         return json::listOf<Value>(json, ownLimits, Coding<Value>::read);
     }
-    static QJsonValue write(const QList<Value> &values)
+    static QJsonValue write(const QList<Value> &values, const QJsonValue &over)
     {
+        Before<Value> before(over.toArray());
         QJsonArray array;
         for (const Value &value : values)
-            array.append(Coding<Value>::write(value));
+            array.append(Coding<Value>::write(value, before.of(value)));
         return array;
     }
 };
@@ -81,6 +112,14 @@ void insert(QJsonObject &object, QLatin1StringView key, const std::optional<QStr
         object.insert(key, *value);
 }
 
+/// What a record is written into: what stood there, if it is still the same record. A newer version may have more to
+/// say of it.
+template <typename Record>
+QJsonObject objectFor(const Record &value, const QJsonValue &over)
+{
+    return Coding<Record>::read(over) == value ? over.toObject() : QJsonObject();
+}
+
 template <>
 struct Coding<PinnedItem> {
     static std::optional<PinnedItem> read(const QJsonValue &json)
@@ -89,9 +128,12 @@ struct Coding<PinnedItem> {
         PinnedItem item{fields.text(QLatin1StringView("path")), fields.text(QLatin1StringView("name"))};
         return ifReadable(fields, std::move(item));
     }
-    static QJsonValue write(const PinnedItem &value)
+    static QJsonValue write(const PinnedItem &value, const QJsonValue &over)
     {
-        return QJsonObject{{QStringLiteral("path"), value.path}, {QStringLiteral("name"), value.name}};
+        QJsonObject object = objectFor(value, over);
+        object.insert(QLatin1StringView("path"), value.path);
+        object.insert(QLatin1StringView("name"), value.name);
+        return object;
     }
 };
 
@@ -104,9 +146,11 @@ struct Coding<AppShortcut> {
             fields.optionalText(QLatin1StringView("bundleIdentifier")), fields.text(QLatin1StringView("name"))};
         return ifReadable(fields, std::move(shortcut));
     }
-    static QJsonValue write(const AppShortcut &value)
+    static QJsonValue write(const AppShortcut &value, const QJsonValue &over)
     {
-        QJsonObject object{{QStringLiteral("path"), value.path}, {QStringLiteral("name"), value.name}};
+        QJsonObject object = objectFor(value, over);
+        object.insert(QLatin1StringView("path"), value.path);
+        object.insert(QLatin1StringView("name"), value.name);
         insert(object, QLatin1StringView("bundleIdentifier"), value.bundleIdentifier);
         return object;
     }
@@ -123,10 +167,12 @@ struct Coding<WeatherLocation> {
             fields.optionalText(QLatin1StringView("timezone"))};
         return ifReadable(fields, std::move(location));
     }
-    static QJsonValue write(const WeatherLocation &value)
+    static QJsonValue write(const WeatherLocation &value, const QJsonValue &over)
     {
-        QJsonObject object{{QStringLiteral("name"), value.name}, {QStringLiteral("latitude"), value.latitude},
-            {QStringLiteral("longitude"), value.longitude}};
+        QJsonObject object = objectFor(value, over);
+        object.insert(QLatin1StringView("name"), value.name);
+        object.insert(QLatin1StringView("latitude"), value.latitude);
+        object.insert(QLatin1StringView("longitude"), value.longitude);
         insert(object, QLatin1StringView("admin1"), value.admin1);
         insert(object, QLatin1StringView("country"), value.country);
         insert(object, QLatin1StringView("timezone"), value.timezone);
@@ -136,26 +182,45 @@ struct Coding<WeatherLocation> {
 
 } // namespace
 
-std::optional<Settings> decodeSettings(const QByteArray &json)
+std::optional<SettingsDocument> readSettings(const QByteArray &json)
 {
     const auto members = JsonMembers::of(json);
     if (!members)
         return std::nullopt;
-    Settings settings = Settings::defaults();
+    SettingsDocument document{Settings::defaults(), members->readable(), members->isWhole()};
     forEachSetting([&]<typename Value>(const char *key, Value Settings::*field) {
-        if (auto value = Coding<Value>::read((*members)[QLatin1StringView(key)]))
-            settings.*field = *std::move(value);
+        const QJsonValue member = document.members[QLatin1StringView(key)];
+        if (auto value = Coding<Value>::read(member))
+            document.settings.*field = *std::move(value);
+        else if (!member.isUndefined() && !member.isNull())
+            document.isWhole = false;
     });
-    return settings;
+    return document;
+}
+
+std::optional<Settings> decodeSettings(const QByteArray &json)
+{
+    auto document = readSettings(json);
+    return document ? std::optional(std::move(document->settings)) : std::nullopt;
+}
+
+QJsonObject writtenOver(QJsonObject members, const Settings &settings)
+{
+    forEachSetting([&]<typename Value>(const char *key, Value Settings::*field) {
+        const QJsonValue over = members[QLatin1StringView(key)];
+        members.insert(QLatin1StringView(key), Coding<Value>::write(settings.*field, over));
+    });
+    return members;
+}
+
+QByteArray documentOf(const QJsonObject &members)
+{
+    return QJsonDocument(members).toJson(QJsonDocument::Indented);
 }
 
 QByteArray encodeSettings(const Settings &settings)
 {
-    QJsonObject object;
-    forEachSetting([&]<typename Value>(const char *key, Value Settings::*field) {
-        object.insert(QLatin1StringView(key), Coding<Value>::write(settings.*field));
-    });
-    return QJsonDocument(object).toJson(QJsonDocument::Indented);
+    return documentOf(writtenOver({}, settings));
 }
 
 } // namespace moorline

@@ -1,6 +1,6 @@
 #include "settings/SettingsFile.h"
 
-#include "settings/SettingsCoding.h"
+#include "support/RegularFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -16,26 +16,26 @@ Q_LOGGING_CATEGORY(logFile, "moorline.settings.file", QtInfoMsg)
 /// Far beyond any real settings file; what is larger is not read at all.
 constexpr qint64 largestFile = qint64(8) * 1024 * 1024;
 
-std::optional<QByteArray> contents(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > largestFile)
-        return std::nullopt;
-    return file.read(largestFile);
-}
-
 SettingsFile::Content nothingIn(SettingsFile::State state)
 {
-    return {state, Settings::defaults(), QByteArray()};
+    return {state, {Settings::defaults(), {}}, QByteArray()};
 }
 
-QString freeName(const QString &path)
+/// A link to nothing is not there, but is in the way.
+bool isFree(const QString &path)
 {
-    QString name = path;
-    // A link to nothing is not there, but is in the way.
-    for (int number = 2; QFileInfo::exists(name) || QFileInfo(name).isSymLink(); ++number)
-        name = path + u'.' + QString::number(number);
-    return name;
+    return !QFileInfo::exists(path) && !QFileInfo(path).isSymLink();
+}
+
+/// A reader finds the old file or the new one, whenever it looks.
+bool writeAtOnce(const QString &path, const QByteArray &bytes)
+{
+    // Written beside the file, flushed to disk, and renamed over it.
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    // commit() alone does not see that a full disk took only the beginning.
+    return file.write(bytes) == bytes.size() && file.flush() && file.commit();
 }
 
 } // namespace
@@ -53,13 +53,13 @@ SettingsFile::Content SettingsFile::read(const QByteArray &knownBytes) const
     // A pipe or a device could be read for ever.
     if (!info.isFile())
         return nothingIn(State::blocked);
-    const auto bytes = contents(m_path);
+    const auto bytes = regularFileContent(m_path, largestFile);
     if (bytes == knownBytes && !knownBytes.isEmpty())
         return nothingIn(State::known);
-    auto settings = bytes ? decodeSettings(*bytes) : std::nullopt;
-    if (!settings)
+    auto document = bytes ? readSettings(*bytes) : std::nullopt;
+    if (!document)
         return nothingIn(State::unreadable);
-    return {State::readable, *std::move(settings), *bytes};
+    return {State::readable, *std::move(document), *bytes};
 }
 
 SettingsFile::Stamp SettingsFile::stamp() const
@@ -70,23 +70,55 @@ SettingsFile::Stamp SettingsFile::stamp() const
 
 bool SettingsFile::write(const QByteArray &bytes) const
 {
-    QDir().mkpath(QFileInfo(m_path).path());
-    // Written beside the file, flushed to disk, and renamed over it.
-    QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly))
+    // It would count as damaged afterwards.
+    if (bytes.size() > largestFile)
         return false;
-    // commit() alone does not see that a full disk took only the beginning.
-    return file.write(bytes) == bytes.size() && file.flush() && file.commit();
+    QDir().mkpath(QFileInfo(m_path).path());
+    return writeAtOnce(m_path, bytes);
 }
 
 bool SettingsFile::keepAside() const
 {
-    const QString aside = freeName(m_path + QStringLiteral(".damaged"));
+    const QString aside = freeAsidePath();
     // The file itself, not a link to it, which stays and gets a new file at its end.
     const bool isKept = QFile::rename(QFileInfo(m_path).canonicalFilePath(), aside);
     if (isKept)
         qCInfo(logFile) << "Moorline: the settings could not be read; the file is kept as" << aside;
     return isKept;
+}
+
+bool SettingsFile::keepCopy(const QByteArray &bytes) const
+{
+    if (hasCopy(bytes))
+        return true;
+    const QString aside = freeAsidePath();
+    const bool isKept = writeAtOnce(aside, bytes);
+    if (isKept)
+        qCInfo(logFile) << "Moorline: not all of the settings could be read; the file as it was is kept as" << aside;
+    return isKept;
+}
+
+QString SettingsFile::asidePath(int number) const
+{
+    const QString first = m_path + QStringLiteral(".damaged");
+    return number == 1 ? first : first + u'.' + QString::number(number);
+}
+
+QString SettingsFile::freeAsidePath() const
+{
+    int number = 1;
+    while (!isFree(asidePath(number)))
+        ++number;
+    return asidePath(number);
+}
+
+bool SettingsFile::hasCopy(const QByteArray &bytes) const
+{
+    for (int number = 1; !isFree(asidePath(number)); ++number) {
+        if (regularFileContent(asidePath(number), largestFile) == bytes)
+            return true;
+    }
+    return false;
 }
 
 } // namespace moorline

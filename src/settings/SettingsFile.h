@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/Settings.h"
+#include "settings/SettingsCoding.h"
 
 #include <QDateTime>
 
@@ -22,7 +22,7 @@ public:
     struct Content {
         State state;
         /// Of a readable file; otherwise the defaults.
-        Settings settings;
+        SettingsDocument document;
         /// Of a readable file.
         QByteArray bytes;
     };
@@ -45,8 +45,15 @@ public:
     /// Moves the file to "settings.json.damaged", or to the first of "settings.json.damaged.2",
     /// "settings.json.damaged.3" and so on that is free. False when it could not be moved.
     [[nodiscard]] bool keepAside() const;
+    /// Writes what the file held to the first of these names that is free, or already holds the same. False when it
+    /// could not be written.
+    [[nodiscard]] bool keepCopy(const QByteArray &bytes) const;
 
 private:
+    [[nodiscard]] QString asidePath(int number) const;
+    [[nodiscard]] QString freeAsidePath() const;
+    [[nodiscard]] bool hasCopy(const QByteArray &bytes) const;
+
     QString m_path;
 };
 

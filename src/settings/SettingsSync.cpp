@@ -1,6 +1,5 @@
 #include "settings/SettingsSync.h"
 
-#include "settings/SettingsCoding.h"
 #include "settings/SettingsFields.h"
 #include "support/FolderLock.h"
 
@@ -45,13 +44,17 @@ SettingsSync::SettingsSync(QString path, Clock &clock, FileWatch &fileWatch, QOb
     : QObject(parent)
     , m_clock(clock)
     , m_file(std::move(path))
+    , m_writeRetries(
+          clock, [this] { look(); }, failedWriteRetry)
 {
     QDir().mkpath(folderOf(m_file));
     m_watch = fileWatch.watch(m_file.path(), [this] { lookSoon(); });
     const FolderLock lock(folderOf(m_file));
     takeOver();
     introducePinnedItems(m_settings);
-    m_isIncomplete = m_knownBytes != encodeSettings(m_settings);
+    if (m_knownBytes.isEmpty())
+        m_onDisk = m_settings;
+    m_isIncomplete = m_knownBytes != documentOf(writtenOver(m_members, m_settings));
     save(lock);
 }
 
@@ -59,8 +62,11 @@ SettingsSync::~SettingsSync()
 {
     if (!isUnsaved())
         return;
+    const FolderLock lock(folderOf(m_file));
     takeOver();
-    if (mayWrite())
+    // There is no later any more. Whoever is writing the file goes on in the one that is kept aside.
+    const bool isChanged = m_settings != m_onDisk;
+    if (isReplaceable() || isChanged)
         write();
 }
 
@@ -102,9 +108,11 @@ void SettingsSync::takeOver()
     m_damage.reset();
     if (m_state != SettingsFile::State::readable)
         return;
-    m_settings = merged(m_onDisk, m_settings, content.settings);
+    m_settings = merged(m_onDisk, m_settings, content.document.settings);
     introducePinnedItems(m_settings);
-    m_onDisk = content.settings;
+    m_onDisk = content.document.settings;
+    m_members = content.document.members;
+    m_holdsMore = !content.document.isWhole;
     m_knownBytes = content.bytes;
     m_isIncomplete = false;
 }
@@ -125,39 +133,51 @@ bool SettingsSync::isDamaged() const
     return m_damage && m_clock.uptime() - m_damage->since >= patience;
 }
 
+bool SettingsSync::isReplaceable() const
+{
+    return m_state != SettingsFile::State::unreadable || isDamaged();
+}
+
 void SettingsSync::save(const FolderLock &lock)
 {
     if (!isUnsaved())
-        return;
-    if (!lock.isMine())
+        m_writeRetries.reset();
+    else if (!lock.isMine())
         m_retry = m_clock.after(lockedRetry, [this] { look(); });
-    else if (mayWrite())
+    else if (isReplaceable())
         write();
-}
-
-bool SettingsSync::mayWrite()
-{
-    switch (m_state) {
-    case SettingsFile::State::known:
-    case SettingsFile::State::readable:
-    case SettingsFile::State::missing:
-        return true;
-    case SettingsFile::State::unreadable:
-        return isDamaged() && m_file.keepAside();
-    case SettingsFile::State::blocked:
-        return false;
-    }
-    Q_UNREACHABLE();
 }
 
 void SettingsSync::write()
 {
-    const QByteArray bytes = encodeSettings(m_settings);
-    if (!m_file.write(bytes))
+    const QJsonObject members = writtenOver(m_members, m_settings);
+    const QByteArray bytes = documentOf(members);
+    if (!keepWhatWouldBeLost() || !m_file.write(bytes)) {
+        m_writeRetries.noteFailure();
         return;
+    }
+    m_writeRetries.reset();
     m_onDisk = m_settings;
+    m_members = members;
+    m_holdsMore = false;
     m_knownBytes = bytes;
     m_isIncomplete = false;
+}
+
+bool SettingsSync::keepWhatWouldBeLost()
+{
+    switch (m_state) {
+    case SettingsFile::State::known:
+    case SettingsFile::State::readable:
+        return !m_holdsMore || m_file.keepCopy(m_knownBytes);
+    case SettingsFile::State::missing:
+        return true;
+    case SettingsFile::State::unreadable:
+        return m_file.keepAside();
+    case SettingsFile::State::blocked:
+        return false;
+    }
+    Q_UNREACHABLE();
 }
 
 } // namespace moorline

@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/FileWatch.h"
+#include "platform/RetrySchedule.h"
 #include "settings/SettingsFile.h"
 
 #include <QObject>
@@ -23,6 +24,9 @@ public:
     static constexpr std::chrono::milliseconds unreadableRetry{250};
     /// After which time a file is looked at again that another bar has its hand on.
     static constexpr std::chrono::milliseconds lockedRetry{20};
+    /// How often, after the moments of the schedule, a write is tried again that failed: the disk may have room again,
+    /// the folder be open. Each change tries it as well, and so does the end.
+    static constexpr std::chrono::seconds failedWriteRetry{600};
 
     /// Reads the file, and writes it where it is missing, incomplete or damaged.
     SettingsSync(QString path, Clock &clock, FileWatch &fileWatch, QObject *parent = nullptr);
@@ -51,7 +55,8 @@ private:
     [[nodiscard]] bool isDamaged() const;
     [[nodiscard]] bool isUnsaved() const { return m_isIncomplete || m_settings != m_onDisk; }
     void save(const FolderLock &lock);
-    [[nodiscard]] bool mayWrite();
+    [[nodiscard]] bool isReplaceable() const;
+    [[nodiscard]] bool keepWhatWouldBeLost();
     void write();
 
     Clock &m_clock;
@@ -60,12 +65,17 @@ private:
     /// As they were when the file was last read or written.
     Settings m_onDisk = Settings::defaults();
     QByteArray m_knownBytes;
+    /// Of the document then.
+    QJsonObject m_members;
+    /// Whether the file holds something that could not be read.
+    bool m_holdsMore = false;
     SettingsFile::State m_state = SettingsFile::State::missing;
     /// Whether the file says less than could be written, or says it otherwise.
     bool m_isIncomplete = false;
     std::optional<Damage> m_damage;
     std::unique_ptr<Clock::Timer> m_coalescing;
     std::unique_ptr<Clock::Timer> m_retry;
+    RetrySchedule m_writeRetries;
     std::unique_ptr<FileWatch::Watch> m_watch;
 };
 

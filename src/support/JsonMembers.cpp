@@ -2,6 +2,7 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QMap>
 
 namespace moorline {
 
@@ -87,12 +88,42 @@ private:
     QByteArrayView m_rest;
 };
 
-} // namespace
+/// The members of a document, not yet read.
+class RawMembers final {
+public:
+    void add(const QByteArray &name, const QByteArray &value)
+    {
+        const QJsonValue key = valueOf(name);
+        m_isWhole = m_isWhole && key.isString() && !m_values.contains(key.toString());
+        if (key.isString())
+            m_values.insert(key.toString(), value);
+    }
 
-std::optional<JsonMembers> JsonMembers::of(const QByteArray &document)
+    QJsonObject read()
+    {
+        QJsonObject object;
+        for (auto member = m_values.cbegin(); member != m_values.cend(); ++member) {
+            const QJsonValue value = valueOf(*member);
+            m_isWhole = m_isWhole && !value.isUndefined();
+            // An object takes no value that is undefined.
+            object.insert(member.key(), value);
+        }
+        return object;
+    }
+
+    [[nodiscard]] bool isWhole() const { return m_isWhole; }
+
+private:
+    /// In order, because that is how an object takes many in little time.
+    QMap<QString, QByteArray> m_values;
+    bool m_isWhole = true;
+};
+
+/// All the members of the document; absent when it is no object, or not whole.
+std::optional<RawMembers> membersIn(const QByteArray &document)
 {
     Scanner scanner(document);
-    JsonMembers members;
+    RawMembers members;
     if (!scanner.take('{'))
         return std::nullopt;
     if (!scanner.take('}')) {
@@ -103,7 +134,7 @@ std::optional<JsonMembers> JsonMembers::of(const QByteArray &document)
             const QByteArray value = scanner.takeValue();
             if (value.isEmpty())
                 return std::nullopt;
-            members.m_values.insert(valueOf(name).toString(), value);
+            members.add(name, value);
         } while (scanner.take(','));
         if (!scanner.take('}'))
             return std::nullopt;
@@ -111,10 +142,17 @@ std::optional<JsonMembers> JsonMembers::of(const QByteArray &document)
     return scanner.isAtEnd() ? std::optional(std::move(members)) : std::nullopt;
 }
 
-QJsonValue JsonMembers::operator[](QLatin1StringView name) const
+} // namespace
+
+std::optional<JsonMembers> JsonMembers::of(const QByteArray &document)
 {
-    const auto found = m_values.constFind(name);
-    return found == m_values.constEnd() ? QJsonValue(QJsonValue::Undefined) : valueOf(*found);
+    auto raw = membersIn(document);
+    if (!raw)
+        return std::nullopt;
+    JsonMembers members;
+    members.m_readable = raw->read();
+    members.m_isWhole = raw->isWhole();
+    return members;
 }
 
 } // namespace moorline

@@ -1,8 +1,7 @@
 #pragma once
 
 #include <QByteArray>
-#include <QHash>
-#include <QJsonValue>
+#include <QJsonObject>
 #include <optional>
 
 namespace moorline {
@@ -15,10 +14,15 @@ public:
     [[nodiscard]] static std::optional<JsonMembers> of(const QByteArray &document);
 
     /// Undefined when there is no such member, or it cannot be read. Of several of that name the last one counts.
-    [[nodiscard]] QJsonValue operator[](QLatin1StringView name) const;
+    [[nodiscard]] QJsonValue operator[](QLatin1StringView name) const { return m_readable[name]; }
+    /// All that can be read.
+    [[nodiscard]] const QJsonObject &readable() const { return m_readable; }
+    /// Whether that is the whole document: no member that cannot be read, no name that comes twice.
+    [[nodiscard]] bool isWhole() const { return m_isWhole; }
 
 private:
-    QHash<QString, QByteArray> m_values;
+    QJsonObject m_readable;
+    bool m_isWhole = true;
 };
 
 } // namespace moorline

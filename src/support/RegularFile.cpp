@@ -10,10 +10,10 @@ namespace moorline {
 
 namespace {
 
-bool isRegularFile(int descriptor)
+bool isRegularFile(int descriptor, qint64 largest)
 {
     struct stat status = {};
-    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_size <= largest;
 }
 
 } // namespace
@@ -25,7 +25,7 @@ std::optional<QByteArray> regularFileContent(const QString &path, qint64 largest
     const FileDescriptor descriptor(
         ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
     QFile file;
-    if (!isRegularFile(descriptor.get()) || !file.open(descriptor.get(), QIODevice::ReadOnly))
+    if (!isRegularFile(descriptor.get(), largest) || !file.open(descriptor.get(), QIODevice::ReadOnly))
         return std::nullopt;
     const QByteArray content = file.read(largest + 1);
     return content.size() <= largest ? std::optional(content) : std::nullopt;
