@@ -44,6 +44,8 @@ bool hasWindowServer()
 
 bool preparePlatform(DisplayNeed need)
 {
+    // Else Qt makes the program a foreground application when it starts, and activates it over the one in use.
+    qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1");
     if (qEnvironmentVariableIsSet(qtPlatform) || hasWindowServer())
         return true;
     if (need == DisplayNeed::required)

@@ -61,7 +61,7 @@ extern "C" const NSNotificationName NSWorkspaceDidTerminateApplicationNotificati
 @property (readonly) NSRect visibleFrame;
 @property (readonly) CGFloat backingScaleFactor;
 // https://developer.apple.com/documentation/appkit/nsscreen/safeareainsets
-@property (readonly) NSEdgeInsets safeAreaInsets;
+@property (readonly) NSEdgeInsets safeAreaInsets API_AVAILABLE(macos(12.0));
 @end
 
 // Events
@@ -222,12 +222,14 @@ typedef CGFloat NSFontWeight;
 extern "C" const NSFontWeight NSFontWeightRegular;
 
 // https://developer.apple.com/documentation/appkit/nsimage/symbolconfiguration-swift.class
+API_AVAILABLE(macos(11.0))
 @interface NSImageSymbolConfiguration : NSObject
 + (instancetype)configurationWithPointSize:(CGFloat)pointSize weight:(NSFontWeight)weight;
 // https://developer.apple.com/documentation/appkit/nsimage/symbolconfiguration-swift.class/init(hierarchicalcolor:)
-+ (instancetype)configurationWithHierarchicalColor:(NSColor *)hierarchicalColor;
++ (instancetype)configurationWithHierarchicalColor:(NSColor *)hierarchicalColor API_AVAILABLE(macos(12.0));
 // https://developer.apple.com/documentation/appkit/nsimage/symbolconfiguration-swift.class/applying(_:)
-- (instancetype)configurationByApplyingConfiguration:(NSImageSymbolConfiguration *)configuration;
+- (instancetype)configurationByApplyingConfiguration:(NSImageSymbolConfiguration *)configuration
+    API_AVAILABLE(macos(12.0));
 @end
 
 // https://developer.apple.com/documentation/appkit/nsimage
@@ -236,9 +238,10 @@ extern "C" const NSFontWeight NSFontWeightRegular;
 // https://developer.apple.com/documentation/appkit/nsimage/1520015-imagenamed
 + (NSImage *)imageNamed:(NSString *)name;
 // https://developer.apple.com/documentation/appkit/nsimage/init(systemsymbolname:accessibilitydescription:)
-+ (instancetype)imageWithSystemSymbolName:(NSString *)name accessibilityDescription:(NSString *)description;
++ (instancetype)imageWithSystemSymbolName:(NSString *)name
+                 accessibilityDescription:(NSString *)description API_AVAILABLE(macos(11.0));
 // https://developer.apple.com/documentation/appkit/nsimage/withsymbolconfiguration(_:)
-- (NSImage *)imageWithSymbolConfiguration:(NSImageSymbolConfiguration *)configuration;
+- (NSImage *)imageWithSymbolConfiguration:(NSImageSymbolConfiguration *)configuration API_AVAILABLE(macos(11.0));
 // https://developer.apple.com/documentation/appkit/nsimage/draw(in:)
 - (void)drawInRect:(NSRect)rect;
 @end

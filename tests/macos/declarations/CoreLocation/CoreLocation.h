@@ -53,7 +53,7 @@ enum CLAuthorizationStatus : int {
 // https://developer.apple.com/documentation/corelocation/cllocationmanagerdelegate/locationmanager(_:didfailwitherror:)
 - (void)locationManager:(CLLocationManager *)manager didFailWithError:(NSError *)error;
 // https://developer.apple.com/documentation/corelocation/cllocationmanagerdelegate/locationmanagerdidchangeauthorization(_:)
-- (void)locationManagerDidChangeAuthorization:(CLLocationManager *)manager;
+- (void)locationManagerDidChangeAuthorization:(CLLocationManager *)manager API_AVAILABLE(macos(11.0));
 @end
 
 // https://developer.apple.com/documentation/corelocation/cllocationmanager
@@ -63,16 +63,16 @@ enum CLAuthorizationStatus : int {
 // https://developer.apple.com/documentation/corelocation/cllocationmanager/desiredaccuracy
 @property CLLocationAccuracy desiredAccuracy;
 // https://developer.apple.com/documentation/corelocation/cllocationmanager/authorizationstatus-swift.property
-@property (readonly) CLAuthorizationStatus authorizationStatus;
+@property (readonly) CLAuthorizationStatus authorizationStatus API_AVAILABLE(macos(11.0));
 // https://developer.apple.com/documentation/corelocation/cllocationmanager/location
 // Nil before there ever was one.
 @property (readonly, copy) CLLocation *location;
 // https://developer.apple.com/documentation/corelocation/cllocationmanager/locationservicesenabled()
 + (BOOL)locationServicesEnabled;
 // https://developer.apple.com/documentation/corelocation/cllocationmanager/requestwheninuseauthorization()
-- (void)requestWhenInUseAuthorization;
+- (void)requestWhenInUseAuthorization API_AVAILABLE(macos(10.15));
 // https://developer.apple.com/documentation/corelocation/cllocationmanager/requestlocation()
-- (void)requestLocation;
+- (void)requestLocation API_AVAILABLE(macos(10.14));
 @end
 
 // Names for positions
@@ -93,7 +93,11 @@ enum CLAuthorizationStatus : int {
 typedef void (^CLGeocodeCompletionHandler)(NSArray<CLPlacemark *> *placemarks, NSError *error);
 
 // https://developer.apple.com/documentation/corelocation/clgeocoder
+// What takes its place is not there before macOS 26.
+API_DEPRECATED("Use MapKit", macos(10.8, 26.0))
 @interface CLGeocoder : NSObject
 // https://developer.apple.com/documentation/corelocation/clgeocoder/reversegeocodelocation(_:completionhandler:)
-- (void)reverseGeocodeLocation:(CLLocation *)location completionHandler:(CLGeocodeCompletionHandler)completionHandler;
+- (void)reverseGeocodeLocation:(CLLocation *)location
+             completionHandler:(CLGeocodeCompletionHandler)completionHandler
+    API_DEPRECATED("Use MKReverseGeocodingRequest", macos(10.8, 26.0));
 @end

@@ -1,10 +1,16 @@
 #pragma once
 
+#include <Availability.h>
+
 // https://developer.apple.com/documentation/objectivec/objective-c-runtime
 
 // https://developer.apple.com/documentation/objectivec/bool
-// A C++ bool on Apple silicon.
+// A C++ bool on Apple silicon, a character on Intel's.
+#if __OBJC_BOOL_IS_BOOL
 using BOOL = bool;
+#else
+using BOOL = signed char;
+#endif
 #define YES __objc_yes
 #define NO __objc_no
 
