@@ -13,6 +13,7 @@ using moorline::PopupKind;
 using moorline::PopupWindow;
 using moorline::PopupWindows;
 using moorline::X11PopupWindows;
+using moorline::XConnection;
 
 constexpr std::uint8_t escapeKey = 9;
 
@@ -143,6 +144,29 @@ private Q_SLOTS:
         popup->orderOut();
         QTRY_VERIFY(!foreign->isViewable(window()));
         QVERIFY(foreign->focus() != window());
+    }
+
+    void takingTheKeyboardTellsOfNothingElse()
+    {
+        const xcb_window_t other = showFocused();
+        show();
+        QCoreApplication::processEvents();
+        const QSignalSpy changes(connection.get(), &XConnection::propertyChanged);
+        for (const char *name : {"FIRST", "SECOND"})
+            foreign->setBytes(foreign->root(), name, "STRING", "changed");
+        popup->takeKeyboard();
+        QCOMPARE(foreign->focus(), window());
+        QCOMPARE(changes.size(), 0);
+        const auto isToldInOrder = [&] {
+            QList<xcb_atom_t> names;
+            for (const QList<QVariant> &change : changes)
+                names.append(change.last().value<xcb_atom_t>());
+            const qsizetype first = names.indexOf(foreign->atom("FIRST"));
+            return first >= 0 && names.indexOf(foreign->atom("SECOND")) > first;
+        };
+        QTRY_VERIFY(isToldInOrder());
+        popup->orderOut();
+        QTRY_COMPARE(foreign->focus(), other);
     }
 
     void aPressOverAnotherProgramIsToldAndReachesIt()

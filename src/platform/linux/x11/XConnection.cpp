@@ -119,8 +119,22 @@ xcb_timestamp_t XConnection::serverTime()
     // Once this is answered, the event about the property is here.
     const XReply<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(m_native.get(), xcb_get_input_focus(m_native.get()), nullptr));
-    dispatchQueuedEvents();
+    while (Event event{xcb_poll_for_queued_event(m_native.get())}) {
+        if (!tookTime(*event))
+            m_delayed.push_back(std::move(event));
+    }
+    if (!m_delayed.empty())
+        reportSoon();
     return m_serverTime;
+}
+
+bool XConnection::tookTime(const xcb_generic_event_t &event)
+{
+    const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
+    if (event.response_type != XCB_PROPERTY_NOTIFY || change.window != m_ownWindow)
+        return false;
+    m_serverTime = change.time;
+    return true;
 }
 
 void XConnection::setReportsPresses(bool reports)
@@ -197,8 +211,9 @@ void XConnection::createOwnWindow()
 
 void XConnection::readEvents()
 {
-    if (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(m_native.get())})
-        dispatch(*event);
+    // What the socket holds becomes queued.
+    if (Event event{xcb_poll_for_event(m_native.get())})
+        m_delayed.push_back(std::move(event));
     dispatchQueuedEvents();
     // A connection that broke stays readable for ever.
     if (xcb_connection_has_error(m_native.get()) != 0)
@@ -207,22 +222,27 @@ void XConnection::readEvents()
 
 void XConnection::dispatchQueuedEvents()
 {
-    while (const XReply<xcb_generic_event_t> event{xcb_poll_for_queued_event(m_native.get())})
+    while (const Event event = nextEvent())
         dispatch(*event);
     xcb_flush(m_native.get());
 }
 
+XConnection::Event XConnection::nextEvent()
+{
+    if (m_delayed.empty())
+        return Event(xcb_poll_for_queued_event(m_native.get()));
+    Event event = std::move(m_delayed.front());
+    m_delayed.pop_front();
+    return event;
+}
+
 void XConnection::dispatch(const xcb_generic_event_t &event)
 {
-    if ((event.response_type & sentEventFlag) != 0)
+    if ((event.response_type & sentEventFlag) != 0 || tookTime(event))
         return;
     switch (event.response_type) {
     case XCB_PROPERTY_NOTIFY: {
         const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
-        if (change.window == m_ownWindow) {
-            m_serverTime = change.time;
-            break;
-        }
         Q_EMIT propertyChanged(change.window, change.atom);
         break;
     }

@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QSocketNotifier>
+#include <deque>
 #include <memory>
 #include <xcb/xcb.h>
 
@@ -36,7 +37,8 @@ public:
     /// Begins to report changes of the window's properties, place and shape. Harmless for a window that is gone.
     void watch(xcb_window_t window) const;
 
-    /// The server's clock now, in the milliseconds that requests and events are stamped with.
+    /// The server's clock now, in the milliseconds that requests and events are stamped with. What came meanwhile is
+    /// reported in a later turn: whoever asks is in the middle of something.
     [[nodiscard]] xcb_timestamp_t serverTime();
 
     /// Whether presses of mouse buttons over any window are reported. They are not, to begin with.
@@ -72,6 +74,7 @@ private:
         void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
     };
     using NativeConnection = std::unique_ptr<xcb_connection_t, Disconnecter>;
+    using Event = XReply<xcb_generic_event_t>;
     struct FirstEvents {
         std::uint8_t shape = 0;
         std::uint8_t randr = 0;
@@ -85,6 +88,9 @@ private:
     void createOwnWindow();
     void readEvents();
     void dispatchQueuedEvents();
+    [[nodiscard]] Event nextEvent();
+    /// True when the event did no more than to tell the time.
+    bool tookTime(const xcb_generic_event_t &event);
     void dispatch(const xcb_generic_event_t &event);
     void dispatchExtension(std::uint8_t type, const xcb_generic_event_t &event);
     void dispatchInput(const xcb_ge_generic_event_t &event);
@@ -101,6 +107,8 @@ private:
     /// Never shown; its property changes tell the time.
     xcb_window_t m_ownWindow = XCB_WINDOW_NONE;
     xcb_timestamp_t m_serverTime = XCB_CURRENT_TIME;
+    /// Came before what xcb holds.
+    std::deque<Event> m_delayed;
     QSocketNotifier m_notifier;
 };
 
