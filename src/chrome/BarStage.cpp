@@ -6,6 +6,8 @@
 #include "chrome/PopupPlacement.h"
 #include "platform/PanelWindow.h"
 
+#include <algorithm>
+
 namespace moorline {
 
 namespace {
@@ -29,6 +31,8 @@ BarStage::BarStage(Context context, QObject *parent)
 BarStage::~BarStage()
 {
     close();
+    for (const QPointer<BarPopup> &popup : m_closed)
+        delete popup;
 }
 
 void BarStage::openMenu(const BarAnchor &anchor, const Menu &menu)
@@ -70,6 +74,24 @@ void BarStage::followAnchor()
             if (!item->isVisible())
                 close();
         })};
+    // An item is where what it stands in is.
+    for (const QGraphicsObject *mover = item; mover; mover = mover->parentObject()) {
+        for (const auto moved : {&QGraphicsObject::xChanged, &QGraphicsObject::yChanged, &QGraphicsObject::widthChanged,
+                 &QGraphicsObject::heightChanged})
+            m_anchorConnections.push_back(connect(mover, moved, this, &BarStage::placePopupSoon));
+    }
+}
+
+void BarStage::placePopupSoon()
+{
+    if (std::exchange(m_isPlacePending, true))
+        return;
+    const auto place = [this] {
+        m_isPlacePending = false;
+        if (m_popup)
+            placePopup();
+    };
+    QMetaObject::invokeMethod(this, place, Qt::QueuedConnection);
 }
 
 void BarStage::close()
@@ -90,9 +112,10 @@ void BarStage::close()
 
 void BarStage::dispose(std::unique_ptr<BarPopup> popup)
 {
-    m_closed.push_back(std::move(popup));
-    QMetaObject::invokeMethod(
-        this, [this] { m_closed.clear(); }, Qt::QueuedConnection);
+    m_closed.erase(std::remove(m_closed.begin(), m_closed.end(), nullptr), m_closed.end());
+    m_closed.emplace_back(popup.get());
+    // Not under an event of its own, whatever event loop that runs.
+    popup.release()->deleteLater();
 }
 
 void BarStage::showHelp(const BarAnchor &anchor, const QString &text)

@@ -80,6 +80,8 @@ Q_SIGNALS:
 private:
     void open(const BarAnchor &anchor, std::unique_ptr<BarPopup> popup, bool isMenu);
     void followAnchor();
+    /// In a turn of its own: a row that changes moves its items more than once.
+    void placePopupSoon();
     void placePopup();
     void pressed(const QPointF &place);
     void dispose(std::unique_ptr<BarPopup> popup);
@@ -97,8 +99,9 @@ private:
     BarHolds::Token m_hold;
     std::unique_ptr<PopupWindows::Handle> m_presses;
     std::vector<QMetaObject::Connection> m_anchorConnections;
-    /// Closed, and perhaps still in an event of their own.
-    std::vector<std::unique_ptr<BarPopup>> m_closed;
+    bool m_isPlacePending = false;
+    /// Closed, and perhaps still in an event of their own. They delete themselves once it is over.
+    std::vector<QPointer<BarPopup>> m_closed;
 };
 
 } // namespace moorline

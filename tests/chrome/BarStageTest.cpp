@@ -4,6 +4,8 @@
 #include "harness/TestCase.h"
 
 #include <QApplication>
+#include <QEventLoop>
+#include <QMouseEvent>
 #include <QSignalSpy>
 
 using namespace moorline;
@@ -53,7 +55,7 @@ private Q_SLOTS:
         QCOMPARE(fixture.windows.shown.size(), 1);
         QVERIFY(fixture.open() != first);
         QVERIFY(fixture.stage.isOpenAt(*fixture.other));
-        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!first);
     }
 
@@ -244,6 +246,59 @@ private Q_SLOTS:
         fixture.icon->setPos(280, 60);
         fixture.stage.setBody(StageFixture::rectangle({80, 13, 440, 106}));
         QCOMPARE(fixture.open()->frame(), QRectF(623, -11 + 132 - 13 + 6, 200, 150));
+    }
+
+    void thePlaceFollowsWhatTheAnchorStandsIn()
+    {
+        StageFixture fixture;
+        auto *row = new QGraphicsWidget;
+        fixture.scene.addItem(row);
+        fixture.icon->setParentItem(row);
+        fixture.openPopover(*fixture.icon);
+        const QRectF first = fixture.open()->frame();
+        row->setX(30);
+        fixture.icon->setX(fixture.icon->x() + 10);
+        QCoreApplication::processEvents();
+        QCOMPARE(fixture.open()->frame(), first.translated(40, 0));
+        fixture.icon->resize(66, 46);
+        QCoreApplication::processEvents();
+        QCOMPARE(fixture.open()->frame(), first.translated(50, 0));
+    }
+
+    void anAnchorThatMovesAsItClosesDoesNoHarm()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        fixture.icon->setX(10);
+        fixture.stage.close();
+        QCoreApplication::processEvents();
+        QVERIFY(fixture.windows.shown.isEmpty());
+    }
+
+    void whatClosesInAnEventOfItsOwnLastsUntilThatIsOver()
+    {
+        StageFixture fixture;
+        QPointer<BarPopup> popup;
+        bool didLast = false;
+        const auto runLoop = [&] {
+            // As a drag or a dialog does.
+            QEventLoop loop;
+            QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+            loop.exec();
+            didLast = popup;
+        };
+        fixture.stage.openMenu(*fixture.icon, {{.title = QStringLiteral("Open"), .action = runLoop}});
+        popup = fixture.open();
+        // As the system gives it, which QTest's own click is not.
+        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+            QMouseEvent event(type, {5, 5}, {5, 5}, Qt::LeftButton, held, Qt::NoModifier);
+            QCoreApplication::sendEvent(qobject_cast<MenuView *>(popup)->rows().first(), &event);
+        }
+        QVERIFY(!fixture.stage.isOpen());
+        QVERIFY(didLast);
+        QCoreApplication::processEvents();
+        QVERIFY(!popup);
     }
 
     void helpIsShownAboveItsAnchor()

@@ -196,6 +196,19 @@ private Q_SLOTS:
         QVERIFY(stage.holds.isHeld());
     }
 
+    void aPopoverFollowsItsItemThroughTheRow()
+    {
+        Stage stage;
+        stage.stage.openPopover(*stage.widget->icon, std::make_unique<List>());
+        runEvents();
+        const auto *popover = qobject_cast<BarPopup *>(stage.popupWindows.shown.value(0));
+        const QRectF before = popover->frame();
+        // Both are of one width, and so is the row.
+        stage.show({WidgetKind::clock, WidgetKind::appShortcut});
+        runEvents();
+        QCOMPARE(popover->frame(), before.translated(80 + 14 + 1 + 14, 0));
+    }
+
     void aPopoverMayTakeItsOwnItemAway()
     {
         Stage stage;
