@@ -67,12 +67,16 @@ void BarItem::setHelpText(const QString &text)
 void BarItem::setTouchable(bool touchable)
 {
     m_isTouchable = touchable;
+    const Errand errand(*this);
+    // First, and not when Qt takes the pointer away: it goes on with the item.
+    if (!touchable)
+        cancelPress();
+    if (errand && !touchable)
+        setState(m_isHovered, false, &BarItem::hoveredChanged);
+    if (!errand)
+        return;
     setAcceptedMouseButtons(touchable ? Qt::LeftButton : Qt::NoButton);
     setAcceptHoverEvents(touchable);
-    if (touchable)
-        return;
-    cancelPress();
-    setState(m_isHovered, false, &BarItem::hoveredChanged);
 }
 
 void BarItem::press()
@@ -135,8 +139,10 @@ void BarItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 
 void BarItem::ungrabMouseEvent(QEvent *event)
 {
+    const Errand errand(*this);
     cancelPress();
-    QGraphicsWidget::ungrabMouseEvent(event);
+    if (errand)
+        QGraphicsWidget::ungrabMouseEvent(event);
 }
 
 bool BarItem::isDrag(const QPointF &travel) const
@@ -237,10 +243,14 @@ void BarItem::dropEvent(QGraphicsSceneDragDropEvent *event)
 
 void BarItem::hideEvent(QHideEvent *event)
 {
+    const Errand errand(*this);
     cancelPress();
-    setState(m_isHovered, false, &BarItem::hoveredChanged);
-    setState(m_isDropHovered, false, &BarItem::dropHoveredChanged);
-    QGraphicsWidget::hideEvent(event);
+    if (errand)
+        setState(m_isHovered, false, &BarItem::hoveredChanged);
+    if (errand)
+        setState(m_isDropHovered, false, &BarItem::dropHoveredChanged);
+    if (errand)
+        QGraphicsWidget::hideEvent(event);
 }
 
 void BarItem::setState(bool &state, bool value, void (BarItem::*changed)())
@@ -256,10 +266,13 @@ void BarItem::retire()
     if (m_isRetired)
         return;
     m_isRetired = true;
+    const Errand errand(*this);
+    cancelPress();
+    if (!errand)
+        return;
     hide();
+    // Unless someone deletes it at once, it goes with the errand.
     Q_EMIT retired();
-    if (!isBusy())
-        deleteLater();
 }
 
 bool BarItem::isBusy() const

@@ -257,6 +257,25 @@ private Q_SLOTS:
         QVERIFY(!widget);
     }
 
+    void itMayBeDestroyedByWhatEndsWithThePointer()
+    {
+        for (const auto changed : {&BarItem::pressedChanged, &BarItem::hoveredChanged}) {
+            for (const bool isHidden : {true, false}) {
+                Stage stage;
+                stage.move({20, 20});
+                stage.press({20, 20});
+                const QPointer<TrialItem> item = stage.item;
+                connect(item, changed, &stage.scene, [item] { delete item; });
+                QHideEvent hidden;
+                if (isHidden)
+                    QCoreApplication::sendEvent(item, &hidden);
+                else
+                    item->setTouchable(false);
+                QVERIFY(!item);
+            }
+        }
+    }
+
     void itMayBeDestroyedByItsOwnClick()
     {
         Stage stage;
