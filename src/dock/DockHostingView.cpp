@@ -1,7 +1,7 @@
 #include "dock/DockHostingView.h"
 
+#include "chrome/BarItem.h"
 #include "chrome/BarStage.h"
-#include "chrome/BarWidget.h"
 #include "chrome/HelpTag.h"
 #include "dock/BarAccessibility.h"
 #include "dock/DockBarView.h"
@@ -137,8 +137,8 @@ void DockHostingView::showHelp()
         return hideHelp();
     m_helpItem = item;
     m_stage.showHelp(*item, item->toolTip());
-    if (const auto *widget = dynamic_cast<const BarWidget *>(item))
-        m_helpChange = connect(widget, &BarWidget::helpTextChanged, this, &DockHostingView::showHelp);
+    if (const auto *barItem = qobject_cast<const BarItem *>(item))
+        m_helpChange = connect(barItem, &BarItem::helpTextChanged, this, &DockHostingView::showHelp);
 }
 
 void DockHostingView::hideHelp()

@@ -21,6 +21,18 @@ namespace {
 constexpr QPoint onTheWidget(300, 49);
 constexpr QPoint besideThePill(20, 49);
 
+/// As large as the widget it stands in.
+class TrialIcon final : public BarItem {
+public:
+    explicit TrialIcon(QGraphicsWidget *widget)
+        : BarItem(widget)
+    {
+        setGeometry(widget->rect());
+    }
+
+    using BarItem::setHelpText;
+};
+
 /// A bar with one widget, which has something to tell.
 struct Stage : DockFixture {
     Stage()
@@ -169,6 +181,17 @@ private Q_SLOTS:
         stage.widgets[WidgetKind::clock]->setHelpText(QStringLiteral("Clear\nFeels like 3°"));
         QCOMPARE(stage.tag().text(), QStringLiteral("Clear\nFeels like 3°"));
         QVERIFY(stage.tag().isVisible());
+    }
+
+    void theTagFollowsAnItemWithinAWidget()
+    {
+        Stage stage;
+        auto *icon = new TrialIcon(stage.widgets[WidgetKind::clock]);
+        icon->setHelpText(QStringLiteral("Mail"));
+        stage.rest(onTheWidget);
+        QCOMPARE(stage.tag().text(), QStringLiteral("Mail"));
+        icon->setHelpText(QStringLiteral("Mail (3)"));
+        QCOMPARE(stage.tag().text(), QStringLiteral("Mail (3)"));
     }
 
     void theTagOutlivesItsWidget()
