@@ -49,10 +49,10 @@ commands_of() {
 
 fedora_packages='gcc-c++ cmake ninja-build pkgconf qt6-qtbase-devel qt6-qtsvg-devel qt6-qttools-devel qcoro-qt6-devel
     libxcb-devel glib2-devel libgweather4-devel clang libcxx-devel clang-tools-extra xorg-x11-server-Xvfb openbox picom xfwm4 metacity i3 xterm plank
-    tint2 xdotool dbus-daemon xprop xdpyinfo xrandr python3-pytest python3-dbus python3-dbusmock at-spi2-core openssl python3-xlib python3-pillow rsms-inter-fonts'
+    tint2 xdotool dbus-daemon xprop xdpyinfo xrandr python3-pytest python3-dbus python3-dbusmock at-spi2-core openssl python3-xlib python3-pillow rsms-inter-fonts dejavu-sans-fonts'
 arch_packages='base-devel cmake ninja pkgconf qt6-base qt6-svg qt6-tools qcoro libxcb glib2 libgweather-4 clang libc++
     xorg-server-xvfb openbox picom xfwm4 metacity i3-wm xterm plank tint2 xdotool dbus xorg-xprop xorg-xdpyinfo xorg-xrandr
-    python-pytest python-dbusmock python-dbus at-spi2-core openssl python-xlib python-pillow inter-font'
+    python-pytest python-dbusmock python-dbus at-spi2-core openssl python-xlib python-pillow inter-font ttf-dejavu'
 
 need() {
     if command -v apt-get >/dev/null; then

@@ -1,0 +1,260 @@
+#include "PicturesFixture.h"
+#include "ReferencePictures.h"
+#include "chrome/HelpTag.h"
+#include "chrome/MenuRow.h"
+#include "chrome/MenuView.h"
+#include "chrome/Popover.h"
+#include "dock/AutoHideNudge.h"
+#include "dock/NudgeButton.h"
+#include "harness/TestCase.h"
+
+#include <QFontInfo>
+#include <QGraphicsSceneHoverEvent>
+#include <QKeyEvent>
+
+namespace moorline::test {
+
+namespace {
+
+/// The one font of the references, which is to be found wherever the desktop's tests run.
+const QString family = QStringLiteral("DejaVu Sans");
+
+/// A list as the bar's popovers hold, drawn in rows.
+class Rows final : public PopoverContent {
+public:
+    [[nodiscard]] QSize sizeHint() const override { return {160, 90}; }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        for (int row = 0; row < 3; ++row)
+            painter.fillRect(QRect(0, row * 30 + 1, width(), 28), QColor(90, 120, 150));
+    }
+};
+
+} // namespace
+
+/// What the references show was looked at; these tell when it changes.
+class PicturesTest final : public TestCase {
+    Q_OBJECT
+protected Q_SLOTS:
+    void init()
+    {
+        TestCase::init();
+        QGuiApplication::setFont(QFont(family, 10));
+    }
+
+private Q_SLOTS:
+    void theFontIsHere() { QCOMPARE(QFontInfo(QGuiApplication::font()).family(), family); }
+    void clock();
+    void clockOfTwentyFourHours();
+    void calendar();
+    void yearProgress();
+    void weather();
+    void weatherThatIsAwaited();
+    void weatherThatFailed();
+    void forecast();
+    void bar();
+    void barOnANarrowScreen();
+    void barAboveADock();
+    void nudgeUnderThePointer();
+    void menu();
+    void menuWithoutACompositor();
+    void menuOfEveryKindOfLine();
+    void helpTag();
+    void popover();
+};
+
+namespace {
+
+void verifyWidget(PicturesFixture &fixture, WidgetKind kind, const QString &name)
+{
+    const auto widget = makeBarWidget(kind, fixture.services);
+    QVERIFY(widget);
+    widget->resize(widget->preferredSize());
+    QCOMPARE(compareWithReference(fixture.picture(*widget), name), QString());
+}
+
+} // namespace
+
+void PicturesTest::clock()
+{
+    PicturesFixture fixture;
+    verifyWidget(fixture, WidgetKind::clock, QStringLiteral("clock"));
+}
+
+void PicturesTest::clockOfTwentyFourHours()
+{
+    PicturesFixture fixture;
+    fixture.change([](Settings &settings) {
+        settings.clockFormat = ClockFormat::twentyFourHour;
+        settings.showSeconds = true;
+    });
+    verifyWidget(fixture, WidgetKind::clock, QStringLiteral("clock-24-seconds"));
+}
+
+void PicturesTest::calendar()
+{
+    PicturesFixture fixture;
+    verifyWidget(fixture, WidgetKind::calendar, QStringLiteral("calendar"));
+}
+
+void PicturesTest::yearProgress()
+{
+    PicturesFixture fixture;
+    verifyWidget(fixture, WidgetKind::monthCounter, QStringLiteral("year-progress"));
+}
+
+void PicturesTest::weather()
+{
+    PicturesFixture fixture;
+    QVERIFY(fixture.answerWeather());
+    verifyWidget(fixture, WidgetKind::weather, QStringLiteral("weather"));
+}
+
+void PicturesTest::weatherThatIsAwaited()
+{
+    PicturesFixture fixture;
+    verifyWidget(fixture, WidgetKind::weather, QStringLiteral("weather-awaited"));
+}
+
+void PicturesTest::weatherThatFailed()
+{
+    PicturesFixture fixture;
+    QVERIFY(fixture.platform.httpClient.fail());
+    verifyWidget(fixture, WidgetKind::weather, QStringLiteral("weather-failed"));
+}
+
+void PicturesTest::forecast()
+{
+    PicturesFixture fixture;
+    QVERIFY(fixture.answerWeather());
+    verifyWidget(fixture, WidgetKind::forecast, QStringLiteral("forecast"));
+}
+
+namespace {
+
+void verifyBar(PicturesFixture &fixture, const QSizeF &room, const QString &name)
+{
+    const auto bar = fixture.makeBar();
+    bar->appear();
+    bar->setGeometry(QRectF(QPointF(0, 0), room));
+    QCOMPARE(compareWithReference(fixture.picture(*bar, {}), name), QString());
+    bar->disappear();
+}
+
+} // namespace
+
+void PicturesTest::bar()
+{
+    PicturesFixture fixture;
+    QVERIFY(fixture.answerWeather());
+    verifyBar(fixture, {800, 110}, QStringLiteral("bar"));
+}
+
+void PicturesTest::barOnANarrowScreen()
+{
+    PicturesFixture fixture;
+    fixture.change([](Settings &settings) {
+        settings.enabledWidgets = {WidgetKind::calendar, WidgetKind::monthCounter};
+    });
+    verifyBar(fixture, {220, 110}, QStringLiteral("bar-short"));
+}
+
+void PicturesTest::barAboveADock()
+{
+    PicturesFixture fixture;
+    fixture.platform.preferences.setDock(QStringLiteral("bottom"), false);
+    fixture.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock}; });
+    verifyBar(fixture, {760, 150}, QStringLiteral("bar-nudge"));
+}
+
+void PicturesTest::nudgeUnderThePointer()
+{
+    PicturesFixture fixture;
+    AutoHideNudge nudge(fixture.services.symbols);
+    nudge.resize(nudge.naturalWidth(), 26);
+    const auto inside = barItems(nudge);
+    QCOMPARE(inside.size(), 1);
+    QGraphicsScene scene;
+    QGraphicsSceneHoverEvent hover(QEvent::GraphicsSceneHoverEnter);
+    scene.addItem(&nudge);
+    scene.sendEvent(inside.first(), &hover);
+    scene.removeItem(&nudge);
+    QVERIFY(inside.first()->isHovered());
+    QCOMPARE(compareWithReference(fixture.picture(nudge), QStringLiteral("nudge-hovered")), QString());
+}
+
+namespace {
+
+/// Opens above an item in the middle of the bar whatever `open` opens there, and compares it.
+template <typename Open>
+void verifyShown(PicturesFixture &fixture, const QString &name, Open open)
+{
+    QGraphicsScene scene;
+    QGraphicsWidget anchor;
+    anchor.setGeometry(300, 26, 46, 46);
+    scene.addItem(&anchor);
+    open(anchor);
+    QVERIFY(fixture.shown());
+    QCOMPARE(compareWithReference(fixture.picture(*fixture.shown()), name), QString());
+    fixture.services.barStage.close();
+    fixture.services.barStage.hideHelp();
+    scene.removeItem(&anchor);
+}
+
+} // namespace
+
+void PicturesTest::menu()
+{
+    PicturesFixture fixture;
+    verifyShown(fixture, QStringLiteral("menu"), [&](QGraphicsWidget &anchor) {
+        fixture.services.barStage.openMenu(anchor, barMenu(fixture.services.store, fixture.commands));
+    });
+}
+
+void PicturesTest::menuWithoutACompositor()
+{
+    PicturesFixture fixture;
+    fixture.platform.popupWindows.setComposited(false);
+    verifyShown(fixture, QStringLiteral("menu-square"), [&](QGraphicsWidget &anchor) {
+        fixture.services.barStage.openMenu(anchor, barMenu(fixture.services.store, fixture.commands));
+    });
+}
+
+void PicturesTest::menuOfEveryKindOfLine()
+{
+    PicturesFixture fixture;
+    const Menu menu{{.title = QStringLiteral("Chosen now"), .action = [] {}},
+        {.title = QStringLiteral("With a symbol"), .action = [] {}, .symbol = QStringLiteral("gearshape")},
+        MenuItem::separator(), {.title = QStringLiteral("Checked"), .action = [] {}, .isChecked = true},
+        {.title = QStringLiteral("Not to be chosen"), .action = nullptr}};
+    verifyShown(fixture, QStringLiteral("menu-lines"), [&](QGraphicsWidget &anchor) {
+        fixture.services.barStage.setAccent(QColor(0x0a, 0x84, 0xff));
+        fixture.services.barStage.openMenu(anchor, menu);
+        QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+        QCoreApplication::sendEvent(fixture.shown(), &down);
+    });
+}
+
+void PicturesTest::helpTag()
+{
+    PicturesFixture fixture;
+    verifyShown(fixture, QStringLiteral("help-tag"), [&](QGraphicsWidget &anchor) {
+        fixture.services.barStage.showHelp(anchor, QStringLiteral("Partly cloudy\nFeels like 59°"));
+    });
+}
+
+void PicturesTest::popover()
+{
+    PicturesFixture fixture;
+    verifyShown(fixture, QStringLiteral("popover"),
+        [&](QGraphicsWidget &anchor) { fixture.services.barStage.openPopover(anchor, std::make_unique<Rows>()); });
+}
+
+MOORLINE_TEST(PicturesTest);
+
+} // namespace moorline::test
+
+#include "PicturesTest.moc"
