@@ -189,7 +189,7 @@ std::optional<SettingsDocument> readSettings(const QByteArray &json)
         return std::nullopt;
     SettingsDocument document{Settings::defaults(), members->readable(), members->isWhole()};
     forEachSetting([&]<typename Value>(const char *key, Value Settings::*field) {
-        const QJsonValue member = document.members[QLatin1StringView(key)];
+        const QJsonValue member = document.members.value(QLatin1StringView(key));
         if (auto value = Coding<Value>::read(member))
             document.settings.*field = *std::move(value);
         else if (!member.isUndefined() && !member.isNull())
@@ -207,7 +207,7 @@ std::optional<Settings> decodeSettings(const QByteArray &json)
 QJsonObject writtenOver(QJsonObject members, const Settings &settings)
 {
     forEachSetting([&]<typename Value>(const char *key, Value Settings::*field) {
-        const QJsonValue over = members[QLatin1StringView(key)];
+        const QJsonValue over = members.value(QLatin1StringView(key));
         members.insert(QLatin1StringView(key), Coding<Value>::write(settings.*field, over));
     });
     return members;

@@ -254,6 +254,14 @@ private Q_SLOTS:
         QCOMPARE(decodeSettings(R"({"colour":"red","showSeconds":true})")->showSeconds, true);
     }
 
+    void nothingIsAddedToWhatTheDocumentHolds()
+    {
+        QCOMPARE(readSettings("{}")->members, QJsonObject());
+        QCOMPARE(readSettings(R"({"colour":"red","bottomGap":"wide"})")->members,
+            (QJsonObject{{QStringLiteral("colour"), QStringLiteral("red")},
+                {QStringLiteral("bottomGap"), QStringLiteral("wide")}}));
+    }
+
     void emptyTextsAreKept()
     {
         const auto settings = decodeSettings(R"({"highlightColorHex":"","pinnedItems":[{"path":"","name":""}]})");

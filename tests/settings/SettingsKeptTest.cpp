@@ -214,6 +214,17 @@ private Q_SLOTS:
         QCOMPARE(inFile("location"), json(R"({"name":"There","latitude":1,"longitude":2})"));
     }
 
+    void aRecordThatWasTakenOutComesBackAsNew()
+    {
+        write(R"({"pinnedItems":[{"path":"/a","name":"a","tag":1}]})");
+        begin();
+        m_sync->change([](Settings &settings) { settings.pinnedItems.clear(); });
+        m_sync->change([](Settings &settings) {
+            settings.pinnedItems = {{QStringLiteral("/a"), QStringLiteral("a")}};
+        });
+        QCOMPARE(inFile("pinnedItems"), json(R"([{"path":"/a","name":"a"}])"));
+    }
+
     void recordsThatAreAlikeKeepWhatIsTheirsInOrder()
     {
         const QByteArray pins = R"([{"path":"/a","name":"a","tag":1},{"path":"/a","name":"a","tag":2}])";
@@ -236,12 +247,12 @@ private Q_SLOTS:
 private:
     static QJsonValue json(const QByteArray &text)
     {
-        return readSettings("{\"value\":" + text + '}')->members[QStringLiteral("value")];
+        return readSettings("{\"value\":" + text + '}')->members.value(QStringLiteral("value"));
     }
 
     [[nodiscard]] QJsonValue inFile(const char *key) const
     {
-        return readSettings(contents(m_path))->members[QLatin1StringView(key)];
+        return readSettings(contents(m_path))->members.value(QLatin1StringView(key));
     }
 };
 
