@@ -21,8 +21,9 @@ public:
     FileWatch &operator=(const FileWatch &) = delete;
     virtual ~FileWatch() = default;
 
-    /// Calls `changed` after the file at `path`, or at the end of a link there, was written in place, replaced, made or
-    /// removed: several times for one such change, and at times for none. The file need not be there; its folder does.
+    /// Calls `changed` after the file at `path`, or at the end of links there, was written in place, replaced, made or
+    /// removed, also with its folder: several times for one such change, and at times for none. Neither the file nor
+    /// its folder need be there.
     [[nodiscard]] virtual std::unique_ptr<Watch> watch(const QString &path, Callback changed) = 0;
 };
 
