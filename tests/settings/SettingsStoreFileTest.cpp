@@ -139,6 +139,36 @@ private Q_SLOTS:
         QVERIFY(decodeSettings(contents(target))->showSeconds);
     }
 
+    void chainOfLinksIsFollowedToItsEnd()
+    {
+        const QString root = m_ground->directories.applicationSupport();
+        const QString target = root + QStringLiteral("/end.json");
+        const QString between = root + QStringLiteral("/between");
+        writeTo(target, R"({"recentAppCount":7,"bottomGap":"wide"})");
+        QVERIFY(QDir().mkpath(m_folder));
+        QVERIFY(QFile::link(target, between));
+        QVERIFY(QFile::link(between, m_path));
+        const auto store = makeStore();
+        changeOneSetting(*store);
+        QCOMPARE(QFile::symLinkTarget(m_path), between);
+        QCOMPARE(QFile::symLinkTarget(between), target);
+        QVERIFY(decodeSettings(contents(target))->showSeconds);
+        QVERIFY(QFile::exists(m_path + QStringLiteral(".damaged")));
+    }
+
+    void linkedFolderIsReadAndWrittenWhereItLies()
+    {
+        const QString target = m_ground->directories.applicationSupport() + QStringLiteral("/elsewhere");
+        QVERIFY(QDir().mkpath(target));
+        writeTo(target + QStringLiteral("/settings.json"), R"({"recentAppCount":7})");
+        QVERIFY(QFile::link(target, m_folder));
+        const auto store = makeStore();
+        QCOMPARE(store->settings().recentAppCount, 7);
+        changeOneSetting(*store);
+        QCOMPARE(QFile::symLinkTarget(m_folder), target);
+        QVERIFY(decodeSettings(contents(target + QStringLiteral("/settings.json")))->showSeconds);
+    }
+
     void linkToNothingIsSurvived()
     {
         QVERIFY(QDir().mkpath(m_folder));
