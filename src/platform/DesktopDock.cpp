@@ -21,6 +21,11 @@ std::optional<Edge> reservedEdge(const QMarginsF &reserved)
     return std::nullopt;
 }
 
+bool isOn(const QRectF &screen, const DesktopDock &dock)
+{
+    return !dock.frame || dock.frame->intersects(screen);
+}
+
 bool isTuckedAway(const DesktopDock &dock)
 {
     const qreal most = std::max({dock.reserved.bottom(), dock.reserved.left(), dock.reserved.right()});
@@ -59,12 +64,14 @@ QString orientationText(Edge edge)
 
 } // namespace
 
-std::optional<Choice> DesktopDockRule::choose(const QList<DesktopDock> &docks)
+std::optional<Choice> DesktopDockRule::choose(const QList<DesktopDock> &docks, const QRectF &screen)
 {
     rememberTuckedAway(docks);
     QList<Choice> candidates;
-    for (const DesktopDock &dock : docks)
-        candidates.append(judged(dock));
+    for (const DesktopDock &dock : docks) {
+        if (isOn(screen, dock))
+            candidates.append(judged(dock));
+    }
     for (const auto matters : {isInTheWay, hasSettings, stays}) {
         const auto found = std::find_if(candidates.begin(), candidates.end(), matters);
         if (found != candidates.end())

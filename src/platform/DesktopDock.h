@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QMarginsF>
+#include <QRectF>
 #include <QSet>
 #include <QString>
 #include <QVariant>
@@ -29,11 +30,14 @@ struct DesktopDock {
     Kind kind = Kind::panel;
     /// Names it among the others, for as long as it is there.
     quint64 id = 0;
-    /// The edge of the primary screen that it lies along, and how it hides. Absent for a panel that has no such
-    /// settings, of which only what it reserves tells.
+    /// Where it lies, in points from the top left of the primary screen. Absent for one that has no window of its own:
+    /// that is drawn on the primary screen.
+    std::optional<QRectF> frame = std::nullopt;
+    /// The edge of its screen that it lies along, and how it hides. Absent for a panel that has no such settings, of
+    /// which only what it reserves tells.
     std::optional<Edge> edge = std::nullopt;
     std::optional<Hiding> hiding = std::nullopt;
-    /// What it keeps of the primary screen's edges, in points.
+    /// What it keeps of its screen's edges, in points.
     QMarginsF reserved = {};
     /// Seconds the pointer has to rest before it is revealed; absent where it has no such setting.
     std::optional<double> revealDelay = std::nullopt;
@@ -54,10 +58,11 @@ public:
         bool operator==(const Choice &) const = default;
     };
 
-    /// The one that lies where the bar is for good; else the first that has settings; else the first that reserves an
-    /// edge. `docks` is all there are now, in the desktop's own order. A panel that was ever seen tucked away counts as
-    /// hiding, also while it shows itself and reserves as much as one that never hides.
-    [[nodiscard]] std::optional<Choice> choose(const QList<DesktopDock> &docks);
+    /// Of those on the primary screen the one that lies where the bar is for good; else the first that has settings;
+    /// else the first that reserves an edge. `docks` is all there are now, in the desktop's own order, and `screen` the
+    /// primary screen in the coordinates of their frames. A panel that was ever seen tucked away counts as hiding, also
+    /// while it shows itself and reserves as much as one that never hides.
+    [[nodiscard]] std::optional<Choice> choose(const QList<DesktopDock> &docks, const QRectF &screen);
 
 private:
     [[nodiscard]] Choice judged(const DesktopDock &dock) const;

@@ -8,7 +8,10 @@
 
 #include <QCoroTask>
 #include <QFile>
+#include <QGuiApplication>
 #include <QProcess>
+#include <QScopeGuard>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <memory>
 
@@ -255,6 +258,70 @@ private Q_SLOTS:
         QVERIFY(!docks.makeHide(concerning(docks).dock));
         panel.stop();
         QTRY_COMPARE(concerning(docks).dock.kind, Kind::plank);
+    }
+
+    void onlyTheDockThatConcernsTheBarTakesTheDelay()
+    {
+        setPlank("hide-mode", QStringLiteral("auto"));
+        DesktopDocks docks = desktopDocks();
+        DesktopDockControl control(docks);
+        const RunningProgram plank(QStringLiteral("plank"));
+        QTRY_COMPARE(concerning(docks).dock.kind, Kind::plank);
+        QTRY_VERIFY(concerning(docks).hides);
+        QVERIFY(QCoro::waitFor(control.setRevealDelay(0.25)));
+        RunningProgram panel(QStringLiteral("tint2"), tint2(bottom));
+        QTRY_COMPARE(concerning(docks).dock.program, QStringLiteral("tint2"));
+        QVERIFY(!QCoro::waitFor(control.setRevealDelay(0.5)));
+        panel.stop();
+        QTRY_COMPARE(concerning(docks).dock.kind, Kind::plank);
+        QCOMPARE(concerning(docks).dock.revealDelay, 0.25);
+    }
+
+    void everyDockTellsWhereItLies()
+    {
+        setPlank("hide-mode", QStringLiteral("none"));
+        const DesktopDocks docks = desktopDocks();
+        const RunningProgram panel(QStringLiteral("tint2"), tint2(bottom));
+        QTRY_COMPARE(docks.docks().size(), 1);
+        const QRectF bar = docks.docks().first().frame.value_or(QRectF());
+        QTRY_COMPARE(bar.height(), 40.0);
+        QCOMPARE(bar.bottom(), qreal(QGuiApplication::primaryScreen()->size().height()));
+        const RunningProgram plank(QStringLiteral("plank"));
+        QTRY_COMPARE(docks.docks().size(), 2);
+        QCOMPARE(docks.docks().first().kind, Kind::plank);
+        QVERIFY(docks.docks().first().frame);
+    }
+
+    void allOfPlanksDocksAreTold()
+    {
+        const QString plankDocks = QStringLiteral("net.launchpad.plank");
+        const auto enable = [&](const char *docks) {
+            run(QStringLiteral("gsettings"),
+                {QStringLiteral("set"), plankDocks, QStringLiteral("enabled-docks"), QLatin1StringView(docks)});
+        };
+        const QString second = QString(plankSettings).replace(QStringLiteral("dock1"), QStringLiteral("dock2"));
+        const auto setSecond = [&](const char *key, const char *value) {
+            run(QStringLiteral("gsettings"),
+                {QStringLiteral("set"), second, QLatin1StringView(key), QLatin1StringView(value)});
+        };
+        setPlank("hide-mode", QStringLiteral("auto"));
+        setSecond("hide-mode", "none");
+        setSecond("unhide-delay", "300");
+        enable("['dock1', 'dock2']");
+        const auto again = qScopeGuard([&] { enable("['dock1']"); });
+        DesktopDocks docks = desktopDocks();
+        const RunningProgram plank(QStringLiteral("plank"));
+        QTRY_COMPARE(docks.docks().size(), 2);
+        QCOMPARE(docks.docks().first().hiding, Hiding::byItself);
+        QCOMPARE(docks.docks().last().hiding, Hiding::never);
+        QCOMPARE(concerning(docks).dock.revealDelay, 0.3);
+        DesktopDockControl control(docks);
+        QVERIFY(QCoro::waitFor(control.enableAutoHide()));
+        QCOMPARE(docks.docks().last().hiding, Hiding::byItself);
+        QVERIFY(QCoro::waitFor(control.setRevealDelay(0.5)));
+        // Now that both hide, the first is the dock.
+        QCOMPARE(docks.docks().first().revealDelay, 0.5);
+        QCOMPARE(docks.docks().last().revealDelay, 0.3);
     }
 
 private:

@@ -19,6 +19,8 @@ DesktopDock plank(Edge edge, Hiding hiding)
     return {.kind = Kind::plank, .id = 101, .edge = edge, .hiding = hiding, .program = QStringLiteral("plank")};
 }
 
+const QRectF screen(0, 0, 1000, 800);
+
 /// What a panel keeps of the left, the top, the right and the bottom.
 DesktopDock panel(quint64 id, const QMarginsF &reserved)
 {
@@ -34,7 +36,7 @@ DesktopDock atBottom(quint64 id, qreal height)
 quint64 chosen(const QList<DesktopDock> &docks)
 {
     DesktopDockRule rule;
-    const auto choice = rule.choose(docks);
+    const auto choice = rule.choose(docks, screen);
     return choice ? choice->dock.id : 0;
 }
 
@@ -56,7 +58,7 @@ private Q_SLOTS:
     {
         QFETCH(Hiding, hiding);
         DesktopDockRule rule;
-        const auto choice = rule.choose({gnome(Edge::bottom, hiding)});
+        const auto choice = rule.choose({gnome(Edge::bottom, hiding)}, screen);
         QVERIFY(choice);
         QTEST(choice->hides, "hides");
         QCOMPARE(choice->edge, Edge::bottom);
@@ -81,7 +83,7 @@ private Q_SLOTS:
         QFETCH(QMarginsF, reserved);
         QFETCH(std::optional<Edge>, edge);
         DesktopDockRule rule;
-        const auto choice = rule.choose({panel(1, reserved)});
+        const auto choice = rule.choose({panel(1, reserved)}, screen);
         QCOMPARE(choice.has_value(), edge.has_value());
         QVERIFY(!choice || (choice->edge == *edge && !choice->hides));
     }
@@ -117,16 +119,51 @@ private Q_SLOTS:
         QTEST(chosen(docks), "expected");
     }
 
+    void onlyWhatLiesOnThePrimaryScreenConcernsTheBar_data()
+    {
+        QTest::addColumn<QRectF>("frame");
+        QTest::addColumn<bool>("concerns");
+        QTest::newRow("along its bottom") << QRectF(0, 760, 1000, 40) << true;
+        QTest::newRow("on the screen beside it") << QRectF(1000, 760, 1000, 40) << false;
+        QTest::newRow("on the screen above it") << QRectF(0, -40, 1000, 40) << false;
+        QTest::newRow("on the screen below it") << QRectF(0, 1560, 1000, 40) << false;
+        QTest::newRow("across both") << QRectF(0, 760, 2000, 40) << true;
+        QTest::newRow("with its last point") << QRectF(999, 760, 1000, 40) << true;
+    }
+
+    void onlyWhatLiesOnThePrimaryScreenConcernsTheBar()
+    {
+        QFETCH(QRectF, frame);
+        QFETCH(bool, concerns);
+        DesktopDock dock = plank(Edge::bottom, Hiding::never);
+        dock.frame = frame;
+        QCOMPARE(chosen({dock}) == dock.id, concerns);
+        DesktopDock wide = atBottom(1, 40);
+        wide.frame = frame;
+        QCOMPARE(chosen({wide, atBottom(2, 40)}), concerns ? 1U : 2U);
+    }
+
+    void aPanelThatTucksAwayElsewhereHidesHereToo()
+    {
+        DesktopDockRule rule;
+        DesktopDock dock = atBottom(1, 4);
+        dock.frame = QRectF(1000, 760, 1000, 40);
+        QVERIFY(!rule.choose({dock}, screen));
+        dock.frame = QRectF(0, 760, 1000, 40);
+        dock.reserved = {0, 0, 0, 40};
+        QVERIFY(!rule.choose({dock}, screen));
+    }
+
     void aPanelOnceSeenTuckedAwayHidesAlsoWhileItShowsItself()
     {
         DesktopDockRule rule;
-        QVERIFY(!rule.choose({atBottom(1, 4)}));
-        QVERIFY(!rule.choose({atBottom(1, 40)}));
-        QVERIFY(rule.choose({atBottom(1, 40), atBottom(2, 40)}));
-        QVERIFY(!rule.choose({atBottom(1, 40)}));
+        QVERIFY(!rule.choose({atBottom(1, 4)}, screen));
+        QVERIFY(!rule.choose({atBottom(1, 40)}, screen));
+        QVERIFY(rule.choose({atBottom(1, 40), atBottom(2, 40)}, screen));
+        QVERIFY(!rule.choose({atBottom(1, 40)}, screen));
         // Another panel may get the number of one that went.
-        QVERIFY(!rule.choose({}));
-        QVERIFY(rule.choose({atBottom(1, 40)}));
+        QVERIFY(!rule.choose({}, screen));
+        QVERIFY(rule.choose({atBottom(1, 40)}, screen));
     }
 
     void itIsToldOfInTheWordsOfTheDomain_data()
@@ -155,7 +192,7 @@ private Q_SLOTS:
     void theDelayIsToldWhereThereIsOne()
     {
         DesktopDockRule rule;
-        const auto choice = rule.choose({gnome(Edge::bottom, Hiding::never)});
+        const auto choice = rule.choose({gnome(Edge::bottom, Hiding::never)}, screen);
         QCOMPARE(dockPreference(choice, QStringLiteral("autohide-delay")), QVariant(0.25));
         QCOMPARE(dockPreference(choice, QStringLiteral("tilesize")), QVariant());
     }

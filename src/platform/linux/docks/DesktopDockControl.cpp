@@ -2,8 +2,6 @@
 
 #include "platform/linux/docks/DesktopDocks.h"
 
-#include <algorithm>
-
 namespace moorline {
 
 DesktopDockControl::DesktopDockControl(DesktopDocks &docks)
@@ -19,9 +17,8 @@ QCoro::Task<bool> DesktopDockControl::enableAutoHide()
 
 QCoro::Task<bool> DesktopDockControl::setRevealDelay(double seconds)
 {
-    const auto docks = m_docks.docks();
-    co_return std::any_of(docks.begin(), docks.end(),
-        [this, seconds](const DesktopDock &dock) { return m_docks.setRevealDelay(dock, seconds); });
+    const auto concerning = m_docks.concerningDock();
+    co_return concerning &&m_docks.setRevealDelay(concerning->dock, seconds);
 }
 
 } // namespace moorline

@@ -6,8 +6,7 @@ namespace moorline {
 
 class DesktopDocks;
 
-/// Changes the desktop's own docks through their settings: makes the one that concerns the bar hide, and gives the
-/// delay to the first that has one.
+/// Changes that one of the desktop's own docks that concerns the bar, through its settings.
 class DesktopDockControl final : public SystemDockControl {
 public:
     explicit DesktopDockControl(DesktopDocks &docks);

@@ -26,17 +26,20 @@ QString extensionSchemas()
     return {};
 }
 
-std::optional<GSettingsGroup> openPlankDock()
+std::vector<GSettingsGroup> openPlankDocks(const QStringList &names)
 {
-    const auto plank = GSettingsGroup::open("net.launchpad.plank");
-    const QStringList docks = plank ? plank->texts("enabled-docks").value_or(QStringList()) : QStringList();
-    if (docks.isEmpty())
-        return std::nullopt;
-    return GSettingsGroup::open("net.launchpad.plank.dock.settings", plankDockPaths + docks.first().toUtf8() + '/');
+    std::vector<GSettingsGroup> docks;
+    for (const QString &name : names) {
+        const QByteArray path = plankDockPaths + name.toUtf8() + '/';
+        if (auto dock = GSettingsGroup::open("net.launchpad.plank.dock.settings", path))
+            docks.push_back(*std::move(dock));
+    }
+    return docks;
 }
 
 // The docks that have settings are no windows to the rule; any number does that no window has.
 constexpr quint64 gnomeId = quint64(1) << 32U;
+/// Of the first; those of the others follow.
 constexpr quint64 plankId = gnomeId + 1;
 
 /// GNOME's dock names its edges in capitals, Plank in small letters.
@@ -69,13 +72,15 @@ bool isPlank(const DockWindow &window)
 
 /// The strut alone says too much where a screen ends before the root window does, the frame alone where a window is
 /// larger than what is drawn in it.
-DesktopDock panelFrom(const DockWindow &window, qreal scale)
+DesktopDock panelFrom(const DockWindow &window, const X11Coordinates &coordinates)
 {
-    const auto reserved = [scale](int strut, int frameLength) { return std::min(strut, frameLength) / scale; };
+    const auto reserved = [scale = coordinates.primaryScale()](
+                              int strut, int frameLength) { return std::min(strut, frameLength) / scale; };
     const QSize size = window.frame.size();
     return {
         .kind = DesktopDock::Kind::panel,
         .id = window.window,
+        .frame = coordinates.windowBoundsFromNative(window.frame),
         .reserved = {reserved(window.strut.left(), size.width()), reserved(window.strut.top(), size.height()),
             reserved(window.strut.right(), size.width()), reserved(window.strut.bottom(), size.height())},
         .program = window.windowClass.toLower(),
@@ -91,7 +96,7 @@ QStringList currentDesktopNames()
 
 DesktopDocks::DesktopDocks(const DockWindows *windows, const QStringList &desktopNames)
     : m_windows(windows)
-    , m_plankDock(openPlankDock())
+    , m_plank(GSettingsGroup::open("net.launchpad.plank"))
 {
     if (!desktopNames.contains(QStringLiteral("GNOME"), Qt::CaseInsensitive))
         return;
@@ -106,14 +111,22 @@ QList<DesktopDock> DesktopDocks::docks() const
     if (m_gnomeDock && isGnomeDockEnabled())
         docks.append(gnomeDock());
     auto windows = m_windows == nullptr ? QList<DockWindow>() : m_windows->windows();
-    if (m_plankDock && windows.removeIf(isPlank) > 0)
-        docks.append(plankDock());
-    const X11Coordinates coordinates = X11Coordinates::current();
-    for (const DockWindow &window : std::as_const(windows)) {
-        if (window.frame.intersects(coordinates.nativePrimary()))
-            docks.append(panelFrom(window, coordinates.primaryScale()));
+    followPlanksNames();
+    if (!m_plankDocks.empty()) {
+        const auto others = std::stable_partition(windows.begin(), windows.end(), isPlank);
+        docks += plankDocks({windows.begin(), others});
+        windows.erase(windows.begin(), others);
     }
+    const X11Coordinates coordinates = X11Coordinates::current();
+    for (const DockWindow &window : std::as_const(windows))
+        docks.append(panelFrom(window, coordinates));
     return docks;
+}
+
+std::optional<DesktopDockRule::Choice> DesktopDocks::concerningDock() const
+{
+    const X11Coordinates coordinates = X11Coordinates::current();
+    return m_rule.choose(docks(), coordinates.windowBoundsFromNative(coordinates.nativePrimary()));
 }
 
 bool DesktopDocks::makeHide(const DesktopDock &dock)
@@ -124,7 +137,7 @@ bool DesktopDocks::makeHide(const DesktopDock &dock)
         return m_gnomeDock->setBoolean("dock-fixed", false) && m_gnomeDock->setBoolean("autohide", true)
             && m_gnomeDock->setBoolean("intellihide", false);
     case DesktopDock::Kind::plank:
-        return m_plankDock->setText("hide-mode", QStringLiteral("auto"));
+        return m_plankDocks.at(dock.id - plankId).setText("hide-mode", QStringLiteral("auto"));
     case DesktopDock::Kind::panel:
         return false;
     }
@@ -137,7 +150,7 @@ bool DesktopDocks::setRevealDelay(const DesktopDock &dock, double seconds)
     case DesktopDock::Kind::gnome:
         return m_gnomeDock->setNumber("show-delay", seconds);
     case DesktopDock::Kind::plank:
-        return m_plankDock->setNumber("unhide-delay", seconds * 1000);
+        return m_plankDocks.at(dock.id - plankId).setNumber("unhide-delay", seconds * 1000);
     case DesktopDock::Kind::panel:
         return false;
     }
@@ -179,18 +192,35 @@ DesktopDock::Hiding DesktopDocks::gnomeHiding() const
     return dodges ? DesktopDock::Hiding::fromWindows : DesktopDock::Hiding::byItself;
 }
 
-DesktopDock DesktopDocks::plankDock() const
+void DesktopDocks::followPlanksNames() const
 {
-    DesktopDock dock{
-        .kind = DesktopDock::Kind::plank,
-        .id = plankId,
-        .edge = edgeNamed(m_plankDock->text("position")),
-        .hiding = plankHiding(m_plankDock->text("hide-mode")),
-        .program = QStringLiteral("plank"),
-    };
-    if (const auto milliseconds = m_plankDock->number("unhide-delay"))
-        dock.revealDelay = *milliseconds / 1000;
-    return dock;
+    const QStringList names = m_plank ? m_plank->texts("enabled-docks").value_or(QStringList()) : QStringList();
+    if (names == m_plankNames)
+        return;
+    m_plankNames = names;
+    m_plankDocks = openPlankDocks(names);
+}
+
+QList<DesktopDock> DesktopDocks::plankDocks(const QList<DockWindow> &windows) const
+{
+    QList<DesktopDock> docks;
+    if (windows.isEmpty())
+        return docks;
+    for (const GSettingsGroup &settings : m_plankDocks) {
+        docks.append({
+            .kind = DesktopDock::Kind::plank,
+            .id = plankId + quint64(docks.size()),
+            .edge = edgeNamed(settings.text("position")),
+            .hiding = plankHiding(settings.text("hide-mode")),
+            .program = QStringLiteral("plank"),
+        });
+        if (const auto milliseconds = settings.number("unhide-delay"))
+            docks.last().revealDelay = *milliseconds / 1000;
+    }
+    // Of several, nothing tells which window is whose.
+    if (docks.size() == 1 && windows.size() == 1)
+        docks.first().frame = X11Coordinates::current().windowBoundsFromNative(windows.first().frame);
+    return docks;
 }
 
 } // namespace moorline

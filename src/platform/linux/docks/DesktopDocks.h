@@ -4,10 +4,12 @@
 #include "platform/linux/glib/GSettingsGroup.h"
 
 #include <QStringList>
+#include <vector>
 
 namespace moorline {
 
 class DockWindows;
+struct DockWindow;
 
 /// The names in XDG_CURRENT_DESKTOP, such as "ubuntu" and "GNOME".
 [[nodiscard]] QStringList currentDesktopNames();
@@ -18,10 +20,10 @@ public:
     /// `windows` is null when there is no X display; only GNOME's dock, which is no window, is found then.
     explicit DesktopDocks(const DockWindows *windows, const QStringList &desktopNames = currentDesktopNames());
 
-    /// Those on the primary screen now: GNOME's and Plank first, then the panels from the lowest to the topmost.
+    /// Those that there are now: GNOME's and Plank's first, then the panels from the lowest to the topmost.
     [[nodiscard]] QList<DesktopDock> docks() const;
     /// The one of them that the rule chooses.
-    [[nodiscard]] std::optional<DesktopDockRule::Choice> concerningDock() const { return m_rule.choose(docks()); }
+    [[nodiscard]] std::optional<DesktopDockRule::Choice> concerningDock() const;
 
     /// Makes it hide whenever the pointer is elsewhere. Both answer whether the dock took it; a plain panel takes
     /// neither.
@@ -32,13 +34,18 @@ private:
     [[nodiscard]] bool isGnomeDockEnabled() const;
     [[nodiscard]] DesktopDock gnomeDock() const;
     [[nodiscard]] DesktopDock::Hiding gnomeHiding() const;
-    [[nodiscard]] DesktopDock plankDock() const;
+    void followPlanksNames() const;
+    /// All that are switched on. `windows` are theirs.
+    [[nodiscard]] QList<DesktopDock> plankDocks(const QList<DockWindow> &windows) const;
 
     const DockWindows *m_windows;
     bool m_hasDockBySession = false;
     std::optional<GSettingsGroup> m_shell;
     std::optional<GSettingsGroup> m_gnomeDock;
-    std::optional<GSettingsGroup> m_plankDock;
+    std::optional<GSettingsGroup> m_plank;
+    /// Those that were switched on when it was last looked, and their settings.
+    mutable QStringList m_plankNames;
+    mutable std::vector<GSettingsGroup> m_plankDocks;
     mutable DesktopDockRule m_rule;
 };
 
