@@ -178,8 +178,9 @@ void LocationService::resolvePending(const Position &position)
 QCoro::Task<WeatherLocation> LocationService::describe(PositionFix fix)
 {
     const Promise<WeatherLocation> location;
-    const auto known = std::ranges::find_if(m_namings, [&fix](const auto &naming) { return naming->fix == fix; });
-    if (known != m_namings.end()) {
+    const auto known =
+        std::find_if(m_namings.cbegin(), m_namings.cend(), [&fix](const auto &naming) { return naming->fix == fix; });
+    if (known != m_namings.cend()) {
         (*known)->waiting.append(location);
     } else {
         m_namings.append(std::make_shared<Naming>(Naming{fix, {location}}));
