@@ -75,9 +75,7 @@ void AppDelegate::runBar()
 {
     m_services.start();
     m_windowController.show();
-    // Once the panel is painted: asking a tray that hangs for its place would hold everything up.
-    m_statusTimer = m_services.platform.clock->after(std::chrono::milliseconds(0),
-        [this] { m_services.platform.statusBar->show(statusItem(m_services.store, commands())); });
+    m_services.platform.statusBar->show(statusItem(m_services.store, commands()));
     if (m_plan.snapshotPath)
         scheduleSnapshot();
 }

@@ -40,7 +40,6 @@ private:
     Outlets m_outlets;
     Services m_services;
     DockWindowController m_windowController;
-    std::unique_ptr<Clock::Timer> m_statusTimer;
     /// Ends a run that makes one picture.
     std::unique_ptr<Clock::Timer> m_pictureTimer;
 };

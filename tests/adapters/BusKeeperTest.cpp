@@ -6,6 +6,7 @@
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/bus/FollowedName.h"
 
+#include <QElapsedTimer>
 #include <QSignalSpy>
 
 using namespace moorline;
@@ -99,6 +100,42 @@ private Q_SLOTS:
                      .isConnected());
         QDBusConnection::disconnectFromBus(QStringLiteral("other"));
         kept.reset();
+        silent.close();
+        QFile::remove(QString::fromLocal8Bit(privateBus().address().mid(qstrlen("unix:path="))));
+    }
+
+    void whoCannotDoWithoutLearnsInTimeWhetherThereIsABus()
+    {
+        FakeClock clock;
+        Bus bus;
+        BusKeeper keeper(BusKind::session, bus, clock, 1s);
+        QVERIFY(!keeper.answersWithin(0ms));
+        QVERIFY(privateBus().start());
+        keeper.open();
+        QCOMPARE(clock.runningTimers(), 0);
+        QVERIFY(keeper.answersWithin(10s));
+        QCOMPARE(bus.state(), Bus::State::awaited);
+        QTRY_VERIFY(bus.isOpen());
+    }
+
+    void aBusThatIsNotThereOrSilentDoesNotAnswer()
+    {
+        FakeClock clock;
+        Bus bus;
+        {
+            BusKeeper keeper(BusKind::session, bus, clock, 1s);
+            keeper.open();
+            QVERIFY(!keeper.answersWithin(10s));
+            QTRY_COMPARE(bus.state(), Bus::State::absent);
+        }
+        FileDescriptor silent = privateBus().startSilent();
+        QVERIFY(silent.isOpen());
+        BusKeeper keeper(BusKind::session, bus, clock, 1s);
+        keeper.open();
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(!keeper.answersWithin(100ms));
+        QVERIFY(timer.elapsed() < 5000);
         silent.close();
         QFile::remove(QString::fromLocal8Bit(privateBus().address().mid(qstrlen("unix:path="))));
     }

@@ -1,11 +1,11 @@
 #include "platform/Platform.h"
+#include "platform/linux/LinuxStatusBar.h"
 #include "platform/linux/NullAdapters.h"
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/bus/BusKeeper.h"
 #include "platform/linux/desktop/DesktopEntries.h"
 #include "platform/linux/desktop/LogindPower.h"
 #include "platform/linux/desktop/PlainFiles.h"
-#include "platform/linux/desktop/StatusNotifierBar.h"
 #include "platform/linux/desktop/SvgSymbols.h"
 #include "platform/linux/desktop/XdgDirectories.h"
 #include "platform/linux/docks/DesktopDockControl.h"
@@ -32,6 +32,7 @@
 #include "platform/qt/QtFileWatch.h"
 #include "platform/qt/QtHttpClient.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 
 namespace moorline {
@@ -44,6 +45,8 @@ constexpr auto qtPlatform = "QT_QPA_PLATFORM";
 constexpr std::chrono::seconds systemBusDelay{1};
 /// Before anyone else's connection to the session bus can end the program.
 constexpr std::chrono::milliseconds sessionBusDelay{0};
+/// How long the bar waits for a session bus before it does without what Qt uses it for. It answers in milliseconds.
+constexpr std::chrono::milliseconds sessionBusPatience{1000};
 
 bool hasDisplay()
 {
@@ -86,7 +89,7 @@ struct Foundation {
     std::unique_ptr<X11Desktop> desktop;
     DesktopDocks docks;
     KeptBus systemBus;
-    /// Nobody asks it anything yet; whoever keeps it keeps the program from ending with it.
+    /// Whoever keeps it keeps the program from ending with it.
     KeptBus sessionBus;
     SessionIconTheme iconTheme;
 };
@@ -108,6 +111,20 @@ std::shared_ptr<Foundation> layFoundation(Clock &clock)
     return std::shared_ptr<Foundation>(
         new Foundation{std::move(desktop), DesktopDocks(windows), KeptBus(BusKind::system, clock, systemBusDelay),
             KeptBus(BusKind::session, clock, sessionBusDelay), SessionIconTheme(settings)});
+}
+
+/// Qt opens the session bus with the first window, to ask whether a screen reader runs, and waits for a bus that hangs.
+/// When it is told of another address it asks there, once.
+void keepQtOffTheSessionBus()
+{
+    constexpr auto accessibilityBus = "AT_SPI_BUS_ADDRESS";
+    if (qEnvironmentVariableIsSet(accessibilityBus))
+        return;
+    qDebug("Moorline: the session bus does not answer; screen readers are not told of the bar");
+    qputenv(accessibilityBus, "disabled:");
+    static_cast<void>(QAccessible::isActive());
+    // Nor shall the programs that are started from the bar inherit it.
+    qunsetenv(accessibilityBus);
 }
 
 Port<Pointer> makePointer(const X11Desktop *desktop)
@@ -175,7 +192,9 @@ Platform createPlatform()
     QtClock &clock = *ownedClock;
     const auto foundation = layFoundation(clock);
     X11Desktop *desktop = foundation->desktop.get();
-    return {
+    if (desktop)
+        foundation->sessionBus.keeper.open();
+    Platform platform{
         .clock = std::move(ownedClock),
         .foundation = foundation,
         .screens = makePort<X11Screens>(desktop ? desktop->connection.get() : nullptr),
@@ -185,7 +204,8 @@ Platform createPlatform()
         .windowServer = makeWindowServer(desktop),
         .workspace = makeWorkspace(desktop),
         .power = makePort<LogindPower>(foundation->systemBus.bus, clock),
-        .statusBar = makePort<StatusNotifierBar>(),
+        .statusBar =
+            makePort<LinuxStatusBar>(foundation->sessionBus.bus, clock, desktop ? desktop->connection.get() : nullptr),
         .preferences = makePort<DesktopPreferences>(foundation->docks),
         .systemDockControl = std::make_unique<DesktopDockControl>(foundation->docks),
         .systemSettings = makePort<DesktopSettings>(foundation->docks),
@@ -203,6 +223,9 @@ Platform createPlatform()
         .icons = makePort<ThemedIcons>(clock, foundation->iconTheme),
         .wordingCatalogue = QStringLiteral(":/wording/linux_en.qm"),
     };
+    if (desktop && !foundation->sessionBus.keeper.answersWithin(sessionBusPatience))
+        keepQtOffTheSessionBus();
+    return platform;
 }
 
 } // namespace moorline

@@ -145,7 +145,9 @@ class Bar:
 
     def _is_popup(self, window):
         attributes = window.get_attributes()
-        return attributes.override_redirect and attributes.win_class == X.InputOutput
+        # An icon that a tray has taken in is none.
+        is_outermost = window.query_tree().parent == self.screen.root
+        return is_outermost and attributes.override_redirect and attributes.win_class == X.InputOutput
 
     def _screen_height(self):
         return self.screen.size[1]

@@ -229,6 +229,19 @@ class Desktop:
             # The machine's own system bus has nothing to say here either.
             self.environment |= {"DBUS_SESSION_BUS_ADDRESS": address, "DBUS_SYSTEM_BUS_ADDRESS": address}
 
+    def restart_bus(self):
+        """Ends the session bus and starts another at the same address."""
+        self.stop("bus")
+        # The address of the one before names its identity, which no other has.
+        address = self.environment["DBUS_SESSION_BUS_ADDRESS"].split(",")[0]
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+        Path(address.removeprefix("unix:path=")).unlink(missing_ok=True)
+        with _pipe() as (read, write):
+            arguments = ["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}"]
+            self.start("bus", *arguments, f"--print-address={write}", pass_fds=(write,))
+            os.close(write)
+            _line(read)
+
     def _start_window_manager(self):
         self.start("window-manager", *WINDOW_MANAGERS[self.window_manager])
         # The check window comes first, long before windows are managed; the work area is published when they are.

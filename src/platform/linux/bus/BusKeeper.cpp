@@ -16,9 +16,11 @@ QString connectionName(BusKind kind, int generation)
 }
 
 /// Waits for the bus. What Qt makes of it is there without waiting afterwards.
-bool openBus(BusKind kind, BusProbe &probe, const QString &name)
+bool openBus(BusKind kind, BusProbe &probe, std::promise<bool> &answers, const QString &name)
 {
-    if (!probe.answers())
+    const bool isThere = probe.answers();
+    answers.set_value(isThere);
+    if (!isThere)
         return false;
     probe.outliveSharedConnection();
     const auto type = kind == BusKind::session ? QDBusConnection::SessionBus : QDBusConnection::SystemBus;
@@ -52,16 +54,24 @@ BusKeeper::~BusKeeper()
 
 void BusKeeper::open()
 {
+    m_timer.reset();
     QDBusConnection::disconnectFromBus(connectionName(m_kind, m_generation));
     m_probe = std::make_shared<BusProbe>(m_kind);
+    const auto answers = std::make_shared<std::promise<bool>>();
+    m_answers = answers->get_future();
     const auto isThere = std::make_shared<bool>(false);
-    m_thread =
-        QThread::create([isThere, kind = m_kind, probe = m_probe, name = connectionName(m_kind, ++m_generation)] {
-            *isThere = openBus(kind, *probe, name);
+    m_thread = QThread::create(
+        [isThere, answers, kind = m_kind, probe = m_probe, name = connectionName(m_kind, ++m_generation)] {
+            *isThere = openBus(kind, *probe, *answers, name);
         });
     m_thread->setObjectName(m_kind == BusKind::session ? QStringLiteral("session bus") : QStringLiteral("system bus"));
     connect(m_thread, &QThread::finished, this, [this, isThere] { opened(*isThere); });
     m_thread->start();
+}
+
+bool BusKeeper::answersWithin(std::chrono::milliseconds limit) const
+{
+    return m_answers.valid() && m_answers.wait_for(limit) == std::future_status::ready && m_answers.get();
 }
 
 void BusKeeper::opened(bool isThere)

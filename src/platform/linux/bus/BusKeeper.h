@@ -5,6 +5,7 @@
 
 #include <QDBusConnection>
 #include <QObject>
+#include <future>
 
 QT_BEGIN_NAMESPACE
 class QThread;
@@ -26,8 +27,12 @@ public:
     BusKeeper(BusKind kind, Bus &bus, Clock &clock, std::chrono::milliseconds delay);
     ~BusKeeper() override;
 
-private:
+    /// At once, in place of after the delay.
     void open();
+    /// Whether the bus that is being opened has answered, for which this waits at most so long.
+    [[nodiscard]] bool answersWithin(std::chrono::milliseconds limit) const;
+
+private:
     void opened(bool isThere);
     void searchIfGone();
 
@@ -39,6 +44,7 @@ private:
     bool m_wasOpen = false;
     std::unique_ptr<Clock::Timer> m_timer;
     std::shared_ptr<BusProbe> m_probe;
+    std::shared_future<bool> m_answers;
     QThread *m_thread = nullptr;
 };
 

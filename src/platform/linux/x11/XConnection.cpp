@@ -256,6 +256,12 @@ void XConnection::dispatch(const xcb_generic_event_t &event)
     case XCB_CIRCULATE_NOTIFY:
         Q_EMIT structureChanged(event);
         break;
+    case XCB_EXPOSE:
+    case XCB_BUTTON_PRESS:
+    case XCB_ENTER_NOTIFY:
+    case XCB_LEAVE_NOTIFY:
+        Q_EMIT ownWindowTold(event);
+        break;
     case XCB_GE_GENERIC:
         dispatchInput(reinterpret_cast<const xcb_ge_generic_event_t &>(event));
         break;

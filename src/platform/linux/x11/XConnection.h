@@ -22,6 +22,8 @@ public:
 
     [[nodiscard]] xcb_connection_t *native() const { return m_native.get(); }
     [[nodiscard]] xcb_window_t root() const { return m_screen->root; }
+    /// How the root window's pixels look, and those of most others.
+    [[nodiscard]] xcb_visualid_t rootVisual() const { return m_screen->root_visual; }
     /// The one that $DISPLAY names, by which selections are numbered.
     [[nodiscard]] int screenNumber() const { return m_screenNumber; }
     [[nodiscard]] xcb_atom_t atom(XAtom name) const { return m_atoms[name]; }
@@ -68,6 +70,8 @@ Q_SIGNALS:
     void buttonPressed(std::uint32_t button);
     /// Of one that is watched.
     void selectionOwnerChanged(xcb_atom_t selection);
+    /// What only windows of this connection are told: they have to be painted, or the pointer is over them.
+    void ownWindowTold(const xcb_generic_event_t &event);
 
 private:
     struct Disconnecter {
