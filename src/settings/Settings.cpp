@@ -27,6 +27,15 @@ ClockFormat systemClockFormat()
     return pattern.contains(dayPeriod) ? ClockFormat::twelveHour : ClockFormat::twentyFourHour;
 }
 
+// Out of line, because GCC 12 takes the list for uninitialised where it is built within another function.
+const QList<WidgetKind> &defaultWidgets()
+{
+    using enum WidgetKind;
+    static const QList<WidgetKind> widgets{
+        clock, calendar, weather, forecast, music, appShortcut, recentApps, pinnedItems};
+    return widgets;
+}
+
 const QList<AppShortcut> &defaultShortcuts()
 {
     static const QList<AppShortcut> shortcuts{{QStringLiteral("/System/Library/CoreServices/Finder.app"),

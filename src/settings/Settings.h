@@ -55,6 +55,8 @@ struct WeatherLocation {
 
 /// 12 or 24 hours, as the user's locale writes the time of day.
 [[nodiscard]] ClockFormat systemClockFormat();
+/// All but the counter of the year.
+[[nodiscard]] const QList<WidgetKind> &defaultWidgets();
 /// Just the file manager.
 [[nodiscard]] const QList<AppShortcut> &defaultShortcuts();
 
@@ -78,8 +80,7 @@ struct Settings {
     /// Set once the pinned-items widget has been added to a settings file that predates it.
     bool pinnedItemsIntroduced = false;
     /// Left to right.
-    QList<WidgetKind> enabledWidgets{WidgetKind::clock, WidgetKind::calendar, WidgetKind::weather, WidgetKind::forecast,
-        WidgetKind::music, WidgetKind::appShortcut, WidgetKind::recentApps, WidgetKind::pinnedItems};
+    QList<WidgetKind> enabledWidgets = defaultWidgets();
     QString highlightColorHex = QStringLiteral("#ff8a4c");
     QList<AppShortcut> appShortcuts = defaultShortcuts();
     WeatherLocation location{QStringLiteral("San Francisco"), QStringLiteral("California"),

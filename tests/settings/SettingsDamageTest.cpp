@@ -249,8 +249,9 @@ private Q_SLOTS:
     void noFieldOfTheUnusualRecordHasItsDefault()
     {
         int fields = 0;
-        forEachSetting([&fields](const char *key, auto field) {
-            QVERIFY2(unusual().*field != Settings::defaults().*field, key);
+        const Settings settings = unusual();
+        forEachSetting([&](const char *key, auto field) {
+            QVERIFY2(settings.*field != Settings::defaults().*field, key);
             ++fields;
         });
         QCOMPARE(fields, 26);
