@@ -27,7 +27,7 @@ bool replace(Value &current, const Value &value)
 std::shared_ptr<WebSession> renew(std::shared_ptr<WebSession> &session, HttpClient &client)
 {
     const auto old = std::exchange(session, std::make_shared<WebSession>(client));
-    const auto fresh = session;
+    auto fresh = session;
     if (old)
         old->cancel();
     return fresh;
@@ -130,8 +130,9 @@ QCoro::Task<WeatherService::Place> WeatherService::locate(Session session, Setti
     if (fix)
         co_return Place{LocationSource::locationServices, *fix};
     auto caller = co_await m_requests.fetchIPWho(session);
-    if (!caller && !session->isCancelled())
+    if (!caller && !session->isCancelled()) {
         caller = co_await m_requests.fetchIPAPI(session);
+    }
     co_return caller ? Place{LocationSource::ipAddress, *caller} : chosen;
 }
 
