@@ -1,13 +1,11 @@
 #include "platform/linux/desktop/PlainFiles.h"
 
-#include <QFileInfo>
-
 namespace moorline {
 
 QString PlainFiles::displayName(const QString &path) const
 {
-    const QString name = QFileInfo(path).fileName();
-    return name.isEmpty() ? path : name;
+    const QString last = path.section(u'/', -1, -1, QString::SectionSkipEmpty);
+    return last.isEmpty() ? path.left(1) : last;
 }
 
 } // namespace moorline
