@@ -2,8 +2,8 @@
 
 namespace moorline {
 
-BusAnswer::BusAnswer(QDBusMessage message)
-    : m_message(std::move(message))
+BusAnswer::BusAnswer(const QDBusMessage &message)
+    : m_message(message)
 {
 }
 

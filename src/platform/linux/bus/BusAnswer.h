@@ -22,7 +22,7 @@ template <typename T>
 /// What became of a call.
 class BusAnswer final {
 public:
-    explicit BusAnswer(QDBusMessage message);
+    explicit BusAnswer(const QDBusMessage &message);
     /// One that never came.
     [[nodiscard]] static BusAnswer failure(const QString &errorName);
 

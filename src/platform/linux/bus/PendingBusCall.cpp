@@ -61,7 +61,7 @@ Promise<BusAnswer> ask(
 {
     if (bus.isOpen())
         return (new PendingBusCall(owner, bus, clock, question, limit))->answer();
-    const Promise<BusAnswer> answer;
+    Promise<BusAnswer> answer;
     answer.resolve(BusAnswer::failure(disconnected));
     return answer;
 }
