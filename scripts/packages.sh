@@ -3,6 +3,8 @@
 #
 #   need build desktop ...   makes sure that the packages of these groups are there
 
+source "${BASH_SOURCE[0]%/*}/homebrew.sh"
+
 # The system's own Python: the modules below are installed for that one, not for another that may come first in PATH.
 export system_python=/usr/bin/python3
 
@@ -55,7 +57,9 @@ arch_packages='base-devel cmake ninja pkgconf qt6-base qt6-svg qt6-tools qcoro l
     python-pytest python-dbusmock python-dbus at-spi2-core openssl python-xlib python-pillow inter-font ttf-dejavu'
 
 need() {
-    if command -v apt-get >/dev/null; then
+    if is_mac; then
+        need_formulas "$@"
+    elif command -v apt-get >/dev/null; then
         need_packages "$@"
     else
         need_commands "$@"
