@@ -102,7 +102,6 @@ std::unique_ptr<DockBarView> AppDelegate::makeBar(std::function<void(qreal)> con
             .clock = *m_services.platform.clock,
             .screens = *m_services.platform.screens,
             .symbols = m_services.symbols,
-            .holds = m_services.barHolds,
             .stage = m_services.barStage,
             .commands = commands(),
             .makeWidget = [this](WidgetKind kind) { return makeBarWidget(kind, m_services); },

@@ -31,6 +31,7 @@ Services::Services(Platform &lentPlatform, const RunPlan &plan)
           .windows = *platform.popupWindows,
           .screens = *platform.screens,
           .panel = *platform.panelWindow,
+          .pointer = *platform.pointer,
           .clock = *platform.clock,
           .symbols = symbols,
           .holds = barHolds,

@@ -1,52 +1,22 @@
 #include "chrome/BarItem.h"
 
-#include "chrome/BarHolds.h"
+#include "chrome/BarDrag.h"
+#include "chrome/BarItemErrand.h"
 
-#include <QApplication>
-#include <QGraphicsScene>
 #include <QGraphicsSceneContextMenuEvent>
-#include <QGraphicsSceneDragDropEvent>
 #include <QGraphicsSceneMouseEvent>
 #include <QMetaMethod>
-#include <QMimeData>
 #include <algorithm>
 
 namespace moorline {
-
-/// Something that the item does for the pointer, in which anything may happen to it: as long as it lasts, a retired
-/// item is not deleted.
-class BarItem::Errand {
-public:
-    explicit Errand(BarItem &item)
-        : m_item(&item)
-    {
-        ++item.m_errands;
-    }
-    Q_DISABLE_COPY_MOVE(Errand)
-    ~Errand()
-    {
-        if (!m_item)
-            return;
-        --m_item->m_errands;
-        for (QGraphicsItem *item = m_item; item; item = item->parentItem()) {
-            auto *barItem = dynamic_cast<BarItem *>(item);
-            if (barItem && barItem->m_isRetired && !barItem->isBusy())
-                barItem->deleteLater();
-        }
-    }
-
-    /// False when the item was destroyed meanwhile.
-    [[nodiscard]] explicit operator bool() const { return !m_item.isNull(); }
-
-private:
-    QPointer<BarItem> m_item;
-};
 
 BarItem::BarItem(QGraphicsItem *parent)
     : QGraphicsWidget(parent)
 {
     setAcceptedMouseButtons(Qt::NoButton);
 }
+
+BarItem::~BarItem() = default;
 
 void BarItem::setDescription(const Description &description)
 {
@@ -70,6 +40,8 @@ void BarItem::setTouchable(bool touchable)
     const Errand errand(*this);
     // First, and not when Qt takes the pointer away: it goes on with the item.
     if (!touchable)
+        endDragInside(DragEnd::cancelled);
+    if (errand && !touchable)
         cancelPress();
     if (errand && !touchable)
         setState(m_isHovered, false, &BarItem::hoveredChanged);
@@ -119,16 +91,20 @@ void BarItem::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
 
 void BarItem::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
 {
+    if (m_isDraggedInside)
+        return dragTo(event->scenePos());
     if (!m_press)
         return;
-    if (m_isDraggable && isDrag(QPointF(event->screenPos()) - m_press->screenPlace))
-        runDrag(m_press->place);
+    if (m_dragKind && isDrag(QPointF(event->screenPos()) - m_press->screenPlace))
+        beginDrag(m_press->place);
     else
         setState(m_isPressed, m_press->canClick && shape().contains(event->pos()), &BarItem::pressedChanged);
 }
 
 void BarItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 {
+    if (m_isDraggedInside && event->button() == Qt::LeftButton)
+        return endDragInside(DragEnd::letGo);
     const bool isClick = m_press && m_press->canClick && event->button() == Qt::LeftButton && isVisible()
         && shape().contains(event->pos());
     const Errand errand(*this);
@@ -140,47 +116,11 @@ void BarItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 void BarItem::ungrabMouseEvent(QEvent *event)
 {
     const Errand errand(*this);
-    cancelPress();
+    endDragInside(DragEnd::cancelled);
+    if (errand)
+        cancelPress();
     if (errand)
         QGraphicsWidget::ungrabMouseEvent(event);
-}
-
-bool BarItem::isDrag(const QPointF &travel) const
-{
-    return travel.manhattanLength() >= QApplication::startDragDistance();
-}
-
-void BarItem::drag(const QPointF &)
-{
-}
-
-void BarItem::runDrag(const QPointF &place)
-{
-    const Errand errand(*this);
-    cancelPress();
-    BarHolds *holds = effectiveHolds();
-    const auto token = holds ? holds->take() : BarHolds::Token();
-    if (errand)
-        setState(m_isDragged, true, &BarItem::draggedChanged);
-    if (errand)
-        drag(place);
-    // The drag swallowed the release, and where the pointer went.
-    if (errand && scene() && scene()->mouseGrabberItem() == this)
-        ungrabMouse();
-    if (errand)
-        setState(m_isHovered, false, &BarItem::hoveredChanged);
-    if (errand)
-        setState(m_isDragged, false, &BarItem::draggedChanged);
-}
-
-BarHolds *BarItem::effectiveHolds() const
-{
-    for (const QGraphicsItem *item = this; item; item = item->parentItem()) {
-        const auto *barItem = dynamic_cast<const BarItem *>(item);
-        if (barItem && barItem->m_holds)
-            return barItem->m_holds;
-    }
-    return nullptr;
 }
 
 void BarItem::hoverEnterEvent(QGraphicsSceneHoverEvent *)
@@ -210,41 +150,12 @@ void BarItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
     Q_EMIT menuRequested(event->pos());
 }
 
-bool BarItem::takesDrop(const QStringList &) const
-{
-    return false;
-}
-
-bool BarItem::drop(const QMimeData &)
-{
-    return false;
-}
-
-void BarItem::dragEnterEvent(QGraphicsSceneDragDropEvent *event)
-{
-    const bool takes = takesDrop(event->mimeData()->formats());
-    event->setAccepted(takes);
-    setState(m_isDropHovered, takes, &BarItem::dropHoveredChanged);
-}
-
-void BarItem::dragLeaveEvent(QGraphicsSceneDragDropEvent *)
-{
-    setState(m_isDropHovered, false, &BarItem::dropHoveredChanged);
-}
-
-void BarItem::dropEvent(QGraphicsSceneDragDropEvent *event)
-{
-    const Errand errand(*this);
-    setState(m_isDropHovered, false, &BarItem::dropHoveredChanged);
-    // The bar takes note of things: the source must not take the drop for a move and delete its file.
-    event->setDropAction(event->possibleActions() & Qt::LinkAction ? Qt::LinkAction : Qt::CopyAction);
-    event->setAccepted(errand && drop(*event->mimeData()));
-}
-
 void BarItem::hideEvent(QHideEvent *event)
 {
     const Errand errand(*this);
-    cancelPress();
+    endDragInside(DragEnd::cancelled);
+    if (errand)
+        cancelPress();
     if (errand)
         setState(m_isHovered, false, &BarItem::hoveredChanged);
     if (errand)
@@ -267,7 +178,9 @@ void BarItem::retire()
         return;
     m_isRetired = true;
     const Errand errand(*this);
-    cancelPress();
+    endDragInside(DragEnd::cancelled);
+    if (errand)
+        cancelPress();
     if (!errand)
         return;
     hide();

@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QGraphicsWidget>
+#include <memory>
 #include <optional>
 
 QT_BEGIN_NAMESPACE
@@ -10,7 +11,8 @@ QT_END_NAMESPACE
 
 namespace moorline {
 
-class BarHolds;
+class BarDrag;
+class BarStage;
 
 /// What stands in the bar and can be touched. Reads the pointer for everyone: a widget says what a click, a drag, a
 /// drop or a request for a menu means, and what there is to tell about the item.
@@ -30,6 +32,7 @@ public:
     };
 
     explicit BarItem(QGraphicsItem *parent = nullptr);
+    ~BarItem() override;
 
     [[nodiscard]] const Description &description() const { return m_description; }
     /// What a pointer that rests on the item is told.
@@ -44,8 +47,8 @@ public:
 
     /// Does what a click does, where the item can be touched now.
     void press();
-    /// What a drag of this item, or of one inside it, holds meanwhile. `holds` may be null; it outlives the item.
-    void setHolds(BarHolds *holds) { m_holds = holds; }
+    /// Where this item, and every one inside it, is dragged. `stage` may be null; it outlives the item.
+    void setStage(BarStage *stage) { m_stage = stage; }
     /// Takes the item out of the bar: hidden at once, and deleted once control is back in the event loop and no event
     /// or drag of its own, or of an item inside it, is under way.
     void retire();
@@ -65,17 +68,30 @@ Q_SIGNALS:
     void retired();
 
 protected:
+    enum class DragKind {
+        /// What is carried may leave the bar: drag() does it, in an event loop of its own.
+        out,
+        /// The item stays in the bar, and the button with it: dragTo() is told of each place the pointer comes to.
+        inside,
+    };
+    enum class DragEnd { letGo, cancelled };
+
     void setDescription(const Description &description);
     void setHelpText(const QString &text);
     /// Until it is touchable, an item leaves the pointer to what lies below. Drops and menus do not depend on it.
     void setTouchable(bool touchable);
-    void setDraggable(bool draggable) { m_isDraggable = draggable; }
+    /// Absent, as it is to begin with, for what cannot be dragged.
+    void setDraggable(std::optional<DragKind> kind) { m_dragKind = kind; }
 
     /// Whether a pointer that travelled so far from where it was pressed, in points of the screen, begins a drag: the
     /// system's own distance, unless the item knows better.
     [[nodiscard]] virtual bool isDrag(const QPointF &travel) const;
-    /// Carries the item away from `place`, where it was pressed, and returns when it was let go. No click follows.
+    /// Carries the item away from `place`, where it was pressed, and returns when it was let go.
     virtual void drag(const QPointF &place);
+    /// `place` is in the coordinates of the scene: the item itself may move along.
+    virtual void dragTo(const QPointF &place);
+    /// The end of every drag. No click follows one. It is cancelled by Escape, and when the item is hidden.
+    virtual void dragEnded(DragEnd end);
 
     /// Whether the item takes what is offered in these formats. Nothing is asked of the source before the drop: one
     /// that does not answer would stop the whole bar.
@@ -109,21 +125,27 @@ private:
     void begin(const QGraphicsSceneMouseEvent &event, bool canClick);
     void cancelPress();
     void click();
-    void runDrag(const QPointF &place);
-    [[nodiscard]] BarHolds *effectiveHolds() const;
+    void beginDrag(const QPointF &place);
+    void beginDragInside(std::unique_ptr<BarDrag> held);
+    void endDragInside(DragEnd end);
+    void finishDrag(const Errand &errand, DragEnd end);
+    [[nodiscard]] BarStage *effectiveStage() const;
     [[nodiscard]] bool isBusy() const;
     void setState(bool &state, bool value, void (BarItem::*changed)());
 
     Description m_description;
     std::optional<Press> m_press;
-    BarHolds *m_holds = nullptr;
+    BarStage *m_stage = nullptr;
+    std::optional<DragKind> m_dragKind;
+    /// While the item is dragged inside the bar, and there is a stage to do so on.
+    std::unique_ptr<BarDrag> m_drag;
     /// Errands that are under way, one inside the other.
     int m_errands = 0;
     bool m_isTouchable = false;
-    bool m_isDraggable = false;
     bool m_isHovered = false;
     bool m_isPressed = false;
     bool m_isDragged = false;
+    bool m_isDraggedInside = false;
     bool m_isDropHovered = false;
     bool m_isRetired = false;
 };

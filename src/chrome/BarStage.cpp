@@ -1,5 +1,6 @@
 #include "chrome/BarStage.h"
 
+#include "chrome/BarDrag.h"
 #include "chrome/HelpTag.h"
 #include "chrome/MenuView.h"
 #include "chrome/Popover.h"
@@ -113,9 +114,18 @@ void BarStage::close()
 void BarStage::dispose(std::unique_ptr<BarPopup> popup)
 {
     m_closed.erase(std::remove(m_closed.begin(), m_closed.end(), nullptr), m_closed.end());
-    m_closed.emplace_back(popup.get());
-    // Not under an event of its own, whatever event loop that runs.
-    popup.release()->deleteLater();
+    m_closed.emplace_back(popup.release());
+    if (!m_drag)
+        deleteClosed();
+}
+
+void BarStage::deleteClosed()
+{
+    // Not under an event of their own, whatever event loop that runs.
+    for (const QPointer<BarPopup> &popup : m_closed) {
+        if (popup)
+            popup->deleteLater();
+    }
 }
 
 void BarStage::showHelp(const BarAnchor &anchor, const QString &text)
@@ -132,9 +142,34 @@ void BarStage::hideHelp()
     m_help->orderOut();
 }
 
-BarStage::DragHold BarStage::beginDrag(QWidget &source)
+std::unique_ptr<BarDrag> BarStage::beginDrag()
 {
-    return {hold(), m_context.windows.grabKeyboard(*source.window())};
+    auto drag = std::make_unique<BarDrag>(hold(), m_context.windows, m_context.pointer);
+    connect(drag.get(), &QObject::destroyed, this, &BarStage::dragEnded);
+    m_drag = drag.get();
+    watchEscape();
+    return drag;
+}
+
+void BarStage::dragEnded()
+{
+    watchEscape();
+    deleteClosed();
+}
+
+void BarStage::watchEscape()
+{
+    const bool isNeeded = m_drag;
+    if (!isNeeded)
+        m_escape.reset();
+    else if (!m_escape)
+        m_escape = m_context.windows.watchEscape([this] { escapePressed(); });
+}
+
+void BarStage::escapePressed()
+{
+    if (m_drag)
+        m_drag->cancel();
 }
 
 void BarStage::setBody(const QPainterPath &body)

@@ -11,10 +11,12 @@
 
 namespace moorline {
 
+class BarDrag;
 class BarPopup;
 class Clock;
 class HelpTag;
 class PanelWindow;
+class Pointer;
 class PopoverContent;
 class Screens;
 class Symbols;
@@ -30,16 +32,11 @@ public:
         PopupWindows &windows;
         const Screens &screens;
         const PanelWindow &panel;
+        const Pointer &pointer;
         Clock &clock;
         const Symbols &symbols;
         BarHolds &holds;
     };
-    /// What a drag out of the bar needs for as long as it lasts.
-    struct DragHold {
-        BarHolds::Token bar;
-        std::unique_ptr<PopupWindows::Handle> keyboard;
-    };
-
     explicit BarStage(Context context, QObject *parent = nullptr);
     ~BarStage() override;
 
@@ -59,9 +56,8 @@ public:
 
     /// Keeps the bar where it is as long as the answer lives.
     [[nodiscard]] BarHolds::Token hold() { return m_context.holds.take(); }
-    /// For as long as the answer lives, the bar stays where it is and Escape is seen, whichever program has the
-    /// keyboard. `source` is any widget of the bar's panel.
-    [[nodiscard]] DragHold beginDrag(QWidget &source);
+    /// A drag begins; what closes meanwhile, and may be what began it, is deleted no sooner than it is over.
+    [[nodiscard]] std::unique_ptr<BarDrag> beginDrag();
 
     // For what holds the scene.
 
@@ -85,6 +81,10 @@ private:
     void placePopup();
     void pressed(const QPointF &place);
     void dispose(std::unique_ptr<BarPopup> popup);
+    void deleteClosed();
+    void dragEnded();
+    void watchEscape();
+    void escapePressed();
     [[nodiscard]] QRectF onScreen(const QRectF &sceneRect) const;
     [[nodiscard]] QPointF inScene(const QPointF &place) const;
     void place(BarPopup &popup, const BarAnchor &anchor) const;
@@ -98,6 +98,8 @@ private:
     bool m_isMenu = false;
     BarHolds::Token m_hold;
     std::unique_ptr<PopupWindows::Handle> m_presses;
+    std::unique_ptr<PopupWindows::Handle> m_escape;
+    QPointer<BarDrag> m_drag;
     std::vector<QMetaObject::Connection> m_anchorConnections;
     bool m_isPlacePending = false;
     /// Closed, and perhaps still in an event of their own. They delete themselves once it is over.

@@ -50,7 +50,7 @@ DockBarView::DockBarView(Context context, ContentWidthChange onContentWidthChang
     , m_pill(new Pill(this))
     , m_nudge(new AutoHideNudge(m_context.symbols, this))
 {
-    m_pill->setHolds(&m_context.holds);
+    m_pill->setStage(&m_context.stage);
     connect(m_pill, &Pill::widthChanged, this, &DockBarView::pillWidthChanged);
     connect(m_pill, &Pill::menuRequested, this, &DockBarView::openMenu);
     connect(m_pill, &Pill::filesDropped, &m_context.store, &SettingsStore::pin);

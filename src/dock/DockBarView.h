@@ -9,7 +9,6 @@
 namespace moorline {
 
 class AutoHideNudge;
-class BarHolds;
 class BarStage;
 class BarWidget;
 class Pill;
@@ -29,9 +28,7 @@ public:
         Clock &clock;
         const Screens &screens;
         const Symbols &symbols;
-        /// Where whatever needs the bar to stay takes its token.
-        BarHolds &holds;
-        /// Opens menus and popovers above the bar.
+        /// Opens menus and popovers above the bar, and holds it for drags.
         BarStage &stage;
         BarCommands commands;
         /// Builds the widget of a kind; null for a kind that there is no widget for.

@@ -44,6 +44,7 @@ public:
         Q_DISABLE_COPY_MOVE(Handle)
     };
     using Pressed = std::function<void(const QPointF &)>;
+    using Escaped = std::function<void()>;
 
     using QObject::QObject;
 
@@ -57,10 +58,14 @@ public:
     /// points, origin at the bottom left of the primary screen. The handle may go while it is told of one.
     [[nodiscard]] virtual std::unique_ptr<Handle> watchPresses(Pressed pressed) = 0;
 
-    /// Leads every key to this program, by way of `window`, which has to be shown: in a drag, Escape has to be seen
-    /// whichever window has the keyboard. Null when another program holds on to the keyboard, or when the system sees
-    /// to it by itself.
-    [[nodiscard]] virtual std::unique_ptr<Handle> grabKeyboard(QWidget &window) = 0;
+    /// Tells of every press of Escape from now on, whichever program has the keyboard; where the system allows it, that
+    /// program does not see the key, and sees every other. The handle may go while it is told of one. Null where there
+    /// is no way to learn of it.
+    [[nodiscard]] virtual std::unique_ptr<Handle> watchEscape(Escaped escaped) = 0;
+
+    /// Makes the QDrag that is under way, where one is, return with nothing dropped. Nothing where the system does so
+    /// on Escape by itself.
+    virtual void cancelDrag() = 0;
 
 Q_SIGNALS:
     void compositionChanged();

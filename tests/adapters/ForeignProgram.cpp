@@ -323,6 +323,12 @@ void ForeignProgram::grabKeyboard() const
         nullptr));
 }
 
+void ForeignProgram::grabKey(std::uint8_t key) const
+{
+    xcb_grab_key(m_connection.get(), false, root(), 0, key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    flush();
+}
+
 void ForeignProgram::setCompositing(bool isCompositing) const
 {
     const xcb_window_t owner = isCompositing ? create({.bypassesManager = true}) : xcb_window_t{XCB_WINDOW_NONE};

@@ -86,6 +86,8 @@ public:
     [[nodiscard]] qsizetype keys(xcb_window_t window);
     /// Until this program ends.
     void grabKeyboard() const;
+    /// Until this program ends, where nothing is held beside.
+    void grabKey(std::uint8_t key) const;
 
     void ownSelection(const QByteArray &selection, xcb_window_t window) const;
     /// Acts as a compositor, or ceases to.

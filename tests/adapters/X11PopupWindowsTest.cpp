@@ -15,7 +15,13 @@ using moorline::PopupWindows;
 using moorline::X11PopupWindows;
 using moorline::XConnection;
 
+// As an X server numbers the keys of a keyboard of today.
 constexpr std::uint8_t escapeKey = 9;
+constexpr std::uint8_t controlKey = 37;
+constexpr std::uint8_t letterKey = 38;
+constexpr std::uint8_t shiftKey = 50;
+constexpr std::uint8_t capsLockKey = 66;
+constexpr std::uint8_t numLockKey = 77;
 
 class InputCounter final : public QWidget {
 public:
@@ -95,11 +101,11 @@ private Q_SLOTS:
         popup->takeKeyboard();
         QTRY_COMPARE(foreign->focus(), window());
         QTRY_VERIFY(widget->isActiveWindow());
-        typeEscape();
+        type(escapeKey);
         QTRY_COMPARE(widget->keys, QList<int>{Qt::Key_Escape});
         popup->orderOut();
         QTRY_COMPARE(foreign->focus(), other);
-        typeEscape();
+        type(escapeKey);
         QTRY_COMPARE(foreign->keys(other), 1);
         QCOMPARE(widget->keys.size(), 1);
         if (foreign->hasWindowManager())
@@ -258,26 +264,66 @@ private Q_SLOTS:
         QTRY_VERIFY(foreign->isAbove(window(), later));
     }
 
-    void aGrabLeadsTheKeysHere()
+    void escapeIsToldAndTakenWhoeverHasTheKeyboard()
     {
         const xcb_window_t other = showFocused();
-        show();
-        auto grab = windows->grabKeyboard(*widget);
-        QVERIFY(grab);
-        typeEscape();
-        QTRY_COMPARE(widget->keys, QList<int>{Qt::Key_Escape});
-        grab.reset();
-        QTRY_COMPARE(foreign->focus(), other);
-        typeEscape();
+        int told = 0;
+        auto watch = windows->watchEscape([&told] { ++told; });
+        QVERIFY(watch);
+        type(escapeKey);
+        QTRY_COMPARE(told, 1);
+        type(letterKey);
         QTRY_COMPARE(foreign->keys(other), 1);
-        QCOMPARE(widget->keys.size(), 1);
+        QCOMPARE(foreign->focus(), other);
+        watch.reset();
+        type(escapeKey);
+        QTRY_COMPARE(foreign->keys(other), 2);
+        QCOMPARE(told, 1);
     }
 
-    void aKeyboardThatIsHeldElsewhereIsNotGrabbed()
+    void escapeIsToldWithALockOnAndAModifierHeld()
     {
-        show();
+        int told = 0;
+        const auto watch = windows->watchEscape([&told] { ++told; });
+        for (const std::uint8_t held : {shiftKey, controlKey}) {
+            foreign->setKey(held, true);
+            type(escapeKey);
+            foreign->setKey(held, false);
+        }
+        QTRY_COMPARE(told, 2);
+        type(capsLockKey);
+        type(escapeKey);
+        type(capsLockKey);
+        QTRY_COMPARE(told, 3);
+        type(numLockKey);
+        type(escapeKey);
+        type(numLockKey);
+        QTRY_COMPARE(told, 4);
+    }
+
+    void escapeIsNotToldWhileAnotherProgramHoldsTheKeyboard()
+    {
+        int told = 0;
+        const auto watch = windows->watchEscape([&told] { ++told; });
+        int presses = 0;
+        const auto pressWatch = windows->watchPresses([&presses](const QPointF &) { ++presses; });
         foreign->grabKeyboard();
-        QVERIFY(!windows->grabKeyboard(*widget));
+        type(escapeKey);
+        foreign->click({700, 300});
+        QTRY_COMPARE(presses, 1);
+        QCOMPARE(told, 0);
+    }
+
+    void anEscapeWatchMayGoWhileItIsTold()
+    {
+        std::unique_ptr<PopupWindows::Handle> watch;
+        bool isTold = false;
+        watch = windows->watchEscape([&] {
+            watch.reset();
+            isTold = true;
+        });
+        type(escapeKey);
+        QTRY_VERIFY(isTold);
     }
 
 private:
@@ -304,10 +350,10 @@ private:
         return other;
     }
 
-    void typeEscape() const
+    void type(std::uint8_t key) const
     {
-        foreign->setKey(escapeKey, true);
-        foreign->setKey(escapeKey, false);
+        foreign->setKey(key, true);
+        foreign->setKey(key, false);
     }
 
     xcb_window_t window() const { return static_cast<xcb_window_t>(widget->winId()); }

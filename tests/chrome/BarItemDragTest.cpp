@@ -1,7 +1,7 @@
 #include "chrome/BarItem.h"
 
+#include "StageFixture.h"
 #include "TrialItem.h"
-#include "chrome/BarHolds.h"
 #include "harness/TestCase.h"
 
 #include <QApplication>
@@ -21,7 +21,10 @@ struct Stage : Hand {
     Stage()
     {
         scene.addItem(item);
-        item->setDraggable(true);
+        item->setStage(&bar.stage);
+        item->setDraggable(TrialItem::DragKind::out);
+        item->onDragEnded = [this](TrialItem::DragEnd end) { ends.append(end); };
+        item->onDragTo = [this](const QPointF &place) { places.append(place); };
         item->onDrag = [this](const QPointF &place) { drags.append(place); };
         QApplication::setStartDragDistance(10);
     }
@@ -36,6 +39,10 @@ struct Stage : Hand {
     QSignalSpy clicks{item, &BarItem::clicked};
     /// Where they began.
     QList<QPointF> drags;
+    /// Where the pointer led it.
+    QList<QPointF> places;
+    QList<TrialItem::DragEnd> ends;
+    StageFixture bar;
 };
 
 void deleteWhatWaits()
@@ -139,7 +146,7 @@ private Q_SLOTS:
     void whatCannotBeDraggedIsClicked()
     {
         Stage stage;
-        stage.item->setDraggable(false);
+        stage.item->setDraggable(std::nullopt);
         stage.drag();
         stage.release({60, 20});
         QVERIFY(stage.drags.isEmpty());
@@ -149,15 +156,13 @@ private Q_SLOTS:
     void theBarIsHeldDuringTheDrag()
     {
         Stage stage;
-        BarHolds holds;
         auto *icon = new TrialItem(QRectF(0, 0, 50, 40), stage.item);
-        icon->setDraggable(true);
+        icon->setDraggable(TrialItem::DragKind::out);
         bool wasHeld = false;
-        icon->onDrag = [&](const QPointF &) { wasHeld = holds.isHeld() && icon->isDragged(); };
-        stage.item->setHolds(&holds);
+        icon->onDrag = [&](const QPointF &) { wasHeld = stage.bar.holds.isHeld() && icon->isDragged(); };
         stage.drag();
         QVERIFY(wasHeld);
-        QVERIFY(!holds.isHeld());
+        QVERIFY(!stage.bar.holds.isHeld());
         QVERIFY(!icon->isDragged());
     }
 
@@ -174,8 +179,6 @@ private Q_SLOTS:
     {
         Stage stage;
         const QPointer<TrialItem> item = stage.item;
-        BarHolds holds;
-        item->setHolds(&holds);
         item->onDrag = [&](const QPointF &) {
             // In the event loop of the drag.
             QMetaObject::invokeMethod(
@@ -184,10 +187,10 @@ private Q_SLOTS:
             deleteWhatWaits();
             QVERIFY(item);
             QVERIFY(!item->isVisible());
-            QVERIFY(holds.isHeld());
+            QVERIFY(stage.bar.holds.isHeld());
         };
         stage.drag();
-        QVERIFY(!holds.isHeld());
+        QVERIFY(!stage.bar.holds.isHeld());
         deleteWhatWaits();
         QVERIFY(!item);
     }
@@ -196,13 +199,135 @@ private Q_SLOTS:
     {
         Stage stage;
         const QPointer<TrialItem> item = stage.item;
-        BarHolds holds;
-        item->setHolds(&holds);
         item->onDrag = [item](const QPointF &) { delete item; };
         stage.drag();
         QVERIFY(!item);
-        QVERIFY(!holds.isHeld());
+        QVERIFY(!stage.bar.holds.isHeld());
         stage.release({60, 20});
+    }
+
+    void theEndOfADragIsTold()
+    {
+        Stage stage;
+        stage.item->onDrag = [&](const QPointF &) { QVERIFY(stage.ends.isEmpty()); };
+        stage.drag();
+        QCOMPARE(stage.ends, QList{TrialItem::DragEnd::letGo});
+        QVERIFY(!stage.item->isDragged());
+    }
+
+    void escapeCancelsADrag()
+    {
+        Stage stage;
+        stage.item->onDrag = [&](const QPointF &) { stage.bar.windows.pressEscape(); };
+        stage.drag();
+        QCOMPARE(stage.ends, QList{TrialItem::DragEnd::cancelled});
+        stage.release({20, 20});
+        QCOMPARE(stage.clicks.size(), 0);
+        // Whose it is next.
+        QVERIFY(stage.bar.windows.escapeWatches.empty());
+        stage.item->onDrag = nullptr;
+        stage.drag();
+        QCOMPARE(stage.ends.last(), TrialItem::DragEnd::letGo);
+    }
+
+    void aDragThatEndsWithTheButtonHeldWasCancelled()
+    {
+        Stage stage;
+        stage.item->onDrag = [&](const QPointF &) { stage.bar.pointer.buttons = Qt::LeftButton; };
+        stage.drag();
+        QCOMPARE(stage.ends, QList{TrialItem::DragEnd::cancelled});
+    }
+
+    void escapeThatAnotherProgramHasCancelsNothing()
+    {
+        Stage stage;
+        stage.bar.windows.isKeyboardHeldElsewhere = true;
+        stage.item->onDrag = [&](const QPointF &) { stage.bar.windows.pressEscape(); };
+        stage.drag();
+        QCOMPARE(stage.ends, QList{TrialItem::DragEnd::letGo});
+    }
+
+    void anItemThatStaysInTheBarFollowsThePointer()
+    {
+        Stage stage;
+        stage.item->setDraggable(TrialItem::DragKind::inside);
+        stage.press({20, 20});
+        stage.move({30, 20});
+        QVERIFY(stage.item->isDragged());
+        QVERIFY(stage.bar.holds.isHeld());
+        stage.item->setX(50);
+        stage.move({70, 25});
+        stage.move({250, 90});
+        QCOMPARE(stage.places, (QList<QPointF>{{70, 25}, {250, 90}}));
+        QVERIFY(stage.ends.isEmpty());
+        stage.release({250, 90});
+        QCOMPARE(stage.ends, QList{TrialItem::DragEnd::letGo});
+        QVERIFY(!stage.item->isDragged());
+        QVERIFY(!stage.bar.holds.isHeld());
+        QVERIFY(stage.drags.isEmpty());
+        QCOMPARE(stage.clicks.size(), 0);
+    }
+
+    void escapeCancelsADragInTheBar()
+    {
+        Stage stage;
+        stage.item->setDraggable(TrialItem::DragKind::inside);
+        stage.drag();
+        stage.bar.windows.pressEscape();
+        QCOMPARE(stage.ends, QList{TrialItem::DragEnd::cancelled});
+        QVERIFY(!stage.item->isDragged());
+        QVERIFY(!stage.bar.holds.isHeld());
+        QVERIFY(stage.bar.windows.escapeWatches.empty());
+        stage.move({70, 20});
+        stage.release({20, 20});
+        QCOMPARE(stage.places.size(), 0);
+        QCOMPARE(stage.ends.size(), 1);
+        QCOMPARE(stage.clicks.size(), 0);
+        stage.click({20, 20});
+        QCOMPARE(stage.clicks.size(), 1);
+    }
+
+    void whatTakesTheItemAwayCancelsItsDragInTheBar()
+    {
+        const QList<std::function<void(TrialItem &)>> ways{[](TrialItem &item) { item.hide(); },
+            [](TrialItem &item) { item.retire(); }, [](TrialItem &item) { item.setTouchable(false); },
+            [](TrialItem &item) { item.ungrabMouse(); }};
+        for (const auto &way : ways) {
+            Stage stage;
+            stage.item->setDraggable(TrialItem::DragKind::inside);
+            stage.drag();
+            way(*stage.item);
+            QCOMPARE(stage.ends, QList{TrialItem::DragEnd::cancelled});
+            QVERIFY(!stage.bar.holds.isHeld());
+            stage.release({60, 20});
+            QCOMPARE(stage.ends.size(), 1);
+        }
+    }
+
+    void anItemMayBeDestroyedDuringItsDragInTheBar()
+    {
+        Stage stage;
+        const QPointer<TrialItem> item = stage.item;
+        item->setDraggable(TrialItem::DragKind::inside);
+        stage.drag();
+        delete item;
+        QVERIFY(!stage.bar.holds.isHeld());
+        stage.bar.windows.pressEscape();
+        stage.release({60, 20});
+    }
+
+    void anItemMayBeDestroyedByTheEndOfItsDrag()
+    {
+        for (const TrialItem::DragKind kind : {TrialItem::DragKind::out, TrialItem::DragKind::inside}) {
+            Stage stage;
+            const QPointer<TrialItem> item = stage.item;
+            item->setDraggable(kind);
+            item->onDragEnded = [item](TrialItem::DragEnd) { delete item; };
+            stage.drag();
+            stage.bar.windows.pressEscape();
+            QVERIFY(!item);
+            QVERIFY(!stage.bar.holds.isHeld());
+        }
     }
 
     void whatIsOfferedIsReadOnceOnTheDrop()

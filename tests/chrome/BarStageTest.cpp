@@ -1,6 +1,7 @@
 #include "chrome/BarStage.h"
 
 #include "StageFixture.h"
+#include "chrome/BarDrag.h"
 #include "harness/TestCase.h"
 
 #include <QApplication>
@@ -325,28 +326,55 @@ private Q_SLOTS:
         QVERIFY(!fixture.stage.helpTag().isVisible());
     }
 
-    void aDragHoldsTheBarAndSeesTheKeyboard()
+    void aDragHoldsTheBarAndWatchesEscape()
     {
         StageFixture fixture;
-        QWidget window;
-        QWidget view(&window);
         {
-            const BarStage::DragHold drag = fixture.stage.beginDrag(view);
+            const auto drag = fixture.stage.beginDrag();
             QVERIFY(fixture.holds.isHeld());
-            QCOMPARE(fixture.windows.keyboardGrabber, &window);
+            QCOMPARE(fixture.windows.escapeWatches.size(), 1U);
+            const QSignalSpy cancels(drag.get(), &BarDrag::cancelled);
+            fixture.windows.pressEscape();
+            fixture.windows.pressEscape();
+            QCOMPARE(cancels.size(), 1);
+            QCOMPARE(fixture.windows.cancelledDrags, 1);
+            QVERIFY(drag->wasCancelled());
         }
         QVERIFY(!fixture.holds.isHeld());
-        QVERIFY(!fixture.windows.keyboardGrabber);
+        QVERIFY(fixture.windows.escapeWatches.empty());
     }
 
     void aDragGoesOnWithoutTheKeyboard()
     {
         StageFixture fixture;
         fixture.windows.isKeyboardHeldElsewhere = true;
-        QWidget window;
-        const BarStage::DragHold drag = fixture.stage.beginDrag(window);
+        const auto drag = fixture.stage.beginDrag();
         QVERIFY(fixture.holds.isHeld());
-        QVERIFY(!drag.keyboard);
+        QVERIFY(!drag->wasCancelled());
+    }
+
+    void escapeInADragLeavesWhatIsOpen()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        const auto drag = fixture.stage.beginDrag();
+        fixture.windows.pressEscape();
+        QVERIFY(drag->wasCancelled());
+        QVERIFY(fixture.stage.isOpen());
+    }
+
+    void whatClosesInADragOfItsOwnLastsUntilThatIsOver()
+    {
+        StageFixture fixture;
+        const QPointer<TestContent> content = &fixture.openPopover(*fixture.icon);
+        auto drag = fixture.stage.beginDrag();
+        fixture.stage.close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(content);
+        drag.reset();
+        QVERIFY(content);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!content);
     }
 
     void openingAndClosingIsTold()

@@ -2,6 +2,7 @@
 
 #include "fakes/FakeClock.h"
 #include "fakes/FakePanelWindow.h"
+#include "fakes/FakePointer.h"
 #include "fakes/FakePopupWindows.h"
 #include "fakes/FakeScreens.h"
 #include "fakes/FakeSystem.h"
@@ -96,6 +97,7 @@ struct StageFixture {
     FakePopupWindows windows;
     FakeScreens screens;
     FakePanelWindow panel;
+    FakePointer pointer;
     FakeClock clock;
     FakeSymbolCatalogue images;
     Symbols symbols{images};
@@ -104,7 +106,7 @@ struct StageFixture {
     QGraphicsScene scene;
     QGraphicsWidget *icon = nullptr;
     QGraphicsWidget *other = nullptr;
-    BarStage stage{{windows, screens, panel, clock, symbols, holds}};
+    BarStage stage{{windows, screens, panel, pointer, clock, symbols, holds}};
 };
 
 } // namespace moorline::test

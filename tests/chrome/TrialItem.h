@@ -19,12 +19,16 @@ public:
         setAcceptDrops(true);
     }
 
+    using BarItem::DragEnd;
+    using BarItem::DragKind;
     using BarItem::setDescription;
     using BarItem::setDraggable;
     using BarItem::setHelpText;
     using BarItem::setTouchable;
 
     std::function<void(const QPointF &)> onDrag;
+    std::function<void(const QPointF &)> onDragTo;
+    std::function<void(DragEnd)> onDragEnded;
     std::function<void()> onDrop;
     /// The formats it takes.
     QStringList taken;
@@ -36,6 +40,18 @@ protected:
         const auto act = onDrag;
         if (act)
             act(place);
+    }
+    void dragTo(const QPointF &place) override
+    {
+        const auto act = onDragTo;
+        if (act)
+            act(place);
+    }
+    void dragEnded(DragEnd end) override
+    {
+        const auto act = onDragEnded;
+        if (act)
+            act(end);
     }
     [[nodiscard]] bool takesDrop(const QStringList &formats) const override
     {

@@ -34,7 +34,6 @@ struct DockFixture : FakePlatform {
             .clock = clock,
             .screens = screens,
             .symbols = symbols,
-            .holds = holds,
             .stage = stage,
             .commands = commands,
             .makeWidget = [this](WidgetKind kind) { return makeWidget(kind); },
@@ -84,7 +83,7 @@ struct DockFixture : FakePlatform {
     SpaceProbe spaceProbe{windowServer};
     Symbols symbols{symbolCatalogue};
     BarHolds holds;
-    BarStage stage{{popupWindows, screens, panelWindow, clock, symbols, holds}};
+    BarStage stage{{popupWindows, screens, panelWindow, pointer, clock, symbols, holds}};
     BarCommands commands;
     Playback playback;
     /// Makes the widgets instead, for a test that has its own.

@@ -18,7 +18,7 @@ public:
     {
         setGeometry(QRectF(0, 0, 80, 40));
         setTouchable(true);
-        setDraggable(true);
+        setDraggable(DragKind::out);
     }
 
     std::function<void()> onDrag;

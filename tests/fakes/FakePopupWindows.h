@@ -20,10 +20,12 @@ public:
     {
         return std::make_unique<Watch>(*this, std::move(pressed));
     }
-    [[nodiscard]] std::unique_ptr<Handle> grabKeyboard(QWidget &window) override
+    [[nodiscard]] std::unique_ptr<Handle> watchEscape(Escaped escaped) override
     {
-        return isKeyboardHeldElsewhere ? nullptr : std::make_unique<Grab>(*this, window);
+        return isKeyboardHeldElsewhere ? nullptr : std::make_unique<EscapeWatch>(*this, std::move(escaped));
     }
+
+    void cancelDrag() override { ++cancelledDrags; }
 
     void setComposited(bool isComposited)
     {
@@ -40,14 +42,25 @@ public:
         }
     }
 
+    /// Escape, whoever has the keyboard.
+    void pressEscape()
+    {
+        const auto told = escapeWatches;
+        for (const auto &[watch, escaped] : told) {
+            if (escapeWatches.contains(watch))
+                escaped();
+        }
+    }
+
     bool isKeyboardHeldElsewhere = false;
+    int cancelledDrags = 0;
     /// Null while other programs have it.
     QPointer<QWidget> keyboardOwner;
-    QPointer<QWidget> keyboardGrabber;
     /// What is shown now, the latest last.
     QList<QWidget *> shown;
     QList<PopupKind> adopted;
     std::map<Handle *, Pressed> watches;
+    std::map<Handle *, Escaped> escapeWatches;
 
 private:
     class Window final : public PopupWindow {
@@ -93,14 +106,14 @@ private:
         FakePopupWindows &m_windows;
     };
 
-    class Grab final : public Handle {
+    class EscapeWatch final : public Handle {
     public:
-        Grab(FakePopupWindows &windows, QWidget &window)
+        EscapeWatch(FakePopupWindows &windows, Escaped escaped)
             : m_windows(windows)
         {
-            windows.keyboardGrabber = &window;
+            windows.escapeWatches.emplace(this, std::move(escaped));
         }
-        ~Grab() override { m_windows.keyboardGrabber = nullptr; }
+        ~EscapeWatch() override { m_windows.escapeWatches.erase(this); }
 
     private:
         FakePopupWindows &m_windows;

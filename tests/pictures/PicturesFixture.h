@@ -44,7 +44,6 @@ public:
                 .clock = platform.clock,
                 .screens = platform.screens,
                 .symbols = services.symbols,
-                .holds = services.barHolds,
                 .stage = services.barStage,
                 .commands = commands,
                 .makeWidget = [this](WidgetKind kind) { return makeBarWidget(kind, services); },

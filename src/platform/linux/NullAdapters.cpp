@@ -123,9 +123,13 @@ std::unique_ptr<PopupWindows::Handle> NullPopupWindows::watchPresses([[maybe_unu
     return std::make_unique<Handle>();
 }
 
-std::unique_ptr<PopupWindows::Handle> NullPopupWindows::grabKeyboard([[maybe_unused]] QWidget &window)
+std::unique_ptr<PopupWindows::Handle> NullPopupWindows::watchEscape([[maybe_unused]] Escaped escaped)
 {
     return nullptr;
+}
+
+void NullPopupWindows::cancelDrag()
+{
 }
 
 } // namespace moorline

@@ -4,16 +4,16 @@ namespace moorline {
 
 namespace {
 
-id monitorOtherApplications(NSEventMask mask, std::function<void()> callback)
+id monitorOtherApplications(NSEventMask mask, std::function<void(NSEvent *)> callback)
 {
-    return [NSEvent addGlobalMonitorForEventsMatchingMask:mask handler:^(NSEvent *) { callback(); }];
+    return [NSEvent addGlobalMonitorForEventsMatchingMask:mask handler:^(NSEvent *event) { callback(event); }];
 }
 
-id monitorThisApplication(NSEventMask mask, std::function<void()> callback)
+id monitorThisApplication(NSEventMask mask, std::function<void(NSEvent *)> callback)
 {
     return [NSEvent addLocalMonitorForEventsMatchingMask:mask
                                                  handler:^NSEvent *(NSEvent *event) {
-                                                     callback();
+                                                     callback(event);
                                                      return event;
                                                  }];
 }
@@ -27,7 +27,7 @@ void remove(id monitor)
 
 } // namespace
 
-EventMonitor::EventMonitor(NSEventMask mask, const std::function<void()> &callback)
+EventMonitor::EventMonitor(NSEventMask mask, const std::function<void(NSEvent *)> &callback)
     : m_elsewhere(monitorOtherApplications(mask, callback))
     , m_here(monitorThisApplication(mask, callback))
 {

@@ -4,7 +4,7 @@
 
 namespace moorline {
 
-/// Panels beside the bar's. The window server always blends windows, and a drag sees Escape by itself.
+/// Panels beside the bar's. The window server always blends windows.
 class MacPopupWindows final : public PopupWindows {
     Q_OBJECT
 public:
@@ -13,7 +13,8 @@ public:
     [[nodiscard]] std::unique_ptr<PopupWindow> adopt(QWidget &window, PopupKind kind) override;
     [[nodiscard]] bool isComposited() const override { return true; }
     [[nodiscard]] std::unique_ptr<Handle> watchPresses(Pressed pressed) override;
-    [[nodiscard]] std::unique_ptr<Handle> grabKeyboard(QWidget &window) override;
+    [[nodiscard]] std::unique_ptr<Handle> watchEscape(Escaped escaped) override;
+    void cancelDrag() override;
 };
 
 } // namespace moorline

@@ -9,12 +9,14 @@ namespace moorline {
 namespace {
 
 constexpr NSEventMask presses = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown | NSEventMaskOtherMouseDown;
+/// On every keyboard; kVK_Escape of Carbon's HIToolbox/Events.h.
+constexpr unsigned short escapeKey = 53;
 
 class PressWatch final : public PopupWindows::Handle {
 public:
     explicit PressWatch(PopupWindows::Pressed pressed)
         : m_pressed(std::move(pressed))
-        , m_monitor(presses, [this] { tellSoon(); })
+        , m_monitor(presses, [this](NSEvent *) { tellSoon(); })
     {
     }
 
@@ -32,6 +34,30 @@ private:
     EventMonitor m_monitor;
 };
 
+/// The other application sees the key, too: a monitor only looks on.
+class EscapeWatch final : public PopupWindows::Handle {
+public:
+    explicit EscapeWatch(PopupWindows::Escaped escaped)
+        : m_escaped(std::move(escaped))
+        , m_monitor(NSEventMaskKeyDown, [this](NSEvent *event) {
+            if (event.keyCode == escapeKey)
+                tellSoon();
+        })
+    {
+    }
+
+private:
+    void tellSoon()
+    {
+        QMetaObject::invokeMethod(
+            &m_context, [escaped = m_escaped] { escaped(); }, Qt::QueuedConnection);
+    }
+
+    PopupWindows::Escaped m_escaped;
+    QObject m_context;
+    EventMonitor m_monitor;
+};
+
 } // namespace
 
 std::unique_ptr<PopupWindow> MacPopupWindows::adopt(QWidget &window, PopupKind kind)
@@ -44,9 +70,13 @@ std::unique_ptr<PopupWindows::Handle> MacPopupWindows::watchPresses(Pressed pres
     return std::make_unique<PressWatch>(std::move(pressed));
 }
 
-std::unique_ptr<PopupWindows::Handle> MacPopupWindows::grabKeyboard([[maybe_unused]] QWidget &window)
+std::unique_ptr<PopupWindows::Handle> MacPopupWindows::watchEscape(Escaped escaped)
 {
-    return nullptr;
+    return std::make_unique<EscapeWatch>(std::move(escaped));
+}
+
+void MacPopupWindows::cancelDrag()
+{
 }
 
 } // namespace moorline

@@ -18,8 +18,8 @@ constexpr NSEventMask releases = NSEventMaskLeftMouseUp | NSEventMaskRightMouseU
 PanelPointer::PanelPointer(MoorlinePanel *panel, QWidget &widget)
     : m_panel(panel)
     , m_widget(&widget)
-    , m_moveMonitor(moves, [this] { look(true); })
-    , m_releaseMonitor(releases, [this] { look(false); })
+    , m_moveMonitor(moves, [this](NSEvent *) { look(true); })
+    , m_releaseMonitor(releases, [this](NSEvent *) { look(false); })
 {
 }
 

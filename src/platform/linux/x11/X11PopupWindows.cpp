@@ -1,11 +1,11 @@
 #include "platform/linux/x11/X11PopupWindows.h"
 
-#include "platform/linux/x11/QtConnection.h"
+#include "platform/linux/x11/KeyGrab.h"
 #include "platform/linux/x11/X11Pointer.h"
 #include "platform/linux/x11/X11PopupWindow.h"
 #include "platform/linux/x11/XConnection.h"
 
-#include <QWindow>
+#include <QDrag>
 
 namespace moorline {
 
@@ -13,6 +13,9 @@ namespace {
 
 /// The buttons after the third are the wheel, and what lies on the side of some mice.
 constexpr std::uint32_t lastButton = 3;
+
+/// XK_Escape of <X11/keysymdef.h>.
+constexpr xcb_keysym_t escapeSymbol = 0xFF1B;
 
 class PressWatch final : public PopupWindows::Handle {
 public:
@@ -43,22 +46,31 @@ private:
     QObject m_context;
 };
 
-class KeyboardGrab final : public PopupWindows::Handle {
+class EscapeWatch final : public PopupWindows::Handle {
 public:
-    explicit KeyboardGrab(QWindow &window)
-        : m_window(&window)
+    EscapeWatch(XConnection &connection, PopupWindows::Escaped escaped)
+        : m_grab(connection, escapeSymbol)
+        , m_escaped(std::move(escaped))
     {
-    }
-    ~KeyboardGrab() override
-    {
-        if (m_window)
-            m_window->setKeyboardGrabEnabled(false);
-        // Qt would send it with whatever it asks for next.
-        waitForQt();
+        // Queued for the same reason.
+        QObject::connect(
+            &connection, &XConnection::keyPressed, &m_context, [this](xcb_keycode_t key) { tell(key); },
+            Qt::QueuedConnection);
     }
 
 private:
-    QPointer<QWindow> m_window;
+    void tell(xcb_keycode_t key) const
+    {
+        if (!m_grab.keys().contains(key))
+            return;
+        // The watch may go with the call.
+        const PopupWindows::Escaped escaped = m_escaped;
+        escaped();
+    }
+
+    KeyGrab m_grab;
+    PopupWindows::Escaped m_escaped;
+    QObject m_context;
 };
 
 } // namespace
@@ -84,10 +96,14 @@ std::unique_ptr<PopupWindows::Handle> X11PopupWindows::watchPresses(Pressed pres
     return std::make_unique<PressWatch>(m_connection, std::move(pressed));
 }
 
-std::unique_ptr<PopupWindows::Handle> X11PopupWindows::grabKeyboard(QWidget &window)
+std::unique_ptr<PopupWindows::Handle> X11PopupWindows::watchEscape(Escaped escaped)
 {
-    QWindow *handle = window.windowHandle();
-    return handle && handle->setKeyboardGrabEnabled(true) ? std::make_unique<KeyboardGrab>(*handle) : nullptr;
+    return std::make_unique<EscapeWatch>(m_connection, std::move(escaped));
+}
+
+void X11PopupWindows::cancelDrag()
+{
+    QDrag::cancel();
 }
 
 } // namespace moorline

@@ -262,6 +262,9 @@ void XConnection::dispatch(const xcb_generic_event_t &event)
     case XCB_LEAVE_NOTIFY:
         Q_EMIT ownWindowTold(event);
         break;
+    case XCB_KEY_PRESS:
+        Q_EMIT keyPressed(reinterpret_cast<const xcb_key_press_event_t &>(event).detail);
+        break;
     case XCB_GE_GENERIC:
         dispatchInput(reinterpret_cast<const xcb_ge_generic_event_t &>(event));
         break;

@@ -68,6 +68,8 @@ Q_SIGNALS:
     void compositionChanged();
     /// `button` as the server counts them, the wheel's included.
     void buttonPressed(std::uint32_t button);
+    /// Of one that is grabbed.
+    void keyPressed(xcb_keycode_t key);
     /// Of one that is watched.
     void selectionOwnerChanged(xcb_atom_t selection);
     /// What only windows of this connection are told: they have to be painted, or the pointer is over them.

@@ -75,6 +75,7 @@ enum NSEventType : NSUInteger {
     NSEventTypeMouseMoved = 5,
     NSEventTypeLeftMouseDragged = 6,
     NSEventTypeRightMouseDragged = 7,
+    NSEventTypeKeyDown = 10,
     NSEventTypeOtherMouseDown = 25,
     NSEventTypeOtherMouseUp = 26,
     NSEventTypeOtherMouseDragged = 27,
@@ -91,6 +92,7 @@ enum : NSEventMask {
     NSEventMaskMouseMoved = 1ULL << NSEventTypeMouseMoved,
     NSEventMaskLeftMouseDragged = 1ULL << NSEventTypeLeftMouseDragged,
     NSEventMaskRightMouseDragged = 1ULL << NSEventTypeRightMouseDragged,
+    NSEventMaskKeyDown = 1ULL << NSEventTypeKeyDown,
     NSEventMaskOtherMouseUp = 1ULL << NSEventTypeOtherMouseUp,
     NSEventMaskOtherMouseDragged = 1ULL << NSEventTypeOtherMouseDragged,
 };
@@ -101,6 +103,8 @@ enum : NSEventMask {
 @property (class, readonly) NSPoint mouseLocation;
 // https://developer.apple.com/documentation/appkit/nsevent/pressedmousebuttons
 @property (class, readonly) NSUInteger pressedMouseButtons;
+// https://developer.apple.com/documentation/appkit/nsevent/keycode
+@property (readonly) unsigned short keyCode;
 // https://developer.apple.com/documentation/appkit/nsevent/addglobalmonitorforevents(matching:handler:)
 + (id)addGlobalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(void (^)(NSEvent *event))block;
 // https://developer.apple.com/documentation/appkit/nsevent/addlocalmonitorforevents(matching:handler:)

@@ -1,0 +1,325 @@
+#include "X11TestCase.h"
+
+#include "chrome/BarDrag.h"
+#include "chrome/BarItem.h"
+#include "chrome/BarStage.h"
+#include "fakes/FakeClock.h"
+#include "fakes/FakeSystem.h"
+#include "platform/linux/x11/X11PanelWindow.h"
+#include "platform/linux/x11/X11Pointer.h"
+#include "platform/linux/x11/X11PopupWindows.h"
+#include "platform/linux/x11/X11Screens.h"
+#include "theme/Symbols.h"
+
+#include <QApplication>
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QGraphicsView>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTimer>
+
+using namespace moorline;
+using namespace moorline::test;
+
+namespace {
+
+constexpr std::uint8_t escapeKey = 9;
+constexpr std::uint8_t letterKey = 38;
+constexpr std::uint8_t leftButton = 1;
+constexpr QPoint onTheItem(720, 850);
+constexpr QPoint onTheTarget(250, 250);
+
+/// What a drag of the bar may end on.
+class DropTarget final : public QWidget {
+public:
+    DropTarget()
+    {
+        setWindowFlags(Qt::Window | Qt::BypassWindowManagerHint);
+        setAttribute(Qt::WA_ShowWithoutActivating);
+        setAcceptDrops(true);
+        setGeometry(200, 200, 100, 100);
+    }
+
+    bool isHovered = false;
+    int drops = 0;
+
+private:
+    void dragEnterEvent(QDragEnterEvent *event) override
+    {
+        isHovered = true;
+        event->acceptProposedAction();
+    }
+    void dragLeaveEvent(QDragLeaveEvent *) override { isHovered = false; }
+    void dropEvent(QDropEvent *event) override
+    {
+        ++drops;
+        event->acceptProposedAction();
+    }
+};
+
+class TrialItem final : public BarItem {
+public:
+    using BarItem::DragEnd;
+    using BarItem::DragKind;
+
+    TrialItem()
+    {
+        setGeometry(QRectF(0, 0, 100, 100));
+        setTouchable(true);
+        setDraggable(DragKind::out);
+    }
+
+    using BarItem::setDraggable;
+
+    /// In the event loop of the drag.
+    std::function<void()> onDrag;
+    QList<QPointF> places;
+    QList<DragEnd> ends;
+
+protected:
+    void drag(const QPointF &) override
+    {
+        QTimer::singleShot(0, this, onDrag);
+        auto *data = new QMimeData;
+        data->setText(QStringLiteral("payload"));
+        auto *drag = new QDrag(scene()->views().first());
+        drag->setMimeData(data);
+        drag->exec(Qt::CopyAction);
+    }
+    void dragTo(const QPointF &place) override { places.append(place); }
+    void dragEnded(DragEnd end) override { ends.append(end); }
+};
+
+/// A panel as the bar has it, of one item, at the bottom of the screen.
+struct Bar {
+    explicit Bar(XConnection &connection, ClientWindows &clients)
+        : panel(connection, clients, clock)
+        , windows(connection)
+        , pointer(connection)
+        , screens(&connection)
+        , view(&scene)
+    {
+        scene.setSceneRect(0, 0, 100, 100);
+        scene.addItem(item);
+        item->setStage(&stage);
+        view.setFrameStyle(QFrame::NoFrame);
+        view.viewport()->setMouseTracking(true);
+        panel.adopt(view);
+        QPainterPath whole;
+        whole.addRect(0, 0, 100, 100);
+        panel.setInteractiveArea(whole);
+        panel.setFrame({670, 0, 100, 100});
+        panel.orderFrontRegardless();
+    }
+
+    FakeClock clock;
+    FakeSymbolCatalogue images;
+    Symbols symbols{images};
+    X11PanelWindow panel;
+    X11PopupWindows windows;
+    X11Pointer pointer;
+    X11Screens screens;
+    BarHolds holds;
+    BarStage stage{{windows, screens, panel, pointer, clock, symbols, holds}};
+    QGraphicsScene scene;
+    TrialItem *item = new TrialItem;
+    QGraphicsView view;
+    QSignalSpy clicks{item, &BarItem::clicked};
+};
+
+/// Items are dragged by a real pointer, while another program's window has the keyboard. Run under window managers, and
+/// without one.
+class BarDragTest final : public X11TestCase {
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        X11TestCase::init();
+        typist = showFocused();
+        bar = std::make_unique<Bar>(*connection, *clients);
+        target = std::make_unique<DropTarget>();
+        target->show();
+        QVERIFY(QTest::qWaitForWindowExposed(&bar->view));
+        QVERIFY(QTest::qWaitForWindowExposed(target.get()));
+    }
+
+    void cleanup()
+    {
+        foreign->setButton(leftButton, false);
+        target.reset();
+        bar.reset();
+        X11TestCase::cleanup();
+    }
+
+    void whatIsLetGoIsDropped()
+    {
+        bar->item->onDrag = [this] {
+            foreign->movePointer(onTheTarget);
+            QTRY_VERIFY(target->isHovered);
+            QVERIFY(bar->holds.isHeld());
+            foreign->setButton(leftButton, false);
+        };
+        startDragging();
+        QTRY_COMPARE(bar->item->ends, QList{TrialItem::DragEnd::letGo});
+        QTRY_COMPARE(target->drops, 1);
+        QVERIFY(!bar->holds.isHeld());
+    }
+
+    void whatIsLetGoAboveNothingIsNotCancelled()
+    {
+        bar->item->onDrag = [this] {
+            foreign->movePointer({1000, 100});
+            foreign->setButton(leftButton, false);
+        };
+        startDragging();
+        QTRY_COMPARE(bar->item->ends, QList{TrialItem::DragEnd::letGo});
+        QCOMPARE(target->drops, 0);
+    }
+
+    void escapeCancels_data()
+    {
+        QTest::addColumn<QPoint>("release");
+        QTest::newRow("let go on the item") << onTheItem;
+        QTest::newRow("let go on a target") << onTheTarget;
+        QTest::newRow("let go elsewhere") << QPoint(1000, 100);
+    }
+
+    void escapeCancels()
+    {
+        QFETCH(QPoint, release);
+        bar->item->onDrag = [this] {
+            foreign->movePointer(onTheTarget);
+            QTRY_VERIFY(target->isHovered);
+            type(escapeKey);
+        };
+        startDragging();
+        QTRY_COMPARE(bar->item->ends, QList{TrialItem::DragEnd::cancelled});
+        QVERIFY(!bar->holds.isHeld());
+        letGoAt(release);
+        QCOMPARE(target->drops, 0);
+        keyboardIsBack();
+    }
+
+    void escapeCancelsADragInsideTheBar()
+    {
+        bar->item->setDraggable(TrialItem::DragKind::inside);
+        startDragging();
+        foreign->movePointer({740, 850});
+        QTRY_VERIFY(!bar->item->places.isEmpty());
+        QVERIFY(bar->holds.isHeld());
+        type(escapeKey);
+        QTRY_COMPARE(bar->item->ends, QList{TrialItem::DragEnd::cancelled});
+        QVERIFY(!bar->holds.isHeld());
+        letGoAt(onTheItem);
+        keyboardIsBack();
+    }
+
+    void aDragInsideTheBarIsLetGo()
+    {
+        bar->item->setDraggable(TrialItem::DragKind::inside);
+        startDragging();
+        // Beyond the panel, too.
+        foreign->movePointer({740, 500});
+        QTRY_VERIFY(!bar->item->places.isEmpty() && bar->item->places.last() == QPointF(70, -300));
+        foreign->setButton(leftButton, false);
+        QTRY_COMPARE(bar->item->ends, QList{TrialItem::DragEnd::letGo});
+        QCOMPARE(bar->clicks.size(), 0);
+    }
+
+    void otherKeysGoWhereTheyWent()
+    {
+        bar->item->setDraggable(TrialItem::DragKind::inside);
+        startDragging();
+        const auto before = foreign->keys(typist);
+        type(letterKey);
+        QTRY_COMPARE(foreign->keys(typist), before + 1);
+        foreign->setButton(leftButton, false);
+        QTRY_COMPARE(bar->item->ends.size(), 1);
+    }
+
+    void aKeyboardThatIsHeldElsewhereLeavesTheDrag()
+    {
+        foreign->grabKeyboard();
+        bar->item->onDrag = [this] {
+            type(escapeKey);
+            foreign->movePointer(onTheTarget);
+            QTRY_VERIFY(target->isHovered);
+            foreign->setButton(leftButton, false);
+        };
+        startDragging();
+        QTRY_COMPARE(bar->item->ends, QList{TrialItem::DragEnd::letGo});
+        QTRY_COMPARE(target->drops, 1);
+    }
+
+    void escapeThatAnotherProgramHasLeavesTheDrag()
+    {
+        foreign->grabKey(escapeKey);
+        bar->item->onDrag = [this] {
+            type(escapeKey);
+            foreign->movePointer(onTheTarget);
+            QTRY_VERIFY(target->isHovered);
+            foreign->setButton(leftButton, false);
+        };
+        startDragging();
+        QTRY_COMPARE(bar->item->ends, QList{TrialItem::DragEnd::letGo});
+        QTRY_COMPARE(target->drops, 1);
+    }
+
+private:
+    [[nodiscard]] xcb_window_t showFocused()
+    {
+        if (foreign->hasWindowManager())
+            return showActive({.frame = {500, 200, 300, 200}});
+        const xcb_window_t other = foreign->show({.frame = {500, 200, 300, 200}});
+        foreign->focus(other);
+        return other;
+    }
+
+    void startDragging()
+    {
+        foreign->movePointer(onTheItem);
+        foreign->setButton(leftButton, true);
+        QTRY_VERIFY(bar->item->isPressed());
+        foreign->movePointer(onTheItem - QPoint(0, QApplication::startDragDistance()));
+        QTRY_VERIFY(bar->item->isDragged() || !bar->item->ends.isEmpty());
+    }
+
+    void letGoAt(const QPoint &place)
+    {
+        foreign->movePointer(place);
+        foreign->setButton(leftButton, false);
+        // Whatever it led to would be here with this.
+        foreign->movePointer({1200, 100});
+        foreign->movePointer(onTheItem);
+        foreign->movePointer(onTheItem + QPoint(5, 0));
+        QTRY_VERIFY(bar->item->isHovered());
+        QCOMPARE(bar->clicks.size(), 0);
+        QCOMPARE(bar->item->ends.size(), 1);
+    }
+
+    void keyboardIsBack()
+    {
+        QCOMPARE(foreign->focus(), typist);
+        const auto before = foreign->keys(typist);
+        type(escapeKey);
+        type(letterKey);
+        QTRY_COMPARE(foreign->keys(typist), before + 2);
+    }
+
+    void type(std::uint8_t key) const
+    {
+        foreign->setKey(key, true);
+        foreign->setKey(key, false);
+    }
+
+    xcb_window_t typist = XCB_WINDOW_NONE;
+    std::unique_ptr<DropTarget> target;
+    std::unique_ptr<Bar> bar;
+};
+
+MOORLINE_TEST(BarDragTest);
+
+} // namespace
+
+#include "BarDragTest.moc"
