@@ -1,19 +1,32 @@
 #pragma once
 
 #include "platform/StatusBar.h"
-#import "platform/macos/MacSymbolCatalogue.h"
-#include "platform/qt/QtStatusBar.h"
+
+#import <AppKit/AppKit.h>
+
+#include <QObject>
+
+@class MoorlineStatusMenu;
 
 namespace moorline {
 
-/// The menu bar's right end, through Qt.
+/// The right end of the menu bar. It is there as long as the system is, whatever screen it is on.
 class MacStatusBar final : public StatusBar {
 public:
-    void show(StatusBarItem item) override { m_bar.show(std::move(item)); }
+    MacStatusBar() = default;
+    ~MacStatusBar() override;
+    Q_DISABLE_COPY_MOVE(MacStatusBar)
+
+    void show(StatusBarItem item) override;
 
 private:
-    MacSymbolCatalogue m_symbols;
-    QtStatusBar m_bar{m_symbols};
+    void remove();
+
+    NSStatusItem *m_item = nil;
+    /// The menu does not own it.
+    MoorlineStatusMenu *m_filler = nil;
+    /// What is chosen is done as long as this lives.
+    QObject m_context;
 };
 
 } // namespace moorline

@@ -4,6 +4,7 @@
 
 @class NSEvent;
 @class NSImage;
+@class NSMenu;
 @class NSWindow;
 
 // Application and workspace
@@ -135,6 +136,8 @@ enum : NSEventMask {
 - (instancetype)initWithFrame:(NSRect)frameRect NS_DESIGNATED_INITIALIZER;
 - (instancetype)initWithCoder:(NSCoder *)coder NS_DESIGNATED_INITIALIZER;
 - (void)addSubview:(NSView *)view;
+// https://developer.apple.com/documentation/appkit/nsview/tooltip
+@property (copy) NSString *toolTip;
 // https://developer.apple.com/documentation/appkit/nsview/resizesubviews(witholdsize:)
 - (void)resizeSubviewsWithOldSize:(NSSize)oldSize;
 @end
@@ -218,6 +221,94 @@ static const NSWindowLevel NSPopUpMenuWindowLevel = 101;
 @interface NSPanel : NSWindow
 @end
 
+// Menus and the menu bar
+
+// https://developer.apple.com/documentation/appkit/nsevent/modifierflags-swift.struct
+typedef NSUInteger NSEventModifierFlags;
+enum : NSEventModifierFlags {
+    NSEventModifierFlagShift = 1 << 17,
+    NSEventModifierFlagControl = 1 << 18,
+    NSEventModifierFlagOption = 1 << 19,
+    NSEventModifierFlagCommand = 1 << 20,
+};
+
+// https://developer.apple.com/documentation/appkit/nscontrol/statevalue
+typedef NSInteger NSControlStateValue;
+static const NSControlStateValue NSControlStateValueOff = 0;
+static const NSControlStateValue NSControlStateValueOn = 1;
+
+// https://developer.apple.com/documentation/appkit/nsuserinterfaceitemidentifier
+typedef NSString *NSUserInterfaceItemIdentifier;
+
+// https://developer.apple.com/documentation/appkit/nsmenuitem
+@interface NSMenuItem : NSObject
+// https://developer.apple.com/documentation/appkit/nsmenuitem/separator()
++ (NSMenuItem *)separatorItem;
+// https://developer.apple.com/documentation/appkit/nsmenuitem/init(title:action:keyequivalent:)
+- (instancetype)initWithTitle:(NSString *)string
+                       action:(SEL)selector
+                keyEquivalent:(NSString *)charCode NS_DESIGNATED_INITIALIZER;
+@property NSControlStateValue state;
+@property (getter=isEnabled) BOOL enabled;
+@property (strong) NSImage *image;
+@property (copy) NSString *keyEquivalent;
+// https://developer.apple.com/documentation/appkit/nsmenuitem/keyequivalentmodifiermask
+@property NSEventModifierFlags keyEquivalentModifierMask;
+// https://developer.apple.com/documentation/appkit/nsmenuitem/target
+@property (weak) id target;
+@property SEL action;
+// https://developer.apple.com/documentation/appkit/nsmenuitem/representedobject
+@property (strong) id representedObject;
+// https://developer.apple.com/documentation/appkit/nsuserinterfaceitemidentification/identifier
+@property (copy) NSUserInterfaceItemIdentifier identifier;
+@end
+
+// https://developer.apple.com/documentation/appkit/nsmenudelegate
+@protocol NSMenuDelegate <NSObject>
+@optional
+// https://developer.apple.com/documentation/appkit/nsmenudelegate/menuneedsupdate(_:)
+- (void)menuNeedsUpdate:(NSMenu *)menu;
+@end
+
+// https://developer.apple.com/documentation/appkit/nsmenu
+@interface NSMenu : NSObject
+- (instancetype)initWithTitle:(NSString *)title NS_DESIGNATED_INITIALIZER;
+// https://developer.apple.com/documentation/appkit/nsmenu/delegate
+@property (weak) id<NSMenuDelegate> delegate;
+// https://developer.apple.com/documentation/appkit/nsmenu/autoenablesitems
+@property BOOL autoenablesItems;
+- (void)addItem:(NSMenuItem *)newItem;
+- (void)removeAllItems;
+@end
+
+// https://developer.apple.com/documentation/appkit/nsbutton
+@interface NSButton : NSView
+@property (strong) NSImage *image;
+@end
+
+// https://developer.apple.com/documentation/appkit/nsstatusbarbutton
+@interface NSStatusBarButton : NSButton
+@end
+
+// https://developer.apple.com/documentation/appkit/nsstatusitem
+@interface NSStatusItem : NSObject
+// https://developer.apple.com/documentation/appkit/nsstatusitem/button
+@property (readonly, strong) NSStatusBarButton *button;
+// https://developer.apple.com/documentation/appkit/nsstatusitem/menu
+@property (strong) NSMenu *menu;
+@end
+
+// https://developer.apple.com/documentation/appkit/nsstatusitem/squarelength
+static const CGFloat NSSquareStatusItemLength = -2.0;
+
+// https://developer.apple.com/documentation/appkit/nsstatusbar
+@interface NSStatusBar : NSObject
+@property (class, readonly, strong) NSStatusBar *systemStatusBar;
+// https://developer.apple.com/documentation/appkit/nsstatusbar/statusitem(withlength:)
+- (NSStatusItem *)statusItemWithLength:(CGFloat)length;
+- (void)removeStatusItem:(NSStatusItem *)item;
+@end
+
 // Images
 
 // https://developer.apple.com/documentation/appkit/nsfont/weight
@@ -239,6 +330,9 @@ API_AVAILABLE(macos(11.0))
 // https://developer.apple.com/documentation/appkit/nsimage
 @interface NSImage : NSObject
 @property NSSize size;
+// https://developer.apple.com/documentation/appkit/nsimage/istemplate
+// A property whose name is a keyword in this language.
+- (void)setTemplate:(BOOL)isTemplate;
 // https://developer.apple.com/documentation/appkit/nsimage/1520015-imagenamed
 + (NSImage *)imageNamed:(NSString *)name;
 // https://developer.apple.com/documentation/appkit/nsimage/init(systemsymbolname:accessibilitydescription:)
