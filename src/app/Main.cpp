@@ -4,6 +4,8 @@
 #include <QProcessEnvironment>
 #include <QTextStream>
 #include <QTranslator>
+#include <cstdio>
+#include <cstdlib>
 
 using namespace moorline;
 
@@ -20,21 +22,9 @@ void loadWording(QTranslator &wording, const QString &catalogue)
         QCoreApplication::installTranslator(&wording);
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+/// What the program does from its first window to its last, on objects that are gone afterwards.
+int run(const RunPlan &plan)
 {
-    const RunPlan plan = runPlan(QProcessEnvironment::systemEnvironment());
-    if (!preparePlatform(displayNeed(plan))) {
-        QTextStream(stderr) << "Moorline: there is no display to show the bar on\n";
-        return EXIT_FAILURE;
-    }
-    QApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("Moorline"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(MOORLINE_VERSION));
-    QGuiApplication::setDesktopFileName(applicationIdentifier);
-    QGuiApplication::setQuitOnLastWindowClosed(false);
-
     Platform platform = createPlatform();
     // One-shot runs may come beside the bar that a person looks at.
     if (displayNeed(plan) == DisplayNeed::required && !platform.instanceClaim->take()) {
@@ -53,4 +43,26 @@ int main(int argc, char **argv)
     QMetaObject::invokeMethod(
         &delegate, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);
     return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const RunPlan plan = runPlan(QProcessEnvironment::systemEnvironment());
+    if (!preparePlatform(displayNeed(plan))) {
+        QTextStream(stderr) << "Moorline: there is no display to show the bar on\n";
+        return EXIT_FAILURE;
+    }
+    QApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Moorline"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(MOORLINE_VERSION));
+    QGuiApplication::setDesktopFileName(applicationIdentifier);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+
+    const int status = run(plan);
+    // A thread may still be inside a library that looks for a proxy or a name and does not return. Qt's application
+    // object would wait for it, and what libraries take down at the end of a process would go from under it.
+    std::fflush(nullptr);
+    std::_Exit(status);
 }

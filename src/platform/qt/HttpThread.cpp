@@ -9,7 +9,7 @@ namespace moorline {
 namespace {
 
 // A thread that is quick to end does so in milliseconds. One that is stuck in the look-up of a proxy may take minutes.
-constexpr std::chrono::milliseconds longestJoin{1000};
+constexpr std::chrono::milliseconds longestJoin{500};
 
 } // namespace
 

@@ -7,7 +7,7 @@ namespace moorline {
 namespace {
 
 // A picture takes milliseconds. A disk that does not answer may take for ever.
-constexpr std::chrono::milliseconds longestJoin{1000};
+constexpr std::chrono::milliseconds longestJoin{500};
 
 } // namespace
 

@@ -8,6 +8,8 @@ namespace moorline {
 namespace {
 
 constexpr int idleTimeMilliseconds = 1000;
+// A name takes milliseconds. A disk that does not answer may take for ever.
+constexpr int longestJoinMilliseconds = 500;
 
 /// False also for what is not a number.
 bool isOnEarth(double latitude, double longitude)
@@ -24,24 +26,26 @@ std::optional<Placemark> placeAt(double latitude, double longitude)
 
 GWeatherGeocoder::GWeatherGeocoder()
 {
-    m_thread.setMaxThreadCount(1);
-    m_thread.setExpiryTimeout(idleTimeMilliseconds);
+    m_thread->setMaxThreadCount(1);
+    m_thread->setExpiryTimeout(idleTimeMilliseconds);
+    QObject::connect(
+        m_answers.get(), &GWeatherAnswers::found, &m_home,
+        [this](const std::optional<Placemark> &place) { answer(place); }, Qt::QueuedConnection);
 }
 
 GWeatherGeocoder::~GWeatherGeocoder()
 {
-    m_thread.clear();
-    m_thread.waitForDone();
+    m_thread->clear();
+    // One that is stuck is left to itself, with all that it needs: its pool would wait for it.
+    if (!m_thread->waitForDone(longestJoinMilliseconds))
+        static_cast<void>(m_thread.release());
 }
 
 void GWeatherGeocoder::reverseGeocode(double latitude, double longitude, Completion completion)
 {
     m_completions.push(std::move(completion));
-    m_thread.start([this, latitude, longitude] {
-        const auto place = placeAt(latitude, longitude);
-        QMetaObject::invokeMethod(
-            &m_home, [this, place] { answer(place); }, Qt::QueuedConnection);
-    });
+    m_thread->start(
+        [answers = m_answers, latitude, longitude] { Q_EMIT answers->found(placeAt(latitude, longitude)); });
 }
 
 void GWeatherGeocoder::answer(const std::optional<Placemark> &place)
