@@ -29,7 +29,7 @@ class StatusBar {
 public:
     virtual ~StatusBar() = default;
 
-    /// Shows the item from now on, now and whenever a status bar comes, in place of the one before. Waits for nothing.
+    /// Shows the item from now on, now and whenever a status bar comes. To be called once; waits for nothing.
     virtual void show(StatusBarItem item) = 0;
 };
 

@@ -27,8 +27,6 @@ LinuxStatusBar::~LinuxStatusBar() = default;
 
 void LinuxStatusBar::show(StatusBarItem item)
 {
-    m_olderIcon.reset();
-    m_notifier.reset();
     m_item = std::move(item);
     m_menu = std::make_unique<TrayMenu>(m_item.menu);
     m_notifier = std::make_unique<StatusNotifierBar>(m_bus, m_clock, m_symbols);
