@@ -7,6 +7,8 @@
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/x11/XConnection.h"
 
+#include <QApplication>
+#include <QMenu>
 #include <QToolTip>
 
 using namespace moorline;

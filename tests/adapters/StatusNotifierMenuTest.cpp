@@ -251,8 +251,8 @@ private Q_SLOTS:
     {
         const int looks = m_looks;
         for (const char *name : {"hovered", "closed", "opened", "", "x-unknown"})
-            QCOMPARE(event(idAt(3), QString::fromLatin1(name)).type(), QDBusMessage::ReplyMessage);
-        QCOMPARE(event(0, QStringLiteral("opened")).type(), QDBusMessage::ReplyMessage);
+            QCOMPARE(tell(idAt(3), QString::fromLatin1(name)).type(), QDBusMessage::ReplyMessage);
+        QCOMPARE(tell(0, QStringLiteral("opened")).type(), QDBusMessage::ReplyMessage);
         QCoreApplication::processEvents();
         QVERIFY(m_chosen.isEmpty());
         QVERIFY(m_looks > looks);
@@ -342,13 +342,13 @@ private:
         return QDBusReply<bool>(call(StatusNotifierMenu::path, menu, QStringLiteral("AboutToShow"), {0})).value();
     }
 
-    [[nodiscard]] QDBusMessage event(int id, const QString &name)
+    [[nodiscard]] QDBusMessage tell(int id, const QString &name)
     {
         return call(StatusNotifierMenu::path, menu, QStringLiteral("Event"),
             {id, name, QVariant::fromValue(QDBusVariant(QString())), 0U});
     }
 
-    [[nodiscard]] QDBusMessage click(int id) { return event(id, QStringLiteral("clicked")); }
+    [[nodiscard]] QDBusMessage click(int id) { return tell(id, QStringLiteral("clicked")); }
 
     Menu m_current;
     int m_looks = 0;

@@ -104,6 +104,16 @@ def test_the_older_tray_shows_the_icon(desktop, screen, start_bar):
     assert not is_greyish(corner), "on the panel's own background"
 
 
+@pytest.mark.display(compositor=False)
+def test_the_older_tray_shows_through_without_a_compositor(desktop, screen, start_bar):
+    start_older_tray(desktop)
+    start_bar(visible=False)
+    frame = icon_area(screen)
+    wait_until(lambda: grey_pixels(screen, frame) > 30, what="the icon is drawn")
+    beside = screen.pixel(frame.right + 20, frame.center_y)
+    assert screen.pixel(frame.x, frame.y) == beside, "on the panel's own background"
+
+
 def test_the_icon_of_the_older_tray_opens_the_menu(desktop, screen, start_bar):
     start_older_tray(desktop)
     bar = start_bar()
