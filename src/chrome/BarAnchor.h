@@ -16,11 +16,13 @@ struct BarAnchor {
     /// In the coordinates of the scene.
     [[nodiscard]] QRectF frame() const;
 
+    /// Whether it is a place on the item and not something that can be pressed again.
+    [[nodiscard]] bool isPlace() const { return part && part->isEmpty(); }
+
     bool operator==(const BarAnchor &) const = default;
 
     QGraphicsObject *item;
-    /// In the item's own coordinates; the whole of it where absent. A part without an extent is a place on the item
-    /// and not something that can be pressed again.
+    /// In the item's own coordinates; the whole of it where absent.
     std::optional<QRectF> part;
 };
 

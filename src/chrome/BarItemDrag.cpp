@@ -40,7 +40,8 @@ void BarItem::beginDrag(const QPointF &place)
         return beginDragInside(std::move(held));
     if (errand)
         drag(place);
-    finishDrag(errand, held && held->wasCancelled() ? DragEnd::cancelled : DragEnd::letGo);
+    if (errand)
+        finishDrag(errand, held && held->wasCancelled() ? DragEnd::cancelled : DragEnd::letGo);
 }
 
 void BarItem::beginDragInside(std::unique_ptr<BarDrag> held)

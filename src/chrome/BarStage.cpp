@@ -7,6 +7,7 @@
 #include "chrome/PopupPlacement.h"
 #include "platform/PanelWindow.h"
 
+#include <QtMath>
 #include <algorithm>
 
 namespace moorline {
@@ -39,17 +40,17 @@ BarStage::~BarStage()
 void BarStage::openMenu(const BarAnchor &anchor, const Menu &menu)
 {
     const QColor highlight = m_accent.darker(highlightDarkness);
-    open(anchor, std::make_unique<MenuView>(m_context.windows, m_context.symbols, menu, highlight), true);
+    open(anchor, std::make_unique<MenuView>(m_context.windows, m_context.symbols, menu, highlight));
 }
 
 void BarStage::openPopover(const BarAnchor &anchor, std::unique_ptr<PopoverContent> content)
 {
-    open(anchor, std::make_unique<Popover>(m_context.windows, std::move(content)), false);
+    open(anchor, std::make_unique<Popover>(m_context.windows, std::move(content)));
 }
 
-void BarStage::open(const BarAnchor &anchor, std::unique_ptr<BarPopup> popup, bool isMenu)
+void BarStage::open(const BarAnchor &anchor, std::unique_ptr<BarPopup> popup)
 {
-    const bool isAskedTwice = m_popup && m_anchor == anchor;
+    const bool isAskedTwice = m_popup && m_anchor == anchor && !anchor.isPlace();
     close();
     hideHelp();
     if (isAskedTwice || m_context.screens.screens().isEmpty())
@@ -57,7 +58,7 @@ void BarStage::open(const BarAnchor &anchor, std::unique_ptr<BarPopup> popup, bo
     m_hold = hold();
     m_popup = std::move(popup);
     m_anchor = anchor;
-    m_isMenu = isMenu;
+    m_wasPointerInMenu = false;
     placePopup();
     m_presses = m_context.windows.watchPresses([this](const QPointF &place) { pressed(place); });
     followAnchor();
@@ -183,9 +184,37 @@ bool BarStage::takesPress(const QPointF &place, Qt::MouseButton button)
 {
     if (!m_popup)
         return false;
-    const bool isTaken = m_anchor->frame().contains(place) || (m_isMenu && button == Qt::LeftButton);
+    const bool isAnchor = !m_anchor->isPlace() && m_anchor->frame().contains(place);
+    const bool isTaken = isAnchor || (menu() && button == Qt::LeftButton);
     close();
     return isTaken;
+}
+
+void BarStage::leadPointer(const QPointF &place)
+{
+    MenuView *led = menu();
+    if (!led)
+        return;
+    const QPoint inside = inPopup(place);
+    m_wasPointerInMenu = m_wasPointerInMenu || led->rect().contains(inside);
+    led->hover(inside);
+}
+
+void BarStage::letPointerGo(const QPointF &place)
+{
+    MenuView *led = menu();
+    if (!led)
+        return;
+    const QPoint inside = inPopup(place);
+    if (led->rect().contains(inside))
+        led->chooseAt(inside);
+    else if (m_wasPointerInMenu)
+        close();
+}
+
+MenuView *BarStage::menu() const
+{
+    return qobject_cast<MenuView *>(m_popup.get());
 }
 
 void BarStage::pressed(const QPointF &place)
@@ -205,6 +234,13 @@ QPointF BarStage::inScene(const QPointF &place) const
 {
     const QRectF panel = m_context.panel.frame();
     return {place.x() - panel.x(), panel.bottom() - place.y()};
+}
+
+QPoint BarStage::inPopup(const QPointF &place) const
+{
+    const QPointF placeOnScreen = onScreen({place, QSizeF(0, 0)}).topLeft();
+    const QRectF frame = m_popup->frame();
+    return {qFloor(placeOnScreen.x() - frame.x()), qFloor(frame.bottom() - placeOnScreen.y())};
 }
 
 void BarStage::placePopup()

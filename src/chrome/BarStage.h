@@ -15,6 +15,7 @@ class BarDrag;
 class BarPopup;
 class Clock;
 class HelpTag;
+class MenuView;
 class PanelWindow;
 class Pointer;
 class PopoverContent;
@@ -68,13 +69,21 @@ public:
     /// Tells of a press on the bar before the scene learns of it. True when all it does is to close what was open, so
     /// that the scene shall not learn of it: a press on the anchor, or a left one while a menu is open.
     [[nodiscard]] bool takesPress(const QPointF &place, Qt::MouseButton button);
+    /// Tells where the pointer is led that was pressed on the bar and is not let go yet: through the menu that the
+    /// press opened, perhaps.
+    void leadPointer(const QPointF &place);
+    /// Tells where it was let go: over a row of that menu it chooses, and beside the menu it closes it, if the pointer
+    /// had been there. Where it was pressed, it leaves the menu to a second press.
+    void letPointerGo(const QPointF &place);
 
 Q_SIGNALS:
     /// Something opened or closed.
     void openChanged();
 
 private:
-    void open(const BarAnchor &anchor, std::unique_ptr<BarPopup> popup, bool isMenu);
+    void open(const BarAnchor &anchor, std::unique_ptr<BarPopup> popup);
+    /// Null while no menu is open.
+    [[nodiscard]] MenuView *menu() const;
     void followAnchor();
     /// In a turn of its own: a row that changes moves its items more than once.
     void placePopupSoon();
@@ -87,6 +96,8 @@ private:
     void escapePressed();
     [[nodiscard]] QRectF onScreen(const QRectF &sceneRect) const;
     [[nodiscard]] QPointF inScene(const QPointF &place) const;
+    /// A place of the scene in the coordinates of what is open.
+    [[nodiscard]] QPoint inPopup(const QPointF &place) const;
     void place(BarPopup &popup, const BarAnchor &anchor) const;
 
     Context m_context;
@@ -95,7 +106,7 @@ private:
     std::unique_ptr<HelpTag> m_help;
     std::unique_ptr<BarPopup> m_popup;
     std::optional<BarAnchor> m_anchor;
-    bool m_isMenu = false;
+    bool m_wasPointerInMenu = false;
     BarHolds::Token m_hold;
     std::unique_ptr<PopupWindows::Handle> m_presses;
     std::unique_ptr<PopupWindows::Handle> m_escape;

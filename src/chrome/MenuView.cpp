@@ -71,6 +71,23 @@ void MenuView::choose(const std::function<void()> &action)
     chosen();
 }
 
+MenuRow *MenuView::rowAt(const QPoint &place) const
+{
+    auto *row = qobject_cast<MenuRow *>(childAt(place));
+    return row && row->isEnabled() ? row : nullptr;
+}
+
+void MenuView::hover(const QPoint &place)
+{
+    highlight(m_rows.indexOf(rowAt(place)));
+}
+
+void MenuView::chooseAt(const QPoint &place)
+{
+    if (MenuRow *row = rowAt(place))
+        row->click();
+}
+
 qsizetype MenuView::highlighted() const
 {
     return m_rows.indexOf(static_cast<MenuRow *>(focusWidget()));

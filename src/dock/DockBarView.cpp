@@ -201,7 +201,7 @@ QPainterPath DockBarView::interactiveArea() const
 
 void DockBarView::openMenu(const QPointF &place)
 {
-    m_context.stage.openMenu({*m_pill, QRectF(place, QSizeF())}, barMenu(m_context.store, m_context.commands));
+    m_context.stage.openMenu({*m_pill, QRectF(place, QSizeF(0, 0))}, barMenu(m_context.store, m_context.commands));
 }
 
 } // namespace moorline

@@ -85,6 +85,8 @@ bool DockHostingView::viewportEvent(QEvent *event)
         if (m_isPressTaken)
             return true;
         break;
+    case QEvent::MouseButtonRelease:
+        return pointerWasLetGo(*static_cast<QMouseEvent *>(event));
     case QEvent::ContextMenu:
         // A right press calls for a menu beside.
         if (m_isPressTaken && static_cast<QContextMenuEvent *>(event)->reason() == QContextMenuEvent::Mouse)
@@ -102,12 +104,28 @@ bool DockHostingView::viewportEvent(QEvent *event)
 
 bool DockHostingView::takesPress(const QMouseEvent &press)
 {
+    // Of the second press in short order, Qt tells after it called for the menu.
+    if (press.type() == QEvent::MouseButtonDblClick && press.button() == Qt::RightButton)
+        return false;
     return m_stage.takesPress(mapToScene(press.position().toPoint()), press.button());
+}
+
+bool DockHostingView::pointerWasLetGo(QMouseEvent &release)
+{
+    m_isPressTaken = false;
+    const QPointF place = mapToScene(release.position().toPoint());
+    BarStage &stage = m_stage;
+    const bool isHandled = QGraphicsView::viewportEvent(&release);
+    // Last, as what it chooses may end the bar.
+    stage.letPointerGo(place);
+    return isHandled;
 }
 
 void DockHostingView::pointerCame(const QSinglePointEvent &event)
 {
     m_pointer = event.position().toPoint();
+    if (event.buttons() != Qt::NoButton)
+        m_stage.leadPointer(mapToScene(m_pointer));
     const QGraphicsObject *item = event.buttons() == Qt::NoButton ? helpfulItemAt(m_pointer) : nullptr;
     const bool isShown = m_stage.helpTag().isVisible();
     if (isShown && item == m_helpItem)

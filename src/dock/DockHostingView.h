@@ -36,6 +36,7 @@ protected:
 private:
     /// True when the press is not for the scene.
     [[nodiscard]] bool takesPress(const QMouseEvent &press);
+    bool pointerWasLetGo(QMouseEvent &release);
     /// The item below the pointer that has something to tell. Null when there is none.
     [[nodiscard]] QGraphicsObject *helpfulItemAt(const QPoint &place) const;
     /// To the view, or to another place in it.

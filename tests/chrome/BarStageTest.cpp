@@ -71,6 +71,17 @@ private Q_SLOTS:
         QVERIFY(fixture.stage.isOpen());
     }
 
+    void aPlaceOnAnItemIsNotPressedAgain()
+    {
+        StageFixture fixture;
+        for (int round = 0; round < 2; ++round) {
+            fixture.stage.openMenu({*fixture.icon, QRectF(3, 40, 0, 0)}, fixture.menu());
+            QVERIFY(fixture.stage.isOpen());
+        }
+        QVERIFY(!fixture.stage.takesPress({283, 66}, Qt::RightButton));
+        QVERIFY(!fixture.stage.isOpen());
+    }
+
     void aMenuAtAnotherPlaceOfTheSameItemOpensThere()
     {
         StageFixture fixture;
@@ -163,6 +174,87 @@ private Q_SLOTS:
         fixture.stage.openMenu(*fixture.icon, fixture.menu());
         QVERIFY(!fixture.stage.takesPress({400, 50}, Qt::RightButton));
         QVERIFY(!fixture.stage.isOpen());
+    }
+
+    void aMenuIsChosenFromInTheGestureThatOpenedIt()
+    {
+        StageFixture fixture;
+        fixture.stage.openMenu(*fixture.icon, fixture.menu());
+        const auto *menu = qobject_cast<MenuView *>(fixture.open());
+        fixture.stage.leadPointer(fixture.inScene(*menu->rows()[0]));
+        QVERIFY(menu->rows()[0]->isHighlighted());
+        fixture.stage.leadPointer(fixture.inScene(*menu->rows()[2]));
+        QVERIFY(!menu->rows()[0]->isHighlighted());
+        QVERIFY(menu->rows()[2]->isHighlighted());
+        fixture.stage.letPointerGo(fixture.inScene(*menu->rows()[2]));
+        QCOMPARE(fixture.chosen, QStringList{QStringLiteral("Quit")});
+        QVERIFY(!fixture.stage.isOpen());
+    }
+
+    void aPointerThatIsLetGoAtOnceLeavesTheMenu()
+    {
+        StageFixture fixture;
+        fixture.stage.openMenu(*fixture.icon, fixture.menu());
+        fixture.stage.leadPointer({305, 45});
+        fixture.stage.letPointerGo({305, 45});
+        QVERIFY(fixture.stage.isOpen());
+    }
+
+    void aPointerThatComesBackFromTheMenuClosesIt()
+    {
+        StageFixture fixture;
+        fixture.stage.openMenu(*fixture.icon, fixture.menu());
+        const auto *menu = qobject_cast<MenuView *>(fixture.open());
+        fixture.stage.leadPointer(fixture.inScene(*menu->rows()[0]));
+        fixture.stage.leadPointer({305, 45});
+        QVERIFY(!menu->rows()[0]->isHighlighted());
+        fixture.stage.letPointerGo({305, 45});
+        QVERIFY(!fixture.stage.isOpen());
+        QVERIFY(fixture.chosen.isEmpty());
+        // The next menu knows nothing of it.
+        fixture.stage.openMenu(*fixture.icon, fixture.menu());
+        fixture.stage.letPointerGo({305, 45});
+        QVERIFY(fixture.stage.isOpen());
+    }
+
+    void whatCannotBeChosenIsNotChosenInAGesture()
+    {
+        StageFixture fixture;
+        fixture.stage.openMenu(*fixture.icon, fixture.menu());
+        const auto *menu = qobject_cast<MenuView *>(fixture.open());
+        fixture.stage.leadPointer(fixture.inScene(*menu->rows()[1]));
+        QVERIFY(!menu->rows()[1]->isHighlighted());
+        fixture.stage.letPointerGo(fixture.inScene(*menu->rows()[1]));
+        QVERIFY(fixture.stage.isOpen());
+        QVERIFY(fixture.chosen.isEmpty());
+    }
+
+    void theEdgesOfTheMenuAreItsOwn()
+    {
+        StageFixture fixture;
+        fixture.stage.openMenu(*fixture.icon, fixture.menu());
+        const QRectF frame = fixture.open()->frame();
+        const qreal left = frame.left() - fixture.panelFrame.left();
+        const qreal top = fixture.panelFrame.bottom() - frame.bottom();
+        for (const QPointF beside : {QPointF(left - 0.5, top + 1), QPointF(left + 1, top - 0.5)}) {
+            fixture.stage.leadPointer(beside);
+            fixture.stage.letPointerGo(beside);
+            QVERIFY(fixture.stage.isOpen());
+        }
+        // Where it was before counts with the first point that is inside.
+        fixture.stage.leadPointer({left + 0.5, top + 0.5});
+        fixture.stage.letPointerGo({left - 0.5, top + 1});
+        QVERIFY(!fixture.stage.isOpen());
+    }
+
+    void aPopoverIsNoMenuToBeLedThrough()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        const QRectF frame = fixture.open()->frame();
+        fixture.stage.leadPointer({frame.center().x() - fixture.panelFrame.left(), -50});
+        fixture.stage.letPointerGo({305, 45});
+        QVERIFY(fixture.stage.isOpen());
     }
 
     void contentThatIsDoneCloses()

@@ -82,6 +82,14 @@ struct StageFixture {
         return answer;
     }
 
+    /// The middle of a part of what is open, in the coordinates of the scene.
+    [[nodiscard]] QPointF inScene(const QWidget &part) const
+    {
+        const QPointF middle = part.mapTo(part.window(), part.rect().center());
+        const QRectF frame = open()->frame();
+        return {frame.x() + middle.x() - panelFrame.x(), panelFrame.bottom() - (frame.bottom() - middle.y())};
+    }
+
     /// The menu or popover that is open. Null when none is.
     [[nodiscard]] BarPopup *open() const
     {

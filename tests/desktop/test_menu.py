@@ -116,6 +116,7 @@ def test_menu_is_walked_through_by_the_keyboard(screen, start_bar):
 @pytest.mark.parametrize("closing", ["Escape", "click", "choice"])
 def test_a_letter_typed_after_the_menu_reaches_the_terminal(screen, start_bar, terminal, closing):
     bar = start_bar(visibilityMode="always")
+    before = screen.active_window()
     bar.open_menu()
     if closing == "Escape":
         screen.type_key("Escape")
@@ -127,6 +128,57 @@ def test_a_letter_typed_after_the_menu_reaches_the_terminal(screen, start_bar, t
         screen.type_key("Return")
     wait_until(lambda: not bar.popups(), what="the menu closes")
     terminal("z")
+    wait_until(lambda: screen.active_window() == before, what="the window manager knows of it")
+
+
+def press_for_menu(bar):
+    """Opens the menu and leaves the button pressed; answers the menu's frame."""
+    screen = bar.screen
+    screen.move_pointer(*bar.pill_center())
+    screen.press(RIGHT_BUTTON)
+    popup = wait_until(lambda: next(iter(bar.popups()), None), what="the menu opens")
+    return settled(lambda: screen.frame(popup))
+
+
+def test_menu_is_chosen_from_in_one_gesture(screen, start_bar):
+    bar = start_bar(visibilityMode="always")
+    frame = press_for_menu(bar)
+    plain = settled(lambda: screen.pixel(frame.x + 12, frame.center_y + 10))
+    for offset in (-10, 10):
+        screen.move_pointer(frame.center_x, frame.center_y + offset)
+        wait_until(lambda: screen.pixel(frame.x + 12, frame.center_y + offset) != plain, what="the row is highlighted")
+    wait_until(lambda: screen.pixel(frame.x + 12, frame.center_y - 10) == plain, what="the other is not any more")
+    screen.release(RIGHT_BUTTON)
+    wait_until(lambda: mode_on_disk(bar) == "auto", what="the mode is written")
+    wait_until(lambda: not bar.popups(), what="the menu closes")
+
+
+def test_menu_closes_when_the_gesture_ends_beside_it(screen, start_bar):
+    bar = start_bar(visibilityMode="always")
+    frame = press_for_menu(bar)
+    screen.move_pointer(frame.center_x, frame.center_y + 10)
+    screen.move_pointer(300, 300)
+    screen.release(RIGHT_BUTTON)
+    wait_until(lambda: not bar.popups(), what="the menu closes")
+    assert mode_on_disk(bar) == "always"
+
+
+def test_menu_stays_when_the_button_is_let_go_at_once(screen, start_bar):
+    bar = start_bar(visibilityMode="always")
+    press_for_menu(bar)
+    screen.release(RIGHT_BUTTON)
+    # What that led to comes before what the keyboard leads to.
+    for key in ("Down", "Down", "Return"):
+        screen.type_key(key)
+    wait_until(lambda: mode_on_disk(bar) == "auto", what="the mode is written")
+
+
+def test_menu_opens_again_at_once(screen, start_bar):
+    bar = start_bar()
+    for _ in range(3):
+        bar.open_menu()
+        screen.type_key("Escape")
+        wait_until(lambda: not bar.popups(), what="the menu closes")
 
 
 def test_menu_closes_on_a_click_elsewhere(screen, start_bar):

@@ -38,6 +38,11 @@ struct Stage : DockFixture {
     Stage()
     {
         change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock}; });
+        makeView();
+    }
+
+    void makeView()
+    {
         view = std::make_unique<DockHostingView>(std::make_unique<DockBarView>(barContext(), [](qreal) {}));
         view->resize(600, 98);
         panelWindow.frames = {QRectF(100, -11, 600, 98)};
@@ -60,16 +65,35 @@ struct Stage : DockFixture {
     }
     void rightClick(const QPoint &place)
     {
+        pressForMenu(place);
+        sendRightButton(QEvent::MouseButtonRelease, place, Qt::NoButton);
+    }
+    /// In the order in which Qt tells of it.
+    void secondRightClick(const QPoint &place)
+    {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, view->viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(view->viewport(), &event);
+        sendRightButton(QEvent::MouseButtonDblClick, place, Qt::RightButton);
+        sendRightButton(QEvent::MouseButtonRelease, place, Qt::NoButton);
+    }
+    void pressForMenu(const QPoint &place)
+    {
         // QTest's own would take it for a mistake that the scene has no use for the press.
         sendRightButton(QEvent::MouseButtonPress, place, Qt::RightButton);
         QContextMenuEvent event(QContextMenuEvent::Mouse, place, view->viewport()->mapToGlobal(place));
         QCoreApplication::sendEvent(view->viewport(), &event);
-        sendRightButton(QEvent::MouseButtonRelease, place, Qt::NoButton);
     }
     void sendRightButton(QEvent::Type type, const QPoint &place, Qt::MouseButtons held)
     {
         QMouseEvent event(type, place, view->viewport()->mapToGlobal(place), Qt::RightButton, held, Qt::NoModifier);
         QCoreApplication::sendEvent(view->viewport(), &event);
+    }
+    [[nodiscard]] const MenuView &menu() const { return *qobject_cast<MenuView *>(popupWindows.shown.value(0)); }
+    /// The middle of a row of the menu, in the coordinates of the view.
+    [[nodiscard]] QPoint placeOf(const MenuRow &row) const
+    {
+        const QRectF frame = menu().frame();
+        return {int(frame.center().x()) - 100, -11 + 98 - int(frame.bottom()) + row.geometry().center().y()};
     }
     void send(QEvent::Type type)
     {
@@ -255,6 +279,55 @@ private Q_SLOTS:
         QVERIFY(stage.stage.isOpen());
         QTest::mouseClick(stage.view->viewport(), Qt::LeftButton, {}, onTheWidget);
         QVERIFY(!stage.stage.isOpen());
+    }
+
+    void aPressThatIsLedIntoTheMenuChooses()
+    {
+        Stage stage;
+        int quits = 0;
+        stage.commands.quit = [&quits] { ++quits; };
+        stage.makeView();
+        stage.pressForMenu(onTheWidget);
+        const MenuRow *row = stage.menu().rows().last();
+        const QPoint place = stage.placeOf(*row);
+        stage.move(place, Qt::RightButton);
+        QVERIFY(row->isHighlighted());
+        stage.sendRightButton(QEvent::MouseButtonRelease, place, Qt::NoButton);
+        QCOMPARE(quits, 1);
+        QVERIFY(!stage.stage.isOpen());
+    }
+
+    void aPointerWithoutAButtonHighlightsNothingFromOutside()
+    {
+        Stage stage;
+        stage.rightClick(onTheWidget);
+        const MenuRow *row = stage.menu().rows().last();
+        stage.move(stage.placeOf(*row));
+        QVERIFY(!row->isHighlighted());
+    }
+
+    void theSecondRightPressInShortOrderIsLikeTheFirst()
+    {
+        Stage stage;
+        for (const bool isOpen : {false, true}) {
+            stage.rightClick(onTheWidget);
+            if (!isOpen)
+                stage.stage.close();
+            stage.secondRightClick(onTheWidget);
+            QVERIFY(stage.stage.isOpen());
+            QCOMPARE(stage.popupWindows.shown.size(), 1);
+            stage.stage.close();
+        }
+    }
+
+    void aSecondRightPressAfterOneThatOnlyClosedOpensTheMenu()
+    {
+        Stage stage;
+        stage.stage.openPopover(*stage.widgets[WidgetKind::clock], std::make_unique<PopoverContent>());
+        stage.rightClick(onTheWidget);
+        QVERIFY(!stage.stage.isOpen());
+        stage.secondRightClick(onTheWidget);
+        QVERIFY(stage.stage.isOpen());
     }
 
     void aPressThatOnlyClosesTheMenuReachesNoWidget()
