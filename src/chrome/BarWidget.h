@@ -2,6 +2,8 @@
 
 #include "chrome/BarItem.h"
 
+#include <QFont>
+
 namespace moorline {
 
 /// A widget of the bar's row. Its size is always its natural one; the row places it and never stretches it.
@@ -20,6 +22,14 @@ Q_SIGNALS:
 protected:
     /// In points. Repaints nothing by itself.
     void setNaturalSize(const QSizeF &size);
+    /// Takes the natural size of what is shown anew: texts are in another font now.
+    virtual void measure();
+
+    void changeEvent(QEvent *event) override;
+
+private:
+    /// That of all texts, when they were last measured.
+    QFont m_font;
 };
 
 } // namespace moorline

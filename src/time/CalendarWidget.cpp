@@ -56,6 +56,11 @@ void CalendarWidget::paint(QPainter *painter, const QStyleOptionGraphicsItem *, 
     drawText(*painter, dayCorner, m_day, dayStyle, Theme::primaryText);
 }
 
+void CalendarWidget::measure()
+{
+    setNaturalSize(naturalSize(m_weekday, m_day));
+}
+
 void CalendarWidget::refresh()
 {
     const QDate today = m_keeper.now().date();
@@ -65,7 +70,7 @@ void CalendarWidget::refresh()
         return;
     m_weekday = weekday;
     m_day = day;
-    setNaturalSize(naturalSize(m_weekday, m_day));
+    measure();
     setDescription(
         {.role = QAccessible::StaticText, .name = label(WidgetKind::calendar), .state = m_weekday + u' ' + m_day});
     update();

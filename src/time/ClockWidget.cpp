@@ -77,6 +77,11 @@ void ClockWidget::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWi
     drawText(*painter, {centred(dateSize), padding + timeSize.height()}, m_date, dateStyle, Theme::secondaryText);
 }
 
+void ClockWidget::measure()
+{
+    setNaturalSize(naturalSize(m_time, m_date));
+}
+
 void ClockWidget::refresh()
 {
     const QDateTime now = m_keeper.now();
@@ -87,7 +92,7 @@ void ClockWidget::refresh()
         return;
     m_time = time;
     m_date = date;
-    setNaturalSize(naturalSize(m_time, m_date));
+    measure();
     setDescription({.role = QAccessible::StaticText,
         .name = label(WidgetKind::clock),
         .state = m_time + QStringLiteral(", ") + m_date});

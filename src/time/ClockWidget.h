@@ -24,6 +24,7 @@ public:
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
 private:
+    void measure() override;
     void refresh();
 
     const SettingsStore &m_store;

@@ -93,6 +93,11 @@ void MonthCounterWidget::paint(QPainter *painter, const QStyleOptionGraphicsItem
     painter->fillPath(continuousRoundedRect(fill, radius), Theme::yearProgress);
 }
 
+void MonthCounterWidget::measure()
+{
+    setNaturalSize(naturalSize(m_percent, m_year));
+}
+
 void MonthCounterWidget::refresh()
 {
     const QDateTime now = m_keeper.now();
@@ -105,7 +110,7 @@ void MonthCounterWidget::refresh()
     m_percent = percent;
     m_year = year;
     m_fillWidth = fill;
-    setNaturalSize(naturalSize(m_percent, m_year));
+    measure();
     setDescription(
         {.role = QAccessible::StaticText, .name = label(WidgetKind::monthCounter), .state = m_percent + u' ' + m_year});
     update();

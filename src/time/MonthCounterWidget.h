@@ -22,6 +22,7 @@ public:
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
 private:
+    void measure() override;
     void refresh();
 
     const TimeKeeper &m_keeper;

@@ -99,6 +99,11 @@ void ForecastWidget::paintColumn(QPainter &painter, const ForecastColumn &column
         Theme::tertiaryText);
 }
 
+void ForecastWidget::measure()
+{
+    setNaturalSize(naturalSize(m_columns, symbols()));
+}
+
 void ForecastWidget::refresh()
 {
     const QList<ForecastColumn> columns = upcoming(service().snapshot());
@@ -106,7 +111,7 @@ void ForecastWidget::refresh()
         return;
     m_columns = columns;
     describe(WidgetKind::forecast, inWords(m_columns));
-    setNaturalSize(naturalSize(m_columns, symbols()));
+    measure();
     update();
 }
 

@@ -61,6 +61,13 @@ void WeatherWidget::paintSymbol(QPainter &painter) const
     symbols().draw(painter, corner, m_shown.symbol, symbolSize, Theme::primaryText, SymbolRendering::hierarchical);
 }
 
+void WeatherWidget::measure()
+{
+    // How much of the caption fits is another matter now, too.
+    m_shown = {};
+    refresh();
+}
+
 void WeatherWidget::refresh()
 {
     WeatherDisplay display = weatherDisplay(service().snapshot(), service().lastError());

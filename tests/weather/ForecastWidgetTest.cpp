@@ -1,5 +1,6 @@
 #include "weather/ForecastWidget.h"
 
+#include "FontScope.h"
 #include "LocaleScope.h"
 #include "TileFixture.h"
 #include "harness/TestCase.h"
@@ -59,6 +60,13 @@ QJsonObject twoDays()
 class ForecastWidgetTest final : public TestCase {
     Q_OBJECT
 private Q_SLOTS:
+    void takesTheSizeOfItsTextsWhenTheFontChanges()
+    {
+        TileFixture fixture;
+        fixture.answerForecast(replies::forecast());
+        verifyFollowsTheFont([&] { return std::make_unique<ForecastWidget>(fixture.context()); });
+    }
+
     void withoutAForecastItIsEmpty()
     {
         TileFixture fixture;

@@ -1,5 +1,6 @@
 #include "weather/WeatherWidget.h"
 
+#include "FontScope.h"
 #include "TileFixture.h"
 #include "harness/TestCase.h"
 #include "theme/Text.h"
@@ -43,6 +44,13 @@ struct Lines {
 class WeatherWidgetTest final : public TestCase {
     Q_OBJECT
 private Q_SLOTS:
+    void takesTheSizeOfItsTextsWhenTheFontChanges()
+    {
+        TileFixture fixture;
+        fixture.answerForecast(replies::forecast());
+        verifyFollowsTheFont([&] { return std::make_unique<WeatherWidget>(fixture.context()); });
+    }
+
     void loadsWithoutASymbol()
     {
         TileFixture fixture;
