@@ -116,6 +116,48 @@ private Q_SLOTS:
         QCOMPARE(makeStore()->settings(), introducedDefaults());
     }
 
+    void whatCannotBeSettingsIsNotRead_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::newRow("an endless device") << QStringLiteral("/dev/zero");
+        QTest::newRow("a device that takes everything") << QStringLiteral("/dev/null");
+        QTest::newRow("a folder") << QStringLiteral("/");
+    }
+
+    void whatCannotBeSettingsIsNotRead()
+    {
+        QFETCH(QString, target);
+        QVERIFY(QDir().mkpath(m_folder));
+        QVERIFY(QFile::link(target, m_path));
+        const auto store = makeStore();
+        QCOMPARE(store->settings(), introducedDefaults());
+        changeOneSetting(*store);
+        QVERIFY(store->settings().showSeconds);
+        QCOMPARE(QFile::symLinkTarget(m_path), target);
+    }
+
+    void pipeThatTakesThePlaceOfTheFileDoesNotHang()
+    {
+        const auto store = makeStore();
+        QVERIFY(QFile::remove(m_path));
+        QCOMPARE(::mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
+        changeOneSetting(*store);
+        QVERIFY(store->settings().showSeconds);
+        QVERIFY(QFile::remove(m_path));
+        m_clock.advance(20s);
+        QVERIFY(decodeSettings(contents(m_path))->showSeconds);
+    }
+
+    void fileOfAHundredMegabytesIsKeptAndNotRead()
+    {
+        write("{");
+        QVERIFY(QFile::resize(m_path, qint64(100) * 1024 * 1024));
+        const auto store = makeStore();
+        m_clock.advance(3s);
+        QCOMPARE(decodeSettings(contents(m_path)), std::optional(introducedDefaults()));
+        QCOMPARE(QFileInfo(m_path + QStringLiteral(".damaged")).size(), qint64(100) * 1024 * 1024);
+    }
+
     void folderInThePlaceOfTheFileIsSurvived()
     {
         QVERIFY(QDir().mkpath(m_path));
