@@ -24,6 +24,14 @@ QImage halfRed(int side)
     return image;
 }
 
+/// Red that lets half of the ground through.
+QImage veil(int side)
+{
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    image.fill(QColor(255, 0, 0, 128));
+    return image;
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(moorline::test::OlderTray::Kind)
@@ -91,6 +99,26 @@ private Q_SLOTS:
         QTRY_COMPARE(tray.picture(window).pixelColor(19, 39), QColor(Qt::red));
         QCOMPARE(tray.picture(window).pixelColor(20, 39), ground);
         QCOMPARE(m_sides.last(), 40);
+    }
+
+    void looksTheSameWhenAPartOfItWasCovered()
+    {
+        OlderTray tray(OlderTray::Kind::plain);
+        makeIcon(veil);
+        QTRY_COMPARE(tray.asked().size(), 1);
+        const xcb_window_t window = tray.asked().first();
+        tray.take(window, {0, 0, 20, 20});
+        QTRY_VERIFY(tray.picture(window).pixelColor(10, 10).red() > 120);
+        const QImage before = tray.picture(window);
+        const auto paints = m_sides.size();
+
+        const ForeignProgram other;
+        const QRect half(tray.frame(window).topLeft(), QSize(10, 20));
+        const xcb_window_t cover = other.show({.frame = half, .bypassesManager = true});
+        QTRY_VERIFY(other.isViewable(cover));
+        other.destroy(cover);
+        QTRY_VERIFY(m_sides.size() > paints);
+        QTRY_COMPARE(tray.picture(window), before);
     }
 
     void aHugeTrayGetsAPictureOfReasonableSize()
@@ -166,11 +194,11 @@ private Q_SLOTS:
     }
 
 private:
-    void makeIcon()
+    void makeIcon(const X11TrayIcon::Picture &picture = halfRed)
     {
-        m_icon = std::make_unique<X11TrayIcon>(*m_connection, QStringLiteral("Moorline"), [this](int side) {
+        m_icon = std::make_unique<X11TrayIcon>(*m_connection, QStringLiteral("Moorline"), [this, picture](int side) {
             m_sides.append(side);
-            return halfRed(side);
+            return picture(side);
         });
     }
 

@@ -133,8 +133,8 @@ void StatusNotifierMenu::tellProperties(const NumberedMenu &before)
 QVariantMap StatusNotifierMenu::properties(int id, const QStringList &names) const
 {
     const NumberedMenu::Entry *entry = m_menu.find(id);
-    const QVariantMap all = entry ? menuProperties(entry->item)
-                                  : QVariantMap{{QStringLiteral("children-display"), QStringLiteral("submenu")}};
+    QVariantMap all = entry ? menuProperties(entry->item)
+                            : QVariantMap{{QStringLiteral("children-display"), QStringLiteral("submenu")}};
     if (names.isEmpty())
         return all;
     QVariantMap some;

@@ -32,7 +32,8 @@ StatusNotifierPicture StatusNotifierPicture::from(const QImage &image)
     const QImage plain = image.convertToFormat(QImage::Format_ARGB32);
     StatusNotifierPicture picture{plain.width(), plain.height(), QByteArray(plain.sizeInBytes(), Qt::Uninitialized)};
     // A line of such an image is as long as its pixels.
-    qToBigEndian<quint32>(plain.constBits(), plain.width() * plain.height(), picture.bytes.data());
+    constexpr qsizetype bytesOfPixel = 4;
+    qToBigEndian<quint32>(plain.constBits(), plain.sizeInBytes() / bytesOfPixel, picture.bytes.data());
     return picture;
 }
 

@@ -128,8 +128,9 @@ void X11TrayIcon::follow(const xcb_generic_event_t &event)
 {
     if (event.response_type == XCB_CONFIGURE_NOTIFY) {
         const auto &change = reinterpret_cast<const xcb_configure_notify_event_t &>(event);
+        // What has to be painted then is told by itself.
         if (change.window == m_window)
-            resize({change.width, change.height});
+            m_size = {change.width, change.height};
     } else if (event.response_type == XCB_DESTROY_NOTIFY) {
         // With the tray that it was in.
         if (reinterpret_cast<const xcb_destroy_notify_event_t &>(event).window == m_window)
@@ -153,12 +154,6 @@ void X11TrayIcon::hear(const xcb_generic_event_t &event)
         else
             Q_EMIT pointerLeft();
     }
-}
-
-void X11TrayIcon::resize(QSize size)
-{
-    if (std::exchange(m_size, size) != size)
-        paint();
 }
 
 void X11TrayIcon::paint() const

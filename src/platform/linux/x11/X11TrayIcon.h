@@ -36,7 +36,6 @@ private:
     void requestDock(xcb_window_t tray) const;
     void follow(const xcb_generic_event_t &event);
     void hear(const xcb_generic_event_t &event);
-    void resize(QSize size);
     void paint() const;
     void press(const xcb_button_press_event_t &event);
 
