@@ -64,6 +64,7 @@ void BarStage::open(const BarAnchor &anchor, std::unique_ptr<BarPopup> popup)
     followAnchor();
     connect(m_popup.get(), &BarPopup::dismissed, this, &BarStage::close);
     connect(m_popup.get(), &BarPopup::naturalSizeChanged, this, &BarStage::placePopup);
+    watchEscape();
     m_popup->orderFront();
     Q_EMIT openChanged();
 }
@@ -108,6 +109,7 @@ void BarStage::close()
     m_popup->disconnect(this);
     m_popup->orderOut();
     dispose(std::move(m_popup));
+    watchEscape();
     m_hold = {};
     Q_EMIT openChanged();
 }
@@ -160,7 +162,9 @@ void BarStage::dragEnded()
 
 void BarStage::watchEscape()
 {
-    const bool isNeeded = m_drag;
+    // What has the keyboard reads it by itself. What has not leaves every other key to whoever has it; Escape would
+    // lead to something there, too, that nobody meant.
+    const bool isNeeded = m_drag || (m_popup && !m_popup->wantsKeyboard());
     if (!isNeeded)
         m_escape.reset();
     else if (!m_escape)
@@ -171,6 +175,8 @@ void BarStage::escapePressed()
 {
     if (m_drag)
         m_drag->cancel();
+    else
+        close();
 }
 
 void BarStage::setBody(const QPainterPath &body)

@@ -3,6 +3,7 @@
 #include "chrome/BarDrag.h"
 #include "chrome/BarItem.h"
 #include "chrome/BarStage.h"
+#include "chrome/Popover.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeSystem.h"
 #include "platform/linux/x11/X11PanelWindow.h"
@@ -128,8 +129,8 @@ struct Bar {
     QSignalSpy clicks{item, &BarItem::clicked};
 };
 
-/// Items are dragged by a real pointer, while another program's window has the keyboard. Run under window managers, and
-/// without one.
+/// Items are dragged by a real pointer, and a pop-over is closed, while another program's window has the keyboard. Run
+/// under window managers, and without one.
 class BarDragTest final : public X11TestCase {
     Q_OBJECT
 private Q_SLOTS:
@@ -264,6 +265,19 @@ private Q_SLOTS:
         startDragging();
         QTRY_COMPARE(bar->item->ends, QList{TrialItem::DragEnd::letGo});
         QTRY_COMPARE(target->drops, 1);
+    }
+
+    void escapeClosesAPopoverThatLeavesTheKeyboard()
+    {
+        bar->stage.openPopover(*bar->item, std::make_unique<PopoverContent>());
+        const auto before = foreign->keys(typist);
+        type(letterKey);
+        QTRY_COMPARE(foreign->keys(typist), before + 1);
+        QVERIFY(bar->stage.isOpen());
+        type(escapeKey);
+        QTRY_VERIFY(!bar->stage.isOpen());
+        QCOMPARE(foreign->keys(typist), before + 1);
+        keyboardIsBack();
     }
 
 private:

@@ -124,6 +124,28 @@ private Q_SLOTS:
         QVERIFY(!fixture.stage.isOpen());
     }
 
+    void escapeClosesAlsoWhatLeavesTheKeyboard()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon, false);
+        fixture.windows.pressEscape();
+        QVERIFY(!fixture.stage.isOpen());
+        QVERIFY(fixture.windows.escapeWatches.empty());
+    }
+
+    void whatHasTheKeyboardLeavesEscapeToIt()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon, true);
+        QVERIFY(fixture.windows.escapeWatches.empty());
+        fixture.stage.openMenu(*fixture.other, fixture.menu());
+        QVERIFY(fixture.windows.escapeWatches.empty());
+        // What a drag needs goes with the drag.
+        fixture.openPopover(*fixture.icon, false);
+        fixture.stage.beginDrag().reset();
+        QCOMPARE(fixture.windows.escapeWatches.size(), 1U);
+    }
+
     void aPressElsewhereCloses()
     {
         StageFixture fixture;
