@@ -1,4 +1,4 @@
-#include "files/DragPayload.h"
+#include "chrome/DroppedFiles.h"
 
 #include <QMimeData>
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include "time/CalendarWidget.h"
 
 #include "settings/Choices.h"
+#include "support/WeekdayText.h"
 #include "theme/Text.h"
 #include "theme/Theme.h"
 #include "time/TimeKeeper.h"
@@ -31,12 +32,6 @@ QSizeF naturalSize(const QString &weekday, const QString &day)
 }
 
 } // namespace
-
-QString weekdayString(const QDate &date)
-{
-    const QLocale locale;
-    return locale.toUpper(locale.toString(date, QStringLiteral("ddd")));
-}
 
 CalendarWidget::CalendarWidget(const TimeKeeper &keeper, QGraphicsItem *parent)
     : BarWidget(parent)

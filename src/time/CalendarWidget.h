@@ -2,14 +2,9 @@
 
 #include "chrome/BarWidget.h"
 
-#include <QDate>
-
 namespace moorline {
 
 class TimeKeeper;
-
-/// Upper-cased and short, in the user's language, such as "TUE".
-[[nodiscard]] QString weekdayString(const QDate &date);
 
 /// A calendar page: the weekday above the day of the month.
 class CalendarWidget final : public BarWidget {

@@ -1,6 +1,6 @@
 #include "weather/WeatherDisplay.h"
 
-#include "time/CalendarWidget.h"
+#include "support/WeekdayText.h"
 #include "weather/WeatherIcon.h"
 
 #include <QCoreApplication>

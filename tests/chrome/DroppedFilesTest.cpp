@@ -1,4 +1,4 @@
-#include "files/DragPayload.h"
+#include "chrome/DroppedFiles.h"
 #include "harness/TestCase.h"
 
 #include <QMimeData>
@@ -14,7 +14,7 @@ QUrl link(const char *text)
 
 } // namespace
 
-class DragPayloadTest final : public test::TestCase {
+class DroppedFilesTest final : public test::TestCase {
     Q_OBJECT
 private Q_SLOTS:
     void filesComeInDropOrderWithoutTheLinks()
@@ -62,5 +62,5 @@ private Q_SLOTS:
     }
 };
 
-MOORLINE_TEST(DragPayloadTest);
-#include "DragPayloadTest.moc"
+MOORLINE_TEST(DroppedFilesTest);
+#include "DroppedFilesTest.moc"

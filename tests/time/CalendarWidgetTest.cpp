@@ -1,9 +1,9 @@
 #include "time/CalendarWidget.h"
 
-#include "LocaleScope.h"
 #include "PaintRecorder.h"
 #include "RepaintCounter.h"
 #include "fakes/FakeClock.h"
+#include "harness/LocaleScope.h"
 #include "harness/TestCase.h"
 #include "theme/Text.h"
 #include "theme/Theme.h"
@@ -19,34 +19,11 @@ using namespace std::chrono_literals;
 class CalendarWidgetTest final : public TestCase {
     Q_OBJECT
 private Q_SLOTS:
-    void writesTheWeekdayInTheUsersLanguage_data();
-    void writesTheWeekdayInTheUsersLanguage();
     void repaintsOnlyWhenTheDayChanges();
     void isNotWiderThanItsWords();
     void paintsTheWeekdayInItsOwnColorAboveTheDay();
     void itsTypeIsThatOfACalendarPage();
 };
-
-void CalendarWidgetTest::writesTheWeekdayInTheUsersLanguage_data()
-{
-    QTest::addColumn<QString>("locale");
-    QTest::addColumn<QString>("text");
-
-    QTest::newRow("American") << QStringLiteral("en_US") << QStringLiteral("TUE");
-    QTest::newRow("German") << QStringLiteral("de_DE") << QStringLiteral("DI.");
-    QTest::newRow("French") << QStringLiteral("fr_FR") << QStringLiteral("MAR.");
-    QTest::newRow("Turkish") << QStringLiteral("tr_TR") << QStringLiteral("SAL");
-    QTest::newRow("Japanese") << QStringLiteral("ja_JP") << QStringLiteral("火");
-}
-
-void CalendarWidgetTest::writesTheWeekdayInTheUsersLanguage()
-{
-    QFETCH(const QString, locale);
-    QFETCH(const QString, text);
-
-    const LocaleScope scope(locale);
-    QCOMPARE(weekdayString(QDate(2025, 3, 4)), text);
-}
 
 void CalendarWidgetTest::repaintsOnlyWhenTheDayChanges()
 {

@@ -1,10 +1,10 @@
 #include "time/ClockWidget.h"
 
-#include "LocaleScope.h"
 #include "PaintRecorder.h"
 #include "RepaintCounter.h"
 #include "fakes/FakeClock.h"
 #include "fakes/SettingsGround.h"
+#include "harness/LocaleScope.h"
 #include "harness/TestCase.h"
 #include "theme/Text.h"
 #include "time/TimeKeeper.h"

@@ -1,10 +1,10 @@
 #include "time/MonthCounterWidget.h"
 
-#include "LocaleScope.h"
 #include "PaintRecorder.h"
 #include "RepaintCounter.h"
 #include "TimeZoneScope.h"
 #include "fakes/FakeClock.h"
+#include "harness/LocaleScope.h"
 #include "harness/TestCase.h"
 #include "theme/Text.h"
 #include "theme/Theme.h"

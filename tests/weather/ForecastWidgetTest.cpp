@@ -1,8 +1,8 @@
 #include "weather/ForecastWidget.h"
 
 #include "FontScope.h"
-#include "LocaleScope.h"
 #include "TileFixture.h"
+#include "harness/LocaleScope.h"
 #include "harness/TestCase.h"
 #include "theme/Text.h"
 #include "theme/Theme.h"
