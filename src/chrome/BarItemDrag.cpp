@@ -11,6 +11,17 @@
 
 namespace moorline {
 
+namespace {
+
+/// A drag that ends by anything but the release leaves Qt waiting for it.
+void ungrabPointer(QGraphicsItem &item)
+{
+    if (item.scene() && item.scene()->mouseGrabberItem() == &item)
+        item.ungrabMouse();
+}
+
+} // namespace
+
 bool BarItem::isDrag(const QPointF &travel) const
 {
     return travel.manhattanLength() >= QApplication::startDragDistance();
@@ -41,6 +52,8 @@ void BarItem::beginDrag(const QPointF &place)
     if (errand)
         drag(place);
     if (errand)
+        ungrabPointer(*this);
+    if (errand)
         finishDrag(errand, held && held->wasCancelled() ? DragEnd::cancelled : DragEnd::letGo);
 }
 
@@ -48,8 +61,14 @@ void BarItem::beginDragInside(std::unique_ptr<BarDrag> held)
 {
     m_isDraggedInside = true;
     m_drag = std::move(held);
-    if (m_drag)
-        connect(m_drag.get(), &BarDrag::cancelled, this, [this] { endDragInside(DragEnd::cancelled); });
+    if (!m_drag)
+        return;
+    connect(m_drag.get(), &BarDrag::cancelled, this, [this] {
+        const Errand errand(*this);
+        endDragInside(DragEnd::cancelled);
+        if (errand)
+            ungrabPointer(*this);
+    });
 }
 
 void BarItem::endDragInside(DragEnd end)
@@ -65,9 +84,7 @@ void BarItem::finishDrag(const Errand &errand, DragEnd end)
 {
     if (errand)
         setState(m_isDragged, false, &BarItem::draggedChanged);
-    // A drag swallows the release, and where the pointer went.
-    if (errand && scene() && scene()->mouseGrabberItem() == this)
-        ungrabMouse();
+    // A drag swallows where the pointer went.
     if (errand)
         setState(m_isHovered, false, &BarItem::hoveredChanged);
     if (errand)

@@ -90,7 +90,7 @@ void MenuView::chooseAt(const QPoint &place)
 
 qsizetype MenuView::highlighted() const
 {
-    return m_rows.indexOf(static_cast<MenuRow *>(focusWidget()));
+    return m_rows.indexOf(qobject_cast<MenuRow *>(focusWidget()));
 }
 
 qsizetype MenuView::selectable(qsizetype index, qsizetype step) const
