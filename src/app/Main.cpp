@@ -40,8 +40,7 @@ int run(const RunPlan &plan)
         {.importFromSystemDock = [] { return ImportResult(); },
             .print = printLine,
             .terminate = [] { QCoreApplication::quit(); }});
-    QMetaObject::invokeMethod(
-        &delegate, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);
+    platform.whenReady([&delegate] { delegate.applicationDidFinishLaunching(); });
     return QApplication::exec();
 }
 

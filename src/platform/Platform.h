@@ -25,9 +25,13 @@
 #include "platform/WindowServer.h"
 #include "platform/Workspace.h"
 
+#include <functional>
 #include <memory>
 
 namespace moorline {
+
+/// Calls back the next time that control is in the event loop.
+void soon(std::function<void()> begin);
 
 /// One adapter for each port, and what else differs between systems. Lives as long as the program.
 ///
@@ -59,6 +63,9 @@ struct Platform {
     Port<AppBundles> appBundles;
     Port<SymbolCatalogue> symbolCatalogue;
     Port<Icons> icons;
+    /// Calls back from the event loop, once, as soon as the first window may be made. Nothing of Qt that needs a window
+    /// is to be made before.
+    std::function<void(std::function<void()>)> whenReady = soon;
     /// Resource path of the catalogue that replaces texts naming macOS; empty where they stand as they are.
     QString wordingCatalogue = {};
 };

@@ -4,9 +4,9 @@
 #include "fakes/FakeClock.h"
 #include "harness/TestCase.h"
 #include "platform/linux/bus/Bus.h"
+#include "platform/linux/bus/BusGate.h"
 #include "platform/linux/bus/FollowedName.h"
 
-#include <QElapsedTimer>
 #include <QSignalSpy>
 
 using namespace moorline;
@@ -101,7 +101,7 @@ private Q_SLOTS:
         QDBusConnection::disconnectFromBus(QStringLiteral("other"));
         kept.reset();
         silent.close();
-        QFile::remove(QString::fromLocal8Bit(privateBus().address().mid(qstrlen("unix:path="))));
+        QFile::remove(QString::fromLocal8Bit(privateBus().address().mid(qsizetype(qstrlen("unix:path=")))));
     }
 
     void whoCannotDoWithoutLearnsInTimeWhetherThereIsABus()
@@ -109,35 +109,63 @@ private Q_SLOTS:
         FakeClock clock;
         Bus bus;
         BusKeeper keeper(BusKind::session, bus, clock, 1s);
-        QVERIFY(!keeper.answersWithin(0ms));
         QVERIFY(privateBus().start());
-        keeper.open();
+        BusGate gate(keeper, clock);
+        QList<bool> answers;
+        gate.whenKnown([&](bool isThere) { answers.append(isThere); });
+        QVERIFY(answers.isEmpty());
+        QTRY_COMPARE(answers, QList<bool>{true});
+        // Nothing is left that could tell it again.
         QCOMPARE(clock.runningTimers(), 0);
-        QVERIFY(keeper.answersWithin(10s));
-        QCOMPARE(bus.state(), Bus::State::awaited);
         QTRY_VERIFY(bus.isOpen());
+        QCOMPARE(answers.size(), 1);
     }
 
-    void aBusThatIsNotThereOrSilentDoesNotAnswer()
+    void whoAsksLateLearnsItFromTheEventLoop()
     {
         FakeClock clock;
         Bus bus;
-        {
-            BusKeeper keeper(BusKind::session, bus, clock, 1s);
-            keeper.open();
-            QVERIFY(!keeper.answersWithin(10s));
-            QTRY_COMPARE(bus.state(), Bus::State::absent);
-        }
+        BusKeeper keeper(BusKind::session, bus, clock, 1s);
+        QVERIFY(privateBus().start());
+        BusGate gate(keeper, clock);
+        QTRY_VERIFY(bus.isOpen());
+        QList<bool> answers;
+        gate.whenKnown([&](bool isThere) { answers.append(isThere); });
+        QVERIFY(answers.isEmpty());
+        QTRY_COMPARE(answers, QList<bool>{true});
+    }
+
+    void aBusThatIsNotThereIsNotWaitedFor()
+    {
+        FakeClock clock;
+        Bus bus;
+        BusKeeper keeper(BusKind::session, bus, clock, 1s);
+        BusGate gate(keeper, clock);
+        QList<bool> answers;
+        gate.whenKnown([&](bool isThere) { answers.append(isThere); });
+        QTRY_COMPARE(answers, QList<bool>{false});
+        QTRY_COMPARE(bus.state(), Bus::State::absent);
+    }
+
+    void aSilentBusIsWaitedForASecond()
+    {
         FileDescriptor silent = privateBus().startSilent();
         QVERIFY(silent.isOpen());
+        FakeClock clock;
+        Bus bus;
         BusKeeper keeper(BusKind::session, bus, clock, 1s);
-        keeper.open();
-        QElapsedTimer timer;
-        timer.start();
-        QVERIFY(!keeper.answersWithin(100ms));
-        QVERIFY(timer.elapsed() < 5000);
+        BusGate gate(keeper, clock);
+        const FileDescriptor caller(accept4(silent.get(), nullptr, nullptr, SOCK_CLOEXEC));
+        QVERIFY(caller.isOpen());
+        QList<bool> answers;
+        gate.whenKnown([&](bool isThere) { answers.append(isThere); });
+        clock.advance(999ms);
+        QCoreApplication::processEvents();
+        QVERIFY(answers.isEmpty());
+        clock.advance(1ms);
+        QCOMPARE(answers, QList<bool>{false});
         silent.close();
-        QFile::remove(QString::fromLocal8Bit(privateBus().address().mid(qstrlen("unix:path="))));
+        QFile::remove(QString::fromLocal8Bit(privateBus().address().mid(qsizetype(qstrlen("unix:path=")))));
     }
 
     void findsABusAgainThatEnded_data() { kinds(); }

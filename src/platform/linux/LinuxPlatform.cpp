@@ -2,6 +2,7 @@
 #include "platform/linux/LinuxStatusBar.h"
 #include "platform/linux/NullAdapters.h"
 #include "platform/linux/bus/Bus.h"
+#include "platform/linux/bus/BusGate.h"
 #include "platform/linux/bus/BusKeeper.h"
 #include "platform/linux/desktop/DesktopEntries.h"
 #include "platform/linux/desktop/LogindPower.h"
@@ -45,8 +46,6 @@ constexpr auto qtPlatform = "QT_QPA_PLATFORM";
 constexpr std::chrono::seconds systemBusDelay{1};
 /// Before anyone else's connection to the session bus can end the program.
 constexpr std::chrono::milliseconds sessionBusDelay{0};
-/// How long the bar waits for a session bus before it does without what Qt uses it for. It answers in milliseconds.
-constexpr std::chrono::milliseconds sessionBusPatience{1000};
 
 bool hasDisplay()
 {
@@ -92,6 +91,8 @@ struct Foundation {
     /// Whoever keeps it keeps the program from ending with it.
     KeptBus sessionBus;
     SessionIconTheme iconTheme;
+    /// Null without a desktop, where Qt asks nothing of the session bus.
+    std::unique_ptr<BusGate> sessionBusGate = nullptr;
 };
 
 /// Null when Qt does not draw on an X server.
@@ -108,9 +109,12 @@ std::shared_ptr<Foundation> layFoundation(Clock &clock)
     auto desktop = openDesktop();
     const DockWindows *windows = desktop ? &desktop->docks : nullptr;
     const DesktopSettingsClient *settings = desktop ? &desktop->settings : nullptr;
-    return std::shared_ptr<Foundation>(
+    const std::shared_ptr<Foundation> foundation(
         new Foundation{std::move(desktop), DesktopDocks(windows), KeptBus(BusKind::system, clock, systemBusDelay),
             KeptBus(BusKind::session, clock, sessionBusDelay), SessionIconTheme(settings)});
+    if (windows)
+        foundation->sessionBusGate = std::make_unique<BusGate>(foundation->sessionBus.keeper, clock);
+    return foundation;
 }
 
 /// Qt opens the session bus with the first window, to ask whether a screen reader runs, and waits for a bus that hangs.
@@ -125,6 +129,19 @@ void keepQtOffTheSessionBus()
     static_cast<void>(QAccessible::isActive());
     // Nor shall the programs that are started from the bar inherit it.
     qunsetenv(accessibilityBus);
+}
+
+std::function<void(std::function<void()>)> readiness(BusGate *sessionBusGate)
+{
+    if (!sessionBusGate)
+        return soon;
+    return [sessionBusGate](const std::function<void()> &begin) {
+        sessionBusGate->whenKnown([begin](bool answers) {
+            if (!answers)
+                keepQtOffTheSessionBus();
+            begin();
+        });
+    };
 }
 
 Port<Pointer> makePointer(const X11Desktop *desktop)
@@ -192,9 +209,7 @@ Platform createPlatform()
     QtClock &clock = *ownedClock;
     const auto foundation = layFoundation(clock);
     X11Desktop *desktop = foundation->desktop.get();
-    if (desktop)
-        foundation->sessionBus.keeper.open();
-    Platform platform{
+    return {
         .clock = std::move(ownedClock),
         .foundation = foundation,
         .screens = makePort<X11Screens>(desktop ? desktop->connection.get() : nullptr),
@@ -221,11 +236,9 @@ Platform createPlatform()
         .appBundles = makePort<DesktopEntries>(),
         .symbolCatalogue = makePort<SvgSymbols>(),
         .icons = makePort<ThemedIcons>(clock, foundation->iconTheme),
+        .whenReady = readiness(foundation->sessionBusGate.get()),
         .wordingCatalogue = QStringLiteral(":/wording/linux_en.qm"),
     };
-    if (desktop && !foundation->sessionBus.keeper.answersWithin(sessionBusPatience))
-        keepQtOffTheSessionBus();
-    return platform;
 }
 
 } // namespace moorline

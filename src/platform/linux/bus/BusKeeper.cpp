@@ -2,7 +2,9 @@
 
 #include "platform/linux/bus/Bus.h"
 
+#include <QPointer>
 #include <QThread>
+#include <functional>
 
 namespace moorline {
 
@@ -16,15 +18,27 @@ QString connectionName(BusKind kind, int generation)
 }
 
 /// Waits for the bus. What Qt makes of it is there without waiting afterwards.
-bool openBus(BusKind kind, BusProbe &probe, std::promise<bool> &answers, const QString &name)
+bool openBus(BusKind kind, BusProbe &probe, const std::function<void(bool)> &tell, const QString &name)
 {
     const bool isThere = probe.answers();
-    answers.set_value(isThere);
+    tell(isThere);
     if (!isThere)
         return false;
     probe.outliveSharedConnection();
     const auto type = kind == BusKind::session ? QDBusConnection::SessionBus : QDBusConnection::SystemBus;
     return QDBusConnection::connectToBus(type, name).isConnected();
+}
+
+/// Tells the keeper from the thread that it started. The thread's object lives where the keeper lives or lived.
+std::function<void(bool)> telling(BusKeeper &keeper)
+{
+    return [alive = QPointer(&keeper)](bool isThere) {
+        const auto tell = [alive, isThere] {
+            if (alive)
+                Q_EMIT alive->answered(isThere);
+        };
+        QMetaObject::invokeMethod(QThread::currentThread(), tell, Qt::QueuedConnection);
+    };
 }
 
 } // namespace
@@ -57,21 +71,13 @@ void BusKeeper::open()
     m_timer.reset();
     QDBusConnection::disconnectFromBus(connectionName(m_kind, m_generation));
     m_probe = std::make_shared<BusProbe>(m_kind);
-    const auto answers = std::make_shared<std::promise<bool>>();
-    m_answers = answers->get_future();
     const auto isThere = std::make_shared<bool>(false);
     m_thread = QThread::create(
-        [isThere, answers, kind = m_kind, probe = m_probe, name = connectionName(m_kind, ++m_generation)] {
-            *isThere = openBus(kind, *probe, *answers, name);
-        });
+        [isThere, tell = telling(*this), kind = m_kind, probe = m_probe,
+            name = connectionName(m_kind, ++m_generation)] { *isThere = openBus(kind, *probe, tell, name); });
     m_thread->setObjectName(m_kind == BusKind::session ? QStringLiteral("session bus") : QStringLiteral("system bus"));
     connect(m_thread, &QThread::finished, this, [this, isThere] { opened(*isThere); });
     m_thread->start();
-}
-
-bool BusKeeper::answersWithin(std::chrono::milliseconds limit) const
-{
-    return m_answers.valid() && m_answers.wait_for(limit) == std::future_status::ready && m_answers.get();
 }
 
 void BusKeeper::opened(bool isThere)

@@ -5,7 +5,7 @@
 
 #include <QDBusConnection>
 #include <QObject>
-#include <future>
+#include <memory>
 
 QT_BEGIN_NAMESPACE
 class QThread;
@@ -29,8 +29,10 @@ public:
 
     /// At once, in place of after the delay.
     void open();
-    /// Whether the bus that is being opened has answered, for which this waits at most so long.
-    [[nodiscard]] bool answersWithin(std::chrono::milliseconds limit) const;
+
+Q_SIGNALS:
+    /// The bus that is being opened answers, or there is none. One that hangs is never told of.
+    void answered(bool isThere);
 
 private:
     void opened(bool isThere);
@@ -44,7 +46,6 @@ private:
     bool m_wasOpen = false;
     std::unique_ptr<Clock::Timer> m_timer;
     std::shared_ptr<BusProbe> m_probe;
-    std::shared_future<bool> m_answers;
     QThread *m_thread = nullptr;
 };
 
