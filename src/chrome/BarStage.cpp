@@ -39,29 +39,54 @@ BarStage::~BarStage()
 
 void BarStage::openMenu(const BarAnchor &anchor, const Menu &menu)
 {
+    if (!makeRoomFor(anchor) || openSystemMenu(anchor, menu))
+        return;
     const QColor highlight = m_accent.darker(highlightDarkness);
     open(anchor, std::make_unique<MenuView>(m_context.windows, m_context.symbols, menu, highlight));
 }
 
 void BarStage::openPopover(const BarAnchor &anchor, std::unique_ptr<PopoverContent> content)
 {
-    open(anchor, std::make_unique<Popover>(m_context.windows, std::move(content)));
+    if (makeRoomFor(anchor))
+        open(anchor, std::make_unique<Popover>(m_context.windows, std::move(content)));
+}
+
+bool BarStage::makeRoomFor(const BarAnchor &anchor)
+{
+    const bool isAskedTwice = isOpen() && m_anchor == anchor && !anchor.isPlace();
+    close();
+    hideHelp();
+    return !isAskedTwice && !m_context.screens.screens().isEmpty();
+}
+
+void BarStage::begin(const BarAnchor &anchor)
+{
+    m_hold = hold();
+    m_anchor = anchor;
+    followAnchor();
+}
+
+bool BarStage::openSystemMenu(const BarAnchor &anchor, const Menu &menu)
+{
+    const auto topLeft = [this, anchor](const QSizeF &size) {
+        const QRectF frame = frameFor(size, anchor).value_or(QRectF());
+        return QPointF(frame.left(), frame.bottom());
+    };
+    m_systemMenu = m_context.windows.openSystemMenu(menu, topLeft, [this] { close(); });
+    if (!m_systemMenu)
+        return false;
+    begin(anchor);
+    Q_EMIT openChanged();
+    return true;
 }
 
 void BarStage::open(const BarAnchor &anchor, std::unique_ptr<BarPopup> popup)
 {
-    const bool isAskedTwice = m_popup && m_anchor == anchor && !anchor.isPlace();
-    close();
-    hideHelp();
-    if (isAskedTwice || m_context.screens.screens().isEmpty())
-        return;
-    m_hold = hold();
     m_popup = std::move(popup);
-    m_anchor = anchor;
     m_wasPointerInMenu = false;
+    begin(anchor);
     placePopup();
     m_presses = m_context.windows.watchPresses([this](const QPointF &place) { pressed(place); });
-    followAnchor();
     connect(m_popup.get(), &BarPopup::dismissed, this, &BarStage::close);
     connect(m_popup.get(), &BarPopup::naturalSizeChanged, this, &BarStage::placePopup);
     watchEscape();
@@ -99,16 +124,19 @@ void BarStage::placePopupSoon()
 
 void BarStage::close()
 {
-    if (!m_popup)
+    if (!isOpen())
         return;
     for (const QMetaObject::Connection &connection : m_anchorConnections)
         disconnect(connection);
     m_anchorConnections.clear();
     m_presses.reset();
     m_anchor.reset();
-    m_popup->disconnect(this);
-    m_popup->orderOut();
-    dispose(std::move(m_popup));
+    m_systemMenu.reset();
+    if (m_popup) {
+        m_popup->disconnect(this);
+        m_popup->orderOut();
+        dispose(std::move(m_popup));
+    }
     watchEscape();
     m_hold = {};
     Q_EMIT openChanged();
@@ -133,7 +161,7 @@ void BarStage::deleteClosed()
 
 void BarStage::showHelp(const BarAnchor &anchor, const QString &text)
 {
-    if (m_popup || m_context.screens.screens().isEmpty())
+    if (isOpen() || m_context.screens.screens().isEmpty())
         return;
     m_help->setText(text);
     place(*m_help, anchor);
@@ -188,10 +216,11 @@ void BarStage::setBody(const QPainterPath &body)
 
 bool BarStage::takesPress(const QPointF &place, Qt::MouseButton button)
 {
-    if (!m_popup)
+    if (!isOpen())
         return false;
+    const bool isMenu = m_systemMenu || menu();
     const bool isAnchor = !m_anchor->isPlace() && m_anchor->frame().contains(place);
-    const bool isTaken = isAnchor || (menu() && button == Qt::LeftButton);
+    const bool isTaken = isAnchor || (isMenu && button == Qt::LeftButton);
     close();
     return isTaken;
 }
@@ -256,9 +285,17 @@ void BarStage::placePopup()
 
 void BarStage::place(BarPopup &popup, const BarAnchor &anchor) const
 {
+    if (const auto frame = frameFor(popup.naturalSize(), anchor))
+        popup.setFrame(*frame);
+}
+
+std::optional<QRectF> BarStage::frameFor(const QSizeF &size, const BarAnchor &anchor) const
+{
     const QRectF frame = onScreen(anchor.frame());
-    if (const auto screen = screenNearest(m_context.screens.screens(), frame.center()))
-        popup.setFrame(popupFrame(popup.naturalSize(), frame, onScreen(m_body.boundingRect()), screen->frame));
+    const auto screen = screenNearest(m_context.screens.screens(), frame.center());
+    if (!screen)
+        return std::nullopt;
+    return popupFrame(size, frame, onScreen(m_body.boundingRect()), screen->frame);
 }
 
 } // namespace moorline

@@ -47,8 +47,8 @@ public:
     /// The same with a popover around `content`.
     void openPopover(const BarAnchor &anchor, std::unique_ptr<PopoverContent> content);
     void close();
-    [[nodiscard]] bool isOpen() const { return m_popup != nullptr; }
-    [[nodiscard]] bool isOpenAt(const QGraphicsObject &item) const { return m_popup && m_anchor->item == &item; }
+    [[nodiscard]] bool isOpen() const { return m_popup || m_systemMenu; }
+    [[nodiscard]] bool isOpenAt(const QGraphicsObject &item) const { return isOpen() && m_anchor->item == &item; }
 
     /// Shows what there is to tell about something of the bar. Nothing while a menu or a popover is open.
     void showHelp(const BarAnchor &anchor, const QString &text);
@@ -81,8 +81,13 @@ Q_SIGNALS:
     void openChanged();
 
 private:
+    /// Closes what was open. False where something is not to open now.
+    [[nodiscard]] bool makeRoomFor(const BarAnchor &anchor);
+    void begin(const BarAnchor &anchor);
     void open(const BarAnchor &anchor, std::unique_ptr<BarPopup> popup);
-    /// Null while no menu is open.
+    /// False where the system has no menus of its own.
+    [[nodiscard]] bool openSystemMenu(const BarAnchor &anchor, const Menu &menu);
+    /// Null while no menu of the bar's own is open.
     [[nodiscard]] MenuView *menu() const;
     void followAnchor();
     /// In a turn of its own: a row that changes moves its items more than once.
@@ -99,12 +104,16 @@ private:
     /// A place of the scene in the coordinates of what is open.
     [[nodiscard]] QPoint inPopup(const QPointF &place) const;
     void place(BarPopup &popup, const BarAnchor &anchor) const;
+    /// Absent while there is no screen.
+    [[nodiscard]] std::optional<QRectF> frameFor(const QSizeF &size, const BarAnchor &anchor) const;
 
     Context m_context;
     QPainterPath m_body;
     QColor m_accent;
     std::unique_ptr<HelpTag> m_help;
     std::unique_ptr<BarPopup> m_popup;
+    /// In its place where the system draws it.
+    std::unique_ptr<PopupWindows::Handle> m_systemMenu;
     std::optional<BarAnchor> m_anchor;
     bool m_wasPointerInMenu = false;
     BarHolds::Token m_hold;

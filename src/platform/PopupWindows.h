@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Menu.h"
+
 #include <QObject>
 #include <QPointF>
 #include <QRectF>
@@ -45,6 +47,9 @@ public:
     };
     using Pressed = std::function<void(const QPointF &)>;
     using Escaped = std::function<void()>;
+    using Closed = std::function<void()>;
+    /// Where a menu of this size has its top left corner. In points, origin at the bottom left of the primary screen.
+    using MenuPlacement = std::function<QPointF(const QSizeF &)>;
 
     using QObject::QObject;
 
@@ -53,6 +58,12 @@ public:
 
     /// Whether a window may be transparent in part, as round corners are.
     [[nodiscard]] virtual bool isComposited() const = 0;
+
+    /// Opens a menu that the system draws and leads the pointer and the keys through, in a turn of the event loop of
+    /// its own. When it has closed, or did not open at all, that is told, and then what was chosen is done. Neither
+    /// happens once the handle is gone, which closes the menu. Null where the system has no such menus.
+    [[nodiscard]] virtual std::unique_ptr<Handle> openSystemMenu(
+        const Menu &menu, MenuPlacement placement, Closed closed) = 0;
 
     /// Tells of every press of a mouse button from now on, over whichever program's window, and where it was: in
     /// points, origin at the bottom left of the primary screen. The handle may go while it is told of one.

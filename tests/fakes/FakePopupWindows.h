@@ -8,6 +8,13 @@
 
 namespace moorline::test {
 
+/// A menu that the system draws.
+struct SystemMenu {
+    Menu menu;
+    PopupWindows::MenuPlacement placement;
+    PopupWindows::Closed closed;
+};
+
 /// Shows the widgets, presses where it is told to, and remembers who has the keyboard.
 class FakePopupWindows final : public PopupWindows {
 public:
@@ -16,6 +23,13 @@ public:
         return std::make_unique<Window>(*this, window, kind);
     }
     [[nodiscard]] bool isComposited() const override { return m_isComposited; }
+    [[nodiscard]] std::unique_ptr<Handle> openSystemMenu(
+        const Menu &menu, MenuPlacement placement, Closed closed) override
+    {
+        if (!hasSystemMenus)
+            return nullptr;
+        return std::make_unique<OpenMenu>(*this, SystemMenu{menu, std::move(placement), std::move(closed)});
+    }
     [[nodiscard]] std::unique_ptr<Handle> watchPresses(Pressed pressed) override
     {
         return std::make_unique<Watch>(*this, std::move(pressed));
@@ -31,6 +45,14 @@ public:
     {
         m_isComposited = isComposited;
         Q_EMIT compositionChanged();
+    }
+    /// The system's menu closes, with an item chosen or without.
+    void closeSystemMenu(std::optional<qsizetype> chosen = std::nullopt)
+    {
+        const SystemMenu closing = systemMenu.value();
+        closing.closed();
+        if (chosen)
+            closing.menu.at(*chosen).action();
     }
     /// A press of a button, on whichever program's window.
     void press(const QPointF &place)
@@ -62,7 +84,24 @@ public:
     std::map<Handle *, Pressed> watches;
     std::map<Handle *, Escaped> escapeWatches;
 
+    bool hasSystemMenus = false;
+    /// The one that is open.
+    std::optional<SystemMenu> systemMenu;
+
 private:
+    class OpenMenu final : public Handle {
+    public:
+        OpenMenu(FakePopupWindows &windows, SystemMenu menu)
+            : m_windows(windows)
+        {
+            windows.systemMenu = std::move(menu);
+        }
+        ~OpenMenu() override { m_windows.systemMenu.reset(); }
+
+    private:
+        FakePopupWindows &m_windows;
+    };
+
     class Window final : public PopupWindow {
     public:
         Window(FakePopupWindows &windows, QWidget &widget, PopupKind kind)

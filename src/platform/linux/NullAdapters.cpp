@@ -118,6 +118,12 @@ bool NullPopupWindows::isComposited() const
     return true;
 }
 
+std::unique_ptr<PopupWindows::Handle> NullPopupWindows::openSystemMenu(
+    [[maybe_unused]] const Menu &menu, [[maybe_unused]] MenuPlacement placement, [[maybe_unused]] Closed closed)
+{
+    return nullptr;
+}
+
 std::unique_ptr<PopupWindows::Handle> NullPopupWindows::watchPresses([[maybe_unused]] Pressed pressed)
 {
     return std::make_unique<Handle>();

@@ -3,6 +3,7 @@
 #import "platform/macos/EventMonitor.h"
 #import "platform/macos/MacPointer.h"
 #import "platform/macos/MacPopupWindow.h"
+#import "platform/macos/MoorlinePopUpMenu.h"
 
 namespace moorline {
 
@@ -11,6 +12,18 @@ namespace {
 constexpr NSEventMask presses = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown | NSEventMaskOtherMouseDown;
 /// On every keyboard; kVK_Escape of Carbon's HIToolbox/Events.h.
 constexpr unsigned short escapeKey = 53;
+
+class OpenMenu final : public PopupWindows::Handle {
+public:
+    explicit OpenMenu(MoorlinePopUpMenu *menu)
+        : m_menu(menu)
+    {
+    }
+    ~OpenMenu() override { [m_menu cancel]; }
+
+private:
+    MoorlinePopUpMenu *const m_menu;
+};
 
 class PressWatch final : public PopupWindows::Handle {
 public:
@@ -63,6 +76,16 @@ private:
 std::unique_ptr<PopupWindow> MacPopupWindows::adopt(QWidget &window, PopupKind kind)
 {
     return std::make_unique<MacPopupWindow>(window, kind);
+}
+
+std::unique_ptr<PopupWindows::Handle> MacPopupWindows::openSystemMenu(
+    const Menu &menu, MenuPlacement placement, Closed closed)
+{
+    MoorlinePopUpMenu *native = [[MoorlinePopUpMenu alloc] initWithItems:menu
+                                                               placement:std::move(placement)
+                                                                  closed:std::move(closed)];
+    [native openSoon];
+    return std::make_unique<OpenMenu>(native);
 }
 
 std::unique_ptr<PopupWindows::Handle> MacPopupWindows::watchPresses(Pressed pressed)

@@ -20,6 +20,8 @@ public:
     void show(StatusBarItem item) override;
 
 private:
+    /// From the event loop, when the menu is gone.
+    void doSoon(const std::function<void()> &action);
     void remove();
 
     NSStatusItem *m_item = nil;

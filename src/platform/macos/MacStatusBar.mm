@@ -30,11 +30,17 @@ void MacStatusBar::show(StatusBarItem item)
     m_item = [NSStatusBar.systemStatusBar statusItemWithLength:NSSquareStatusItemLength];
     m_item.button.image = imageFor(item);
     m_item.button.toolTip = toNSString(item.name);
-    m_filler = [[MoorlineStatusMenu alloc]
-        initWithFilling:[this, content = std::move(item.menu)](NSMenu *menu) { fill(menu, content(), m_context); }];
+    m_filler = [[MoorlineStatusMenu alloc] initWithFilling:[this, content = std::move(item.menu)](NSMenu *menu) {
+        fill(menu, content(), [this](const std::function<void()> &action) { doSoon(action); });
+    }];
     NSMenu *menu = [[NSMenu alloc] initWithTitle:toNSString(item.name)];
     menu.delegate = m_filler;
     m_item.menu = menu;
+}
+
+void MacStatusBar::doSoon(const std::function<void()> &action)
+{
+    QMetaObject::invokeMethod(&m_context, action, Qt::QueuedConnection);
 }
 
 void MacStatusBar::remove()

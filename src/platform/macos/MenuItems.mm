@@ -4,9 +4,6 @@
 #import "platform/macos/Conversions.h"
 #import "platform/macos/MoorlineMenuAction.h"
 
-#include <QObject>
-#include <QPointer>
-
 namespace moorline {
 
 namespace {
@@ -35,18 +32,15 @@ void setShortcut(NSMenuItem *native, const QKeySequence &shortcut)
 }
 
 /// The item keeps what it calls: its target is no owner.
-void setAction(NSMenuItem *native, const std::function<void()> &action, QObject &context)
+void setAction(NSMenuItem *native, const std::function<void()> &action, const Perform &perform)
 {
-    MoorlineMenuAction *call = [[MoorlineMenuAction alloc] initWithAction:[action, receiver = QPointer(&context)] {
-        if (receiver)
-            QMetaObject::invokeMethod(receiver.data(), action, Qt::QueuedConnection);
-    }];
+    MoorlineMenuAction *call = [[MoorlineMenuAction alloc] initWithAction:[action, perform] { perform(action); }];
     native.representedObject = call;
     native.target = call;
     native.action = @selector(choose:);
 }
 
-NSMenuItem *itemFor(const MenuItem &item, QObject &context)
+NSMenuItem *itemFor(const MenuItem &item, const Perform &perform)
 {
     if (item.isSeparator())
         return [NSMenuItem separatorItem];
@@ -58,18 +52,18 @@ NSMenuItem *itemFor(const MenuItem &item, QObject &context)
         native.image = [NSImage imageWithSystemSymbolName:toNSString(item.symbol) accessibilityDescription:nil];
     setShortcut(native, item.shortcut);
     if (item.action)
-        setAction(native, item.action, context);
+        setAction(native, item.action, perform);
     return native;
 }
 
 } // namespace
 
-void fill(NSMenu *menu, const Menu &items, QObject &context)
+void fill(NSMenu *menu, const Menu &items, const Perform &perform)
 {
     menu.autoenablesItems = NO;
     [menu removeAllItems];
     for (const MenuItem &item : items)
-        [menu addItem:itemFor(item, context)];
+        [menu addItem:itemFor(item, perform)];
 }
 
 } // namespace moorline

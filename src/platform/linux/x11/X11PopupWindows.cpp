@@ -91,6 +91,12 @@ bool X11PopupWindows::isComposited() const
     return m_connection.isComposited();
 }
 
+std::unique_ptr<PopupWindows::Handle> X11PopupWindows::openSystemMenu(
+    [[maybe_unused]] const Menu &menu, [[maybe_unused]] MenuPlacement placement, [[maybe_unused]] Closed closed)
+{
+    return nullptr;
+}
+
 std::unique_ptr<PopupWindows::Handle> X11PopupWindows::watchPresses(Pressed pressed)
 {
     return std::make_unique<PressWatch>(m_connection, std::move(pressed));

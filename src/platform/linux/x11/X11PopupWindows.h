@@ -14,6 +14,8 @@ public:
 
     [[nodiscard]] std::unique_ptr<PopupWindow> adopt(QWidget &window, PopupKind kind) override;
     [[nodiscard]] bool isComposited() const override;
+    [[nodiscard]] std::unique_ptr<Handle> openSystemMenu(
+        const Menu &menu, MenuPlacement placement, Closed closed) override;
     [[nodiscard]] std::unique_ptr<Handle> watchPresses(Pressed pressed) override;
     [[nodiscard]] std::unique_ptr<Handle> watchEscape(Escaped escaped) override;
     void cancelDrag() override;

@@ -3,6 +3,7 @@
 #include <Foundation/Foundation.h>
 
 @class NSEvent;
+@class NSGraphicsContext;
 @class NSImage;
 @class NSMenu;
 @class NSWindow;
@@ -19,6 +20,10 @@ enum NSApplicationActivationPolicy : NSInteger {
 // https://developer.apple.com/documentation/appkit/nsapplication
 @interface NSApplication : NSObject
 @property (getter=isActive, readonly) BOOL active;
+// https://developer.apple.com/documentation/appkit/nsapplication/currentevent
+@property (readonly, strong) NSEvent *currentEvent;
+// https://developer.apple.com/documentation/appkit/nsapplication/postevent(_:atstart:)
+- (void)postEvent:(NSEvent *)event atStart:(BOOL)flag;
 // https://developer.apple.com/documentation/appkit/nsapplication/setactivationpolicy(_:)
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
 @end
@@ -98,8 +103,35 @@ enum : NSEventMask {
     NSEventMaskOtherMouseDragged = 1ULL << NSEventTypeOtherMouseDragged,
 };
 
+// https://developer.apple.com/documentation/appkit/nsevent/modifierflags-swift.struct
+typedef NSUInteger NSEventModifierFlags;
+enum : NSEventModifierFlags {
+    NSEventModifierFlagShift = 1 << 17,
+    NSEventModifierFlagControl = 1 << 18,
+    NSEventModifierFlagOption = 1 << 19,
+    NSEventModifierFlagCommand = 1 << 20,
+};
+
 // https://developer.apple.com/documentation/appkit/nsevent
 @interface NSEvent : NSObject
+// https://developer.apple.com/documentation/appkit/nsevent/mouseevent(with:location:modifierflags:timestamp:windownumber:context:eventnumber:clickcount:pressure:)
+// The location is in the window's own coordinates.
++ (NSEvent *)mouseEventWithType:(NSEventType)type
+                       location:(NSPoint)location
+                  modifierFlags:(NSEventModifierFlags)flags
+                      timestamp:(NSTimeInterval)time
+                   windowNumber:(NSInteger)wNum
+                        context:(NSGraphicsContext *)unusedPassNil
+                    eventNumber:(NSInteger)eNum
+                     clickCount:(NSInteger)cNum
+                       pressure:(float)pressure;
+@property (readonly) NSEventType type;
+@property (readonly) NSEventModifierFlags modifierFlags;
+@property (readonly) NSTimeInterval timestamp;
+@property (readonly) NSInteger windowNumber;
+@property (readonly) NSInteger eventNumber;
+@property (readonly) NSInteger clickCount;
+@property (readonly) NSPoint locationInWindow;
 // https://developer.apple.com/documentation/appkit/nsevent/mouselocation
 @property (class, readonly) NSPoint mouseLocation;
 // https://developer.apple.com/documentation/appkit/nsevent/pressedmousebuttons
@@ -223,15 +255,6 @@ static const NSWindowLevel NSPopUpMenuWindowLevel = 101;
 
 // Menus and the menu bar
 
-// https://developer.apple.com/documentation/appkit/nsevent/modifierflags-swift.struct
-typedef NSUInteger NSEventModifierFlags;
-enum : NSEventModifierFlags {
-    NSEventModifierFlagShift = 1 << 17,
-    NSEventModifierFlagControl = 1 << 18,
-    NSEventModifierFlagOption = 1 << 19,
-    NSEventModifierFlagCommand = 1 << 20,
-};
-
 // https://developer.apple.com/documentation/appkit/nscontrol/statevalue
 typedef NSInteger NSControlStateValue;
 static const NSControlStateValue NSControlStateValueOff = 0;
@@ -277,6 +300,14 @@ typedef NSString *NSUserInterfaceItemIdentifier;
 @property (weak) id<NSMenuDelegate> delegate;
 // https://developer.apple.com/documentation/appkit/nsmenu/autoenablesitems
 @property BOOL autoenablesItems;
+// https://developer.apple.com/documentation/appkit/nsmenu/size
+@property (readonly) NSSize size;
+// https://developer.apple.com/documentation/appkit/nsmenu/popup(positioning:at:in:)
+// Returns when the menu has closed. Without an item the top left of the menu is at the location, which is on the screen
+// where there is no view.
+- (BOOL)popUpMenuPositioningItem:(NSMenuItem *)item atLocation:(NSPoint)location inView:(NSView *)view;
+// https://developer.apple.com/documentation/appkit/nsmenu/canceltrackingwithoutanimation()
+- (void)cancelTrackingWithoutAnimation;
 - (void)addItem:(NSMenuItem *)newItem;
 - (void)removeAllItems;
 @end

@@ -16,6 +16,8 @@ typedef CGRect NSRect;
 
 extern "C" {
 
+// https://developer.apple.com/documentation/foundation/nsmakepoint
+NSPoint NSMakePoint(CGFloat x, CGFloat y);
 // https://developer.apple.com/documentation/foundation/nsmakerect
 NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat w, CGFloat h);
 // https://developer.apple.com/documentation/foundation/nsminx(_:)
@@ -118,6 +120,16 @@ typedef struct {
 // https://developer.apple.com/documentation/foundation/nsdictionary
 @interface NSDictionary<__covariant KeyType, __covariant ObjectType> : NSObject <NSFastEnumeration>
 - (ObjectType)objectForKeyedSubscript:(KeyType)key;
+@end
+
+// The run loop
+
+// https://developer.apple.com/documentation/objectivec/nsobject-swift.class/perform(_:with:afterdelay:)
+// In the default mode of the run loop, and the receiver is kept until then.
+@interface NSObject (NSDelayedPerforming)
+- (void)performSelector:(SEL)aSelector withObject:(id)anArgument afterDelay:(NSTimeInterval)delay;
+// https://developer.apple.com/documentation/objectivec/nsobject-swift.class/cancelpreviousperformrequests(withtarget:)
++ (void)cancelPreviousPerformRequestsWithTarget:(id)aTarget;
 @end
 
 // Notifications

@@ -1,0 +1,121 @@
+#import "platform/macos/MoorlinePopUpMenu.h"
+
+#import "platform/macos/Conversions.h"
+#import "platform/macos/MenuItems.h"
+
+#include <utility>
+
+using namespace moorline;
+
+namespace {
+
+/// Absent for an event that is no press.
+std::optional<NSEventType> releaseTypeOf(NSEvent *event)
+{
+    if (event.type == NSEventTypeLeftMouseDown)
+        return NSEventTypeLeftMouseUp;
+    if (event.type == NSEventTypeRightMouseDown)
+        return NSEventTypeRightMouseUp;
+    return std::nullopt;
+}
+
+/// Nil for an event that is no press.
+NSEvent *releaseAfter(NSEvent *event)
+{
+    const auto type = releaseTypeOf(event);
+    if (!type)
+        return nil;
+    return [NSEvent mouseEventWithType:*type
+                              location:event.locationInWindow
+                         modifierFlags:event.modifierFlags
+                             timestamp:event.timestamp
+                          windowNumber:event.windowNumber
+                               context:nil
+                           eventNumber:event.eventNumber
+                            clickCount:event.clickCount
+                              pressure:0];
+}
+
+} // namespace
+
+@implementation MoorlinePopUpMenu {
+    NSMenu *_menu;
+    /// Of the button that the menu was asked for with; nil where it was asked for without.
+    NSEvent *_release;
+    PopupWindows::MenuPlacement _placement;
+    PopupWindows::Closed _closed;
+    std::function<void()> _chosen;
+    BOOL _waitsForChoice;
+}
+
+- (instancetype)initWithItems:(const Menu &)items
+                    placement:(PopupWindows::MenuPlacement)placement
+                       closed:(PopupWindows::Closed)closed
+{
+    self = [super init];
+    _menu = [[NSMenu alloc] initWithTitle:@""];
+    _release = releaseAfter(NSApp.currentEvent);
+    _placement = std::move(placement);
+    _closed = std::move(closed);
+    __weak MoorlinePopUpMenu *menu = self;
+    fill(_menu, items, [menu](const std::function<void()> &action) { [menu take:action]; });
+    return self;
+}
+
+- (void)openSoon
+{
+    [self performSelector:@selector(open) withObject:nil afterDelay:0];
+}
+
+- (void)cancel
+{
+    [NSObject cancelPreviousPerformRequestsWithTarget:self];
+    _closed = nullptr;
+    [_menu cancelTrackingWithoutAnimation];
+}
+
+- (void)open
+{
+    const NSSize size = _menu.size;
+    const QPointF place = _placement({size.width, size.height});
+    const BOOL isChosen = [_menu popUpMenuPositioningItem:nil atLocation:NSMakePoint(place.x(), place.y()) inView:nil];
+    [self releaseButton];
+    // What is chosen may be told a turn later.
+    _waitsForChoice = isChosen && !_chosen;
+    if (!_waitsForChoice)
+        [self finishSoon];
+}
+
+/// The menu took the release of the button that it was asked for with, and the toolkit takes it for pressed until it is
+/// told.
+- (void)releaseButton
+{
+    if (_release)
+        [NSApp postEvent:_release atStart:NO];
+}
+
+- (void)take:(const std::function<void()> &)action
+{
+    _chosen = action;
+    if (_waitsForChoice)
+        [self finishSoon];
+}
+
+- (void)finishSoon
+{
+    [self performSelector:@selector(finish) withObject:nil afterDelay:0];
+}
+
+/// Who is told that it is closed lets go of it.
+- (void)finish
+{
+    const PopupWindows::Closed closed = std::exchange(_closed, nullptr);
+    const std::function<void()> chosen = std::exchange(_chosen, nullptr);
+    if (!closed)
+        return;
+    closed();
+    if (chosen)
+        chosen();
+}
+
+@end
