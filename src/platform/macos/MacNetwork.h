@@ -19,8 +19,9 @@ private:
     void setReachable(bool reachable);
 
     const nw_path_monitor_t m_monitor;
-    /// True from the start: the first report tells how things are, not that they changed.
     bool m_isReachable = true;
+    /// The first report tells how things are, not that they changed.
+    bool m_hasReport = false;
     bool m_isListening = false;
     bool m_hasChanged = false;
 };

@@ -25,7 +25,9 @@ MacNetwork::~MacNetwork()
 
 void MacNetwork::setReachable(bool reachable)
 {
-    m_isReachable = reachable;
+    const bool wasReachable = std::exchange(m_isReachable, reachable);
+    if (!std::exchange(m_hasReport, true) && reachable == wasReachable)
+        return;
     m_hasChanged = !m_isListening;
     if (std::exchange(m_isListening, false))
         Q_EMIT changed();

@@ -19,6 +19,7 @@
 #import "platform/macos/MacWindowServer.h"
 #import "platform/macos/MacWorkspace.h"
 #include "platform/qt/LockFileClaim.h"
+#include "platform/qt/NullAdapters.h"
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtFileWatch.h"
 #include "platform/qt/QtHttpClient.h"
@@ -38,6 +39,40 @@ constexpr auto qtPlatform = "QT_QPA_PLATFORM";
 bool hasWindowServer()
 {
     return CFPointer<CFDictionaryRef>(CGSessionCopyCurrentDictionary()) != nullptr;
+}
+
+/// What is made of windows needs those of AppKit, which no other platform of Qt has.
+bool hasWindows()
+{
+    return QGuiApplication::platformName() == QLatin1StringView("cocoa");
+}
+
+Port<Pointer> makePointer()
+{
+    if (hasWindows())
+        return makePort<MacPointer>();
+    return makePort<NullPointer>();
+}
+
+Port<PanelWindow> makePanelWindow()
+{
+    if (hasWindows())
+        return makePort<MacPanelWindow>();
+    return makePort<NullPanelWindow>();
+}
+
+Port<PopupWindows> makePopupWindows()
+{
+    if (hasWindows())
+        return makePort<MacPopupWindows>();
+    return makePort<NullPopupWindows>();
+}
+
+Port<StatusBar> makeStatusBar()
+{
+    if (hasWindows())
+        return makePort<MacStatusBar>();
+    return makePort<NullStatusBar>();
 }
 
 } // namespace
@@ -63,13 +98,13 @@ Platform createPlatform()
     return {
         .clock = std::move(ownedClock),
         .screens = makePort<MacScreens>(),
-        .pointer = makePort<MacPointer>(),
-        .panelWindow = makePort<MacPanelWindow>(),
-        .popupWindows = makePort<MacPopupWindows>(),
+        .pointer = makePointer(),
+        .panelWindow = makePanelWindow(),
+        .popupWindows = makePopupWindows(),
         .windowServer = makePort<MacWindowServer>(),
         .workspace = makePort<MacWorkspace>(),
         .power = makePort<MacPower>(),
-        .statusBar = makePort<MacStatusBar>(),
+        .statusBar = makeStatusBar(),
         .preferences = makePort<MacPreferences>(),
         .systemSettings = makePort<MacSystemSettings>(),
         .instanceClaim =

@@ -64,6 +64,8 @@ namespace moorline {
 
 void embed(QWidget &widget, NSView *content)
 {
+    // Its window gives it its size; shown for the first time, it would take one from its content.
+    widget.setAttribute(Qt::WA_Resized);
     NSView *view = (__bridge NSView *)reinterpret_cast<void *>(widget.winId());
     view.frame = content.bounds;
     [content addSubview:view];

@@ -1,4 +1,4 @@
-#include "platform/linux/NullAdapters.h"
+#include "platform/qt/NullAdapters.h"
 
 namespace moorline {
 
@@ -83,6 +83,10 @@ QRect NullPanelWindow::accessibleRect(const QRectF &part) const
 void NullPanelWindow::orderFrontRegardless()
 {
     m_panel->show();
+}
+
+void NullStatusBar::show([[maybe_unused]] StatusBarItem item)
+{
 }
 
 void NullPanelWindow::setInteractiveArea([[maybe_unused]] const QPainterPath &area)

@@ -4,6 +4,7 @@
 #include "platform/PanelWindow.h"
 #include "platform/Pointer.h"
 #include "platform/PopupWindows.h"
+#include "platform/StatusBar.h"
 #include "platform/WindowServer.h"
 
 #include <QPointer>
@@ -11,20 +12,20 @@
 
 namespace moorline {
 
-/// Where there is no X server: a pointer that is nowhere near the bar.
+/// Where nothing is shown on a screen: a pointer that is nowhere near the bar.
 class NullPointer final : public Pointer {
 public:
     [[nodiscard]] QPointF location() const override;
     [[nodiscard]] Qt::MouseButtons pressedButtons() const override;
 };
 
-/// Where there is no X server: without a display nobody is in the way.
+/// Where nothing is shown on a screen: without a display nobody is in the way.
 class NullInstanceClaim final : public InstanceClaim {
 public:
     [[nodiscard]] bool take() override { return true; }
 };
 
-/// Where there is no X server: one that tells nothing.
+/// Where nothing is shown on a screen: one that tells nothing.
 class NullWindowServer final : public WindowServer {
 public:
     [[nodiscard]] std::optional<QList<WindowDescription>> onScreenWindows() const override;
@@ -33,7 +34,8 @@ public:
     [[nodiscard]] std::optional<QString> mainDisplayUUID() const override;
 };
 
-/// Where there is no X server: keeps its frame, and gives the panel its size so that it can be drawn into a picture.
+/// Where nothing is shown on a screen: keeps its frame, and gives the panel its size so that it can be drawn into a
+/// picture.
 class NullPanelWindow final : public PanelWindow {
 public:
     void adopt(QWidget &panel) override;
@@ -52,7 +54,13 @@ private:
     int m_level = 0;
 };
 
-/// Where there is no X server: windows of the asked size that nobody presses beside.
+/// Where nothing is shown on a screen: no place for an item.
+class NullStatusBar final : public StatusBar {
+public:
+    void show(StatusBarItem item) override;
+};
+
+/// Where nothing is shown on a screen: windows of the asked size that nobody presses beside.
 class NullPopupWindows final : public PopupWindows {
 public:
     [[nodiscard]] std::unique_ptr<PopupWindow> adopt(QWidget &window, PopupKind kind) override;
