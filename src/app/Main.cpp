@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QProcessEnvironment>
 #include <QTextStream>
 #include <QTranslator>
@@ -22,6 +23,14 @@ void loadWording(QTranslator &wording, const QString &catalogue)
         QCoreApplication::installTranslator(&wording);
 }
 
+/// In a loop of its own: the application's asks at once whether a screen reader runs.
+void waitUntilReady(const Platform &platform)
+{
+    QEventLoop loop;
+    platform.whenReady([&loop] { loop.quit(); });
+    loop.exec();
+}
+
 /// What the program does from its first window to its last, on objects that are gone afterwards.
 int run(const RunPlan &plan)
 {
@@ -40,7 +49,9 @@ int run(const RunPlan &plan)
         {.importFromSystemDock = [] { return ImportResult(); },
             .print = printLine,
             .terminate = [] { QCoreApplication::quit(); }});
-    platform.whenReady([&delegate] { delegate.applicationDidFinishLaunching(); });
+    waitUntilReady(platform);
+    QMetaObject::invokeMethod(
+        &delegate, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);
     return QApplication::exec();
 }
 

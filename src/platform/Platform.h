@@ -63,8 +63,8 @@ struct Platform {
     Port<AppBundles> appBundles;
     Port<SymbolCatalogue> symbolCatalogue;
     Port<Icons> icons;
-    /// Calls back from the event loop, once, as soon as the first window may be made. Nothing of Qt that needs a window
-    /// is to be made before.
+    /// Calls back from an event loop, once, as soon as the application may begin: its loop may run and its first window
+    /// be made.
     std::function<void(std::function<void()>)> whenReady = soon;
     /// Resource path of the catalogue that replaces texts naming macOS; empty where they stand as they are.
     QString wordingCatalogue = {};
