@@ -12,6 +12,7 @@ SystemDockControl &dockControl(const Platform &platform, SystemDockControl &scri
 
 Services::Services(Platform &lentPlatform, const RunPlan &plan)
     : platform(lentPlatform)
+    , textFamily(*platform.systemFont)
     , launcher(*platform.appBundles)
     , store({
           .directories = *platform.directories,

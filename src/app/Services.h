@@ -11,6 +11,7 @@
 #include "system/SpaceProbe.h"
 #include "system/SystemDock.h"
 #include "theme/Symbols.h"
+#include "theme/TextFamily.h"
 #include "time/TimeKeeper.h"
 #include "weather/LocationService.h"
 #include "weather/WeatherService.h"
@@ -29,6 +30,7 @@ struct Services {
     void start();
 
     Platform &platform;
+    TextFamily textFamily;
     AppLauncher launcher;
     SettingsStore store;
     AppleScriptRunner scripts;

@@ -21,6 +21,7 @@
 #include "platform/StatusBar.h"
 #include "platform/SymbolCatalogue.h"
 #include "platform/SystemDockControl.h"
+#include "platform/SystemFont.h"
 #include "platform/SystemSettings.h"
 #include "platform/WindowServer.h"
 #include "platform/Workspace.h"
@@ -63,6 +64,7 @@ struct Platform {
     Port<AppBundles> appBundles;
     Port<SymbolCatalogue> symbolCatalogue;
     Port<Icons> icons;
+    Port<SystemFont> systemFont;
     /// Calls back from an event loop, once, as soon as the application may begin: its loop may run and its first window
     /// be made.
     std::function<void(std::function<void()>)> whenReady = soon;

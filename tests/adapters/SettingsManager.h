@@ -14,12 +14,14 @@ public:
         m_program.ownSelection("_XSETTINGS_S0", m_window);
     }
 
-    void setIconTheme(const QByteArray &name) const
+    void setIconTheme(const QByteArray &name) const { setText("Net/IconThemeName", name); }
+
+    /// The one setting there is from then on.
+    void setText(const QByteArray &key, const QByteArray &text) const
     {
-        const QByteArray key("Net/IconThemeName");
         QByteArray bytes = QByteArray::fromHex("00000000") + number(++m_serial) + number(1);
         bytes += QByteArray::fromHex("0100") + number(key.size()).left(2) + padded(key) + number(m_serial);
-        bytes += number(name.size()) + padded(name);
+        bytes += number(text.size()) + padded(text);
         setSettings(bytes);
     }
 

@@ -11,6 +11,7 @@
 #include "fakes/FakePreferences.h"
 #include "fakes/FakeScreens.h"
 #include "fakes/FakeSystem.h"
+#include "fakes/FakeSystemFont.h"
 #include "fakes/FakeWindowServer.h"
 #include "fakes/TemporaryDirectories.h"
 #include "platform/Platform.h"
@@ -53,6 +54,7 @@ public:
         .appBundles = makePort<FakeAppBundles>(),
         .symbolCatalogue = makePort<FakeSymbolCatalogue>(),
         .icons = makePort<FakeIcons>(),
+        .systemFont = makePort<FakeSystemFont>(),
     };
 
     FakeClock &clock = fakeOf<FakeClock>(ports.clock);
@@ -78,6 +80,7 @@ public:
     FakeAppBundles &appBundles = fakeOf<FakeAppBundles>(ports.appBundles);
     FakeSymbolCatalogue &symbolCatalogue = fakeOf<FakeSymbolCatalogue>(ports.symbolCatalogue);
     FakeIcons &icons = fakeOf<FakeIcons>(ports.icons);
+    FakeSystemFont &systemFont = fakeOf<FakeSystemFont>(ports.systemFont);
 };
 
 } // namespace moorline::test

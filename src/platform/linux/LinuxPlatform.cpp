@@ -6,6 +6,7 @@
 #include "platform/linux/desktop/DesktopEntries.h"
 #include "platform/linux/desktop/LogindPower.h"
 #include "platform/linux/desktop/PlainFiles.h"
+#include "platform/linux/desktop/SessionFont.h"
 #include "platform/linux/desktop/SvgSymbols.h"
 #include "platform/linux/desktop/XdgDirectories.h"
 #include "platform/linux/docks/DesktopDockControl.h"
@@ -209,6 +210,8 @@ Platform createPlatform()
     QtClock &clock = *ownedClock;
     const auto foundation = layFoundation(clock);
     X11Desktop *desktop = foundation->desktop.get();
+    auto ownedFileWatch = makePort<QtFileWatch>();
+    QtFileWatch &fileWatch = *ownedFileWatch;
     return {
         .clock = std::move(ownedClock),
         .foundation = foundation,
@@ -227,7 +230,7 @@ Platform createPlatform()
         .instanceClaim = makeInstanceClaim(desktop),
         .directories = makePort<XdgDirectories>(),
         .files = makePort<PlainFiles>(),
-        .fileWatch = makePort<QtFileWatch>(),
+        .fileWatch = std::move(ownedFileWatch),
         .httpClient = makePort<QtHttpClient>(clock),
         .network = makePort<RouteMonitor>(),
         .locationManager =
@@ -236,6 +239,7 @@ Platform createPlatform()
         .appBundles = makePort<DesktopEntries>(),
         .symbolCatalogue = makePort<SvgSymbols>(),
         .icons = makePort<ThemedIcons>(clock, foundation->iconTheme),
+        .systemFont = makePort<SessionFont>(desktop ? &desktop->settings : nullptr, fileWatch, currentDesktopNames()),
         .whenReady = readiness(foundation->sessionBusGate.get()),
         .wordingCatalogue = QStringLiteral(":/wording/linux_en.qm"),
     };

@@ -119,6 +119,7 @@ Platform createPlatform()
         .appBundles = makePort<MacAppBundles>(),
         .symbolCatalogue = makePort<MacSymbolCatalogue>(),
         .icons = makePort<MacIcons>(),
+        .systemFont = makePort<OwnSystemFont>(),
     };
 }
 

@@ -1,12 +1,8 @@
 #pragma once
 
-#include "platform/linux/glib/GObjectPointer.h"
-
-#include <QObject>
+#include "platform/linux/desktop/SessionText.h"
 
 namespace moorline {
-
-class DesktopSettingsClient;
 
 /// The name of the icon theme that the session uses: what the desktop tells every program through the X server, else
 /// what GNOME's settings say.
@@ -15,7 +11,6 @@ class SessionIconTheme final : public QObject {
 public:
     /// `settings` is null where there is no X server; it outlives this.
     explicit SessionIconTheme(const DesktopSettingsClient *settings);
-    ~SessionIconTheme() override;
 
     /// Empty where nobody says.
     [[nodiscard]] QString name() const { return m_name; }
@@ -24,13 +19,10 @@ Q_SIGNALS:
     void nameChanged();
 
 private:
-    [[nodiscard]] QString currentName() const;
+    [[nodiscard]] QString currentName() const { return m_text.told().value_or(m_text.gnomes()); }
     void look();
 
-    const DesktopSettingsClient *m_settings;
-    /// Null where GNOME's settings are not installed.
-    GObjectPointer<GSettings> m_interface;
-    gulong m_handler = 0;
+    SessionText m_text;
     QString m_name;
 };
 
