@@ -5,9 +5,11 @@
 #include "theme/Text.h"
 #include "theme/Theme.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace moorline {
 
@@ -25,6 +27,7 @@ AutoHideNudge::AutoHideNudge(const Symbols &symbols, QGraphicsItem *parent)
     : BarItem(parent)
     , m_text(tr("The macOS Dock is sitting underneath this one. Turn on auto-hide to clear the space."))
     , m_button(new NudgeButton(symbols, tr("Hide the macOS Dock"), this))
+    , m_naturalWidth(naturalWidth())
 {
     setHelpText(m_text);
     setDescription({.role = QAccessible::StaticText, .name = m_text, .state = {}});
@@ -50,7 +53,21 @@ void AutoHideNudge::paint(QPainter *painter, const QStyleOptionGraphicsItem *, Q
     drawText(*painter, {padding, y}, text, textStyle, textColor);
 }
 
+void AutoHideNudge::changeEvent(QEvent *event)
+{
+    BarItem::changeEvent(event);
+    if (event->type() != QEvent::FontChange || std::exchange(m_naturalWidth, naturalWidth()) == naturalWidth())
+        return;
+    placeButton();
+    Q_EMIT naturalWidthChanged();
+}
+
 void AutoHideNudge::resizeEvent(QGraphicsSceneResizeEvent *)
+{
+    placeButton();
+}
+
+void AutoHideNudge::placeButton()
 {
     const QSizeF natural = m_button->naturalSize();
     const qreal width = std::min(natural.width(), size().width() - 2 * padding);

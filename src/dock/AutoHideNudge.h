@@ -22,13 +22,20 @@ public:
 
 Q_SIGNALS:
     void accepted();
+    /// The desktop's font is another one, with which the strip is wider or narrower.
+    void naturalWidthChanged();
 
 protected:
+    void changeEvent(QEvent *event) override;
     void resizeEvent(QGraphicsSceneResizeEvent *event) override;
 
 private:
+    void placeButton();
+
     QString m_text;
     NudgeButton *m_button;
+    /// As it was last told.
+    qreal m_naturalWidth;
 };
 
 } // namespace moorline

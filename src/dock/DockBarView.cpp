@@ -55,6 +55,7 @@ DockBarView::DockBarView(Context context, ContentWidthChange onContentWidthChang
     connect(m_pill, &Pill::menuRequested, this, &DockBarView::openMenu);
     connect(m_pill, &Pill::filesDropped, &m_context.store, &SettingsStore::pin);
     connect(m_nudge, &AutoHideNudge::accepted, this, [this] { m_context.systemDock.enableAutoHide(); });
+    connect(m_nudge, &AutoHideNudge::naturalWidthChanged, this, &DockBarView::nudgeWidthChanged);
     connect(&m_context.store, &SettingsStore::settingsDidChange, this, &DockBarView::settingsChanged);
     m_nudge->setVisible(isNudgeShown());
     settingsChanged();
@@ -143,6 +144,12 @@ void DockBarView::pillWidthChanged()
     // Icons of another size make another width, which has been dealt with by now.
     if (m_pill->size().width() != measuredWidth)
         return;
+    layOut();
+    reportContentWidth();
+}
+
+void DockBarView::nudgeWidthChanged()
+{
     layOut();
     reportContentWidth();
 }

@@ -76,6 +76,7 @@ private:
     void updateNudge();
     void refitIcons(qreal measuredWidth);
     void pillWidthChanged();
+    void nudgeWidthChanged();
     void reportContentWidth();
     void layOut();
     void openMenu(const QPointF &place);

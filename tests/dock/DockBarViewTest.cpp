@@ -6,6 +6,7 @@
 #include "dock/AutoHideNudge.h"
 #include "dock/DockHostingView.h"
 #include "dock/Pill.h"
+#include "harness/FontScope.h"
 #include "harness/TestCase.h"
 
 #include <QGraphicsSceneContextMenuEvent>
@@ -81,6 +82,26 @@ private Q_SLOTS:
         QVERIFY(fixture.widths.last() > before);
         fixture.change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock}; });
         QVERIFY(fixture.widths.last() < before);
+    }
+
+    void theNudgeIsMeasuredAnewInAnotherFont()
+    {
+        Fixture fixture;
+        fixture.preferences.setDock(QStringLiteral("bottom"), false);
+        QGraphicsScene scene;
+        DockBarView *bar = fixture.make().release();
+        scene.addItem(bar);
+        bar->setGeometry(QRectF(0, 0, 1200, 140));
+        QCoreApplication::processEvents();
+        const auto *nudge = child<AutoHideNudge>(*bar);
+        const qreal before = nudge->naturalWidth();
+        QCOMPARE(fixture.widths.last(), before);
+        const FontScope another;
+        QVERIFY(nudge->naturalWidth() != before);
+        QCOMPARE(fixture.widths.last(), nudge->naturalWidth());
+        QCOMPARE(nudge->size().width(), nudge->naturalWidth());
+        const QRectF button = barItems(*nudge).first()->geometry();
+        QCOMPARE(button.right(), nudge->size().width() - 12);
     }
 
     void theBodyStandsAtTheBottomCentred()

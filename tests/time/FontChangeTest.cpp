@@ -1,6 +1,6 @@
-#include "FontScope.h"
 #include "fakes/FakeClock.h"
 #include "fakes/SettingsGround.h"
+#include "harness/FontScope.h"
 #include "harness/TestCase.h"
 #include "time/CalendarWidget.h"
 #include "time/ClockWidget.h"

@@ -1,7 +1,7 @@
 #include "weather/ForecastWidget.h"
 
-#include "FontScope.h"
 #include "TileFixture.h"
+#include "harness/FontScope.h"
 #include "harness/LocaleScope.h"
 #include "harness/TestCase.h"
 #include "theme/Text.h"

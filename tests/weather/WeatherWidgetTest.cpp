@@ -1,7 +1,7 @@
 #include "weather/WeatherWidget.h"
 
-#include "FontScope.h"
 #include "TileFixture.h"
+#include "harness/FontScope.h"
 #include "harness/TestCase.h"
 #include "theme/Text.h"
 #include "theme/Theme.h"
