@@ -250,7 +250,15 @@ def test_an_unreadable_file_is_kept_beside_the_first_that_is_written(desktop, wr
     assert bar.is_shown()
     assert path.read_bytes() == wreck
     bar.choose_mode(automatic=True)
-    wait_until(lambda: path.read_bytes() != wreck and bar.settings()["visibilityMode"] == "auto", what="it is written")
+
+    def is_written():
+        try:
+            return path.read_bytes() != wreck and bar.settings()["visibilityMode"] == "auto"
+        except FileNotFoundError:
+            # The damaged one has gone aside, and the new one is not yet in its place.
+            return False
+
+    wait_until(is_written, what="it is written")
     assert len(bar.settings()) == KEYS
     assert (path.parent / "settings.json.damaged").read_bytes() == wreck
 
