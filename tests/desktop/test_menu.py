@@ -136,8 +136,7 @@ def press_for_menu(bar):
     screen = bar.screen
     screen.move_pointer(*bar.pill_center())
     screen.press(RIGHT_BUTTON)
-    popup = wait_until(lambda: next(iter(bar.popups()), None), what="the menu opens")
-    return settled(lambda: screen.frame(popup))
+    return bar.opened_menu()
 
 
 def test_menu_is_chosen_from_in_one_gesture(screen, start_bar):

@@ -122,7 +122,12 @@ class Bar:
     def open_menu(self, x=None, y=None):
         """Opens the menu at a point of the pill, or at its middle, and answers the menu's frame."""
         self.screen.click(*((x, y) if x else self.pill_center()), RIGHT_BUTTON)
+        return self.opened_menu()
+
+    def opened_menu(self):
+        """Waits for the menu and answers its frame. What is typed before it has the keyboard goes elsewhere."""
         popup = wait_until(lambda: next(iter(self.popups()), None), what="the menu opens")
+        wait_until(lambda: self.screen.focused_window() == popup.id, what="the menu has the keyboard")
         return settled(lambda: self.screen.frame(popup))
 
     def choose_mode(self, automatic):

@@ -249,6 +249,11 @@ class Desktop:
             lambda: self.screen.property_values(self.screen.root, "_NET_WORKAREA"),
             what=f"{self.window_manager} manages the display",
         )
+        # The last thing it does: whoever had the keyboard before would lose it to that.
+        wait_until(
+            lambda: self.screen.focused_window() != X.PointerRoot,
+            what=f"{self.window_manager} has led the keyboard somewhere",
+        )
 
     def _start_compositor(self):
         configuration = self.directory / "picom.conf"
