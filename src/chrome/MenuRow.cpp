@@ -25,7 +25,7 @@ constexpr qreal cornerRadius = 6;
 
 MenuRow::MenuRow(const MenuItem &item, Look look, QWidget *parent)
     : QAbstractButton(parent)
-    , m_look(std::move(look))
+    , m_look(look)
     , m_mark(item.isChecked ? QStringLiteral("checkmark") : item.symbol)
 {
     nameMenusForAccessibility();

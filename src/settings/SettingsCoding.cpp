@@ -65,7 +65,7 @@ public:
     {
         for (qsizetype i = 0; i < m_elements.size(); ++i) {
             const qsizetype place = (m_next + i) % m_elements.size();
-            const QJsonValue element = m_elements.at(place);
+            QJsonValue element = m_elements.at(place);
             if (Coding<Value>::read(element) == value) {
                 m_next = place + 1;
                 return element;

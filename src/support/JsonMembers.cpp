@@ -80,7 +80,7 @@ private:
 
     QByteArray takeFirst(qsizetype length)
     {
-        const QByteArray value = m_rest.first(length).trimmed().toByteArray();
+        QByteArray value = m_rest.first(length).trimmed().toByteArray();
         m_rest = m_rest.sliced(length);
         return value;
     }

@@ -32,7 +32,7 @@ public:
     /// A text, with what fills it up to a multiple of four.
     QByteArray padded(qsizetype size)
     {
-        const QByteArray taken = bytes(size);
+        QByteArray taken = bytes(size);
         skip((4 - size % 4) % 4);
         return taken;
     }

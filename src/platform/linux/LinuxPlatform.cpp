@@ -110,7 +110,7 @@ std::shared_ptr<Foundation> layFoundation(Clock &clock)
     auto desktop = openDesktop();
     const DockWindows *windows = desktop ? &desktop->docks : nullptr;
     const DesktopSettingsClient *settings = desktop ? &desktop->settings : nullptr;
-    const std::shared_ptr<Foundation> foundation(
+    std::shared_ptr<Foundation> foundation(
         new Foundation{std::move(desktop), DesktopDocks(windows), KeptBus(BusKind::system, clock, systemBusDelay),
             KeptBus(BusKind::session, clock, sessionBusDelay), SessionIconTheme(settings)});
     if (windows)

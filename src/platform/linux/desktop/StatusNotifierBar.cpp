@@ -27,6 +27,8 @@ StatusNotifierBar::StatusNotifierBar(Bus &bus, Clock &clock, const SymbolCatalog
 {
     registerStatusNotifierTypes();
     connect(&m_watcher, &FollowedName::ownerChanged, this, [this] {
+        // What the watcher before was asked counts no more.
+        ++m_hostNews;
         setState(false, false);
         tellWatcher();
     });

@@ -42,7 +42,7 @@ QImage rasterPicture(const QByteArray &content, const QByteArray &format, int si
     const QSize size = reader.size();
     if (size.isEmpty() || size.width() > largestPictureSide || size.height() > largestPictureSide)
         return {};
-    const QImage picture = reader.read().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QImage picture = reader.read().convertToFormat(QImage::Format_ARGB32_Premultiplied);
     if (picture.isNull() || picture.size() == QSize(side, side))
         return picture;
     const QRect place = fittedRect(picture.size(), side);

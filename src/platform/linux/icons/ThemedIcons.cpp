@@ -61,11 +61,12 @@ std::unique_ptr<Icons::Request> ThemedIcons::load(const IconRequest &request, Co
     auto pending = std::make_unique<Pending>(*this, id, std::move(completion));
     const bool isTooMany = m_waiting.size() >= mostWaiting;
     m_waiting.insert(id, pending.get());
-    if (isTooMany)
+    if (isTooMany) {
         QMetaObject::invokeMethod(
             this, [this, id] { answer(id, {}); }, Qt::QueuedConnection);
-    else
+    } else {
         thread().load(id, request, pending->abandoned());
+    }
     return pending;
 }
 
