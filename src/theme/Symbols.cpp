@@ -80,7 +80,7 @@ QImage Symbols::image(const SymbolRequest &request) const
     const QString key = cacheKey(request);
     if (const QImage *known = m_cache.object(key))
         return *known;
-    const QImage fresh = m_catalogue.symbol(request);
+    QImage fresh = m_catalogue.symbol(request);
     m_cache.insert(key, new QImage(fresh));
     return fresh;
 }
