@@ -1,0 +1,28 @@
+#pragma once
+
+#include "freedesktop/WindowFacts.h"
+
+#include <QList>
+
+namespace moorline {
+
+/// What to ask of the window manager so that an application comes to the front, in the order of the members.
+struct ForwardPlan {
+    /// The desktop to switch to; absent where there is no need to.
+    std::optional<quint32> desktop = std::nullopt;
+    /// The windows to raise, none of which gets the focus.
+    QList<XWindowId> raised = {};
+    XWindowId activated = 0;
+
+    bool operator==(const ForwardPlan &) const = default;
+};
+
+/// The window that was the active one last comes to the front, with the application's other windows on its desktop
+/// below it. Minimised ones stay so, unless all are: then only the last active of them returns.
+///
+/// `windows` are those that a taskbar would show, from the bottom of the stack to its top; `lastActive` are those that
+/// were the active one, the last of them first. Absent where there is no window.
+[[nodiscard]] std::optional<ForwardPlan> planForward(const QList<WindowFacts> &windows,
+    const QList<XWindowId> &lastActive, const std::optional<quint32> &currentDesktop);
+
+} // namespace moorline

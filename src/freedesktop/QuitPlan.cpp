@@ -1,0 +1,30 @@
+#include "freedesktop/QuitPlan.h"
+
+#include <algorithm>
+
+namespace moorline {
+
+std::optional<QString> quitActionOf(const QList<EntryAction> &actions)
+{
+    const auto quit = std::find_if(actions.begin(), actions.end(), [](const EntryAction &action) {
+        return action.id.compare(QLatin1StringView("quit"), Qt::CaseInsensitive) == 0;
+    });
+    return quit == actions.end() ? std::nullopt : std::optional(quit->id);
+}
+
+QuitPlan planQuit(const QList<EntryAction> &actions, bool exportsQuit, const QList<XWindowId> &taskbarWindows,
+    const QList<XWindowId> &closable)
+{
+    if (const auto action = quitActionOf(actions))
+        return QuitByEntryAction{*action};
+    if (exportsQuit)
+        return QuitByExportedAction{};
+    QuitByClosing closing;
+    for (const XWindowId window : taskbarWindows) {
+        if (closable.contains(window))
+            closing.windows.append(window);
+    }
+    return closing;
+}
+
+} // namespace moorline
