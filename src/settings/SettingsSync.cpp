@@ -140,12 +140,24 @@ bool SettingsSync::isReplaceable() const
 
 void SettingsSync::save(const FolderLock &lock)
 {
+    if (isUnsaved() && !lock.isMine()) {
+        saveOnceUnlocked();
+        return;
+    }
+    m_nextLockedRetry = lockedRetry;
     if (!isUnsaved())
         m_writeRetries.reset();
-    else if (!lock.isMine())
-        m_retry = m_clock.after(lockedRetry, [this] { look(); });
     else if (isReplaceable())
         write();
+}
+
+/// What is changed meanwhile does not put it off.
+void SettingsSync::saveOnceUnlocked()
+{
+    if (m_retry)
+        return;
+    m_retry = m_clock.after(m_nextLockedRetry, [this] { look(); });
+    m_nextLockedRetry = std::min(2 * m_nextLockedRetry, longestLockedRetry);
 }
 
 void SettingsSync::write()

@@ -12,7 +12,9 @@ namespace moorline {
 class FolderLock;
 
 /// Keeps the settings in memory and in their file the same, whoever changes either of them: another bar, an editor, the
-/// user here. Nobody's change is written over: what is changed here goes on top of what is in the file by then.
+/// user here. Nobody's change is written over: what is changed here goes on top of what is in the file by then, setting
+/// by setting. A list is one setting: of two bars that change the same one before either has read the other's file, the
+/// one that writes later has its list stand whole, and the other's entries are gone.
 class SettingsSync final : public QObject {
     Q_OBJECT
 public:
@@ -22,8 +24,10 @@ public:
     static constexpr std::chrono::milliseconds patience{3000};
     /// How often such a file is looked at again.
     static constexpr std::chrono::milliseconds unreadableRetry{250};
-    /// After which time a file is looked at again that another bar has its hand on.
+    /// After which time a file is looked at again that another bar has its hand on. A write takes no longer; who holds
+    /// on for more is asked half as often each time, down to the longest.
     static constexpr std::chrono::milliseconds lockedRetry{20};
+    static constexpr std::chrono::milliseconds longestLockedRetry{2000};
     /// How often, after the moments of the schedule, a write is tried again that failed: the disk may have room again,
     /// the folder be open. Each change tries it as well, and so does the end.
     static constexpr std::chrono::seconds failedWriteRetry{600};
@@ -55,6 +59,7 @@ private:
     [[nodiscard]] bool isDamaged() const;
     [[nodiscard]] bool isUnsaved() const { return m_isIncomplete || m_settings != m_onDisk; }
     void save(const FolderLock &lock);
+    void saveOnceUnlocked();
     [[nodiscard]] bool isReplaceable() const;
     [[nodiscard]] bool keepWhatWouldBeLost();
     void write();
@@ -75,6 +80,7 @@ private:
     std::optional<Damage> m_damage;
     std::unique_ptr<Clock::Timer> m_coalescing;
     std::unique_ptr<Clock::Timer> m_retry;
+    std::chrono::milliseconds m_nextLockedRetry = lockedRetry;
     RetrySchedule m_writeRetries;
     std::unique_ptr<FileWatch::Watch> m_watch;
 };

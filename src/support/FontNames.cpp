@@ -39,6 +39,21 @@ QByteArray unmarked(const QByteArray &name)
     return mark < 0 ? name : name.first(mark);
 }
 
+/// What KDE takes where its settings name none.
+QString kdeDefault()
+{
+    return QStringLiteral("Noto Sans");
+}
+
+QString familyInKdeSession(const QList<QByteArray> &settings)
+{
+    for (const QByteArray &kdeglobals : settings) {
+        if (const auto family = familyInKdeSettings(kdeglobals))
+            return *family;
+    }
+    return kdeDefault();
+}
+
 QByteArray generalFont(const QByteArray &kdeglobals)
 {
     bool isGeneral = false;
@@ -73,6 +88,13 @@ std::optional<QString> familyInKdeSettings(const QByteArray &kdeglobals)
     // The family comes first, then a size and figures that only Qt reads.
     const QString family = QString::fromUtf8(generalFont(kdeglobals)).section(u',', 0, 0).trimmed();
     return family.isEmpty() ? std::nullopt : std::optional(family);
+}
+
+QString sessionFontFamily(const SessionFontFacts &facts)
+{
+    if (facts.told)
+        return familyInDescription(*facts.told);
+    return facts.isKde ? familyInKdeSession(facts.kdeSettings) : familyInDescription(facts.gnomes);
 }
 
 } // namespace moorline

@@ -69,8 +69,13 @@ QString inWords(const QList<ForecastColumn> &columns)
 ForecastWidget::ForecastWidget(Context context, QGraphicsItem *parent)
     : WeatherTile(std::move(context), parent)
 {
-    setHelpText(tr("Open Weather"));
+    destinationChanged();
     refresh();
+}
+
+void ForecastWidget::destinationChanged()
+{
+    setHelpText(tr("Open %1").arg(destination()));
 }
 
 void ForecastWidget::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)

@@ -11,6 +11,9 @@ class ForecastWidget final : public WeatherTile {
 public:
     explicit ForecastWidget(Context context, QGraphicsItem *parent = nullptr);
 
+    /// Call when a click may open something else than before.
+    void destinationChanged();
+
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
 protected:

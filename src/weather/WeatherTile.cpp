@@ -23,6 +23,11 @@ void WeatherTile::describe(WidgetKind kind, const QString &shown)
     setDescription({.role = role, .name = label(kind), .state = shown});
 }
 
+QString WeatherTile::destination() const
+{
+    return m_context.destination ? m_context.destination() : tr("Weather");
+}
+
 QRectF WeatherTile::boundingRect() const
 {
     // Beyond both edges of the pill, which takes no input outside of itself.

@@ -20,6 +20,8 @@ public:
         const Symbols &symbols;
         /// Nothing happens on a click while there is no such function.
         std::function<void()> openWeatherApp;
+        /// The name of what the click opens; the system's own weather application while there is no such function.
+        std::function<QString()> destination = nullptr;
     };
 
     WeatherTile(Context context, QGraphicsItem *parent);
@@ -31,6 +33,8 @@ public:
 protected:
     [[nodiscard]] const WeatherService &service() const { return m_context.service; }
     [[nodiscard]] const Symbols &symbols() const { return m_context.symbols; }
+    /// The name of what a click opens.
+    [[nodiscard]] QString destination() const;
     /// Looks what there is to show now.
     virtual void refresh() = 0;
     /// What is told of a widget of this kind that shows this, in words.

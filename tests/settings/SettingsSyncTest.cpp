@@ -271,10 +271,90 @@ private Q_SLOTS:
         QCOMPARE(onDisk()->recentAppCount, 3);
         writeTheirs([](Settings &settings) { settings.bottomGap = 9; });
         other.reset();
-        m_clock->advance(20ms);
+        m_clock->advance(1s);
         QCOMPARE(onDisk()->recentAppCount, 8);
         QCOMPARE(onDisk()->bottomGap, 9.0);
         QCOMPARE(m_clock->runningTimers(), 0);
+    }
+
+    void whoHoldsOnIsAskedEverLessOften_data()
+    {
+        QTest::addColumn<int>("heldFor");
+        QTest::addColumn<int>("savedAfter");
+        const auto row = [](int heldFor, int savedAfter) { QTest::addRow("%d", heldFor) << heldFor << savedAfter; };
+        row(0, 20);
+        row(19, 20);
+        row(20, 60);
+        row(60, 140);
+        row(140, 300);
+        row(300, 620);
+        row(620, 1260);
+        row(1260, 2540);
+        row(2540, 4540);
+        row(4540, 6540);
+        row(6540, 8540);
+        row(3600000, 3600540);
+    }
+
+    void whoHoldsOnIsAskedEverLessOften()
+    {
+        QFETCH(int, heldFor);
+        QFETCH(int, savedAfter);
+        begin();
+        auto other = std::make_unique<FolderLock>(m_root->path());
+        m_sync->change([](Settings &settings) { settings.recentAppCount = 8; });
+        m_clock->advance(std::chrono::milliseconds(heldFor));
+        other.reset();
+        m_clock->advance(std::chrono::milliseconds(savedAfter - heldFor - 1));
+        QCOMPARE(onDisk()->recentAppCount, 3);
+        m_clock->advance(1ms);
+        QCOMPARE(onDisk()->recentAppCount, 8);
+        QCOMPARE(m_clock->runningTimers(), 0);
+    }
+
+    void whatIsChangedMeanwhilePutsNothingOff()
+    {
+        begin();
+        auto other = std::make_unique<FolderLock>(m_root->path());
+        for (int count = 4; count < 8; ++count) {
+            m_sync->change([count](Settings &settings) { settings.recentAppCount = count; });
+            m_clock->advance(4ms);
+        }
+        other.reset();
+        m_clock->advance(3ms);
+        QCOMPARE(onDisk()->recentAppCount, 3);
+        m_clock->advance(1ms);
+        QCOMPARE(onDisk()->recentAppCount, 7);
+    }
+
+    void afterItLetGoTheNextOneIsAskedOftenAgain()
+    {
+        begin();
+        for (int count = 4; count < 7; ++count) {
+            auto other = std::make_unique<FolderLock>(m_root->path());
+            m_sync->change([count](Settings &settings) { settings.recentAppCount = count; });
+            m_clock->advance(21ms);
+            other.reset();
+            m_clock->advance(38ms);
+            QCOMPARE(onDisk()->recentAppCount, count - 1);
+            m_clock->advance(1ms);
+            QCOMPARE(onDisk()->recentAppCount, count);
+        }
+    }
+
+    void ofOneListTheLaterWriteStandsWhole()
+    {
+        begin();
+        QList<WidgetKind> mine = m_sync->settings().enabledWidgets;
+        mine.removeOne(WidgetKind::clock);
+        {
+            const FolderLock other(m_root->path());
+            m_sync->change([&](Settings &settings) { settings.enabledWidgets = mine; });
+            writeTheirs([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock}; });
+        }
+        m_clock->advance(20ms);
+        QCOMPARE(m_sync->settings().enabledWidgets, mine);
+        QCOMPARE(onDisk()->enabledWidgets, mine);
     }
 
     void whatIsNotSavedYetIsSavedAtTheEnd()

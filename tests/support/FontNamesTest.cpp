@@ -81,6 +81,46 @@ private Q_SLOTS:
         QFETCH(QByteArray, settings);
         QCOMPARE(familyInKdeSettings(settings), std::nullopt);
     }
+
+    void whatIsToldComesFirst()
+    {
+        SessionFontFacts facts;
+        facts.told = QStringLiteral("Inter Bold 11");
+        facts.isKde = true;
+        facts.kdeSettings = {"[General]\nfont=Kdeish,10\n"};
+        facts.gnomes = QStringLiteral("Gnomish 11");
+        QCOMPARE(sessionFontFamily(facts), QStringLiteral("Inter"));
+        facts.isKde = false;
+        QCOMPARE(sessionFontFamily(facts), QStringLiteral("Inter"));
+        // Also where it is no more than a size.
+        facts.told = QStringLiteral("11");
+        QCOMPARE(sessionFontFamily(facts), QString());
+    }
+
+    void kdesOwnFilesSpeakInItsSession()
+    {
+        SessionFontFacts facts;
+        facts.isKde = true;
+        facts.gnomes = QStringLiteral("Gnomish 11");
+        // Without any, KDE takes this one.
+        QCOMPARE(sessionFontFamily(facts), QStringLiteral("Noto Sans"));
+        facts.kdeSettings = {"[KDE]\nfont=Wrong,1\n", QByteArray()};
+        QCOMPARE(sessionFontFamily(facts), QStringLiteral("Noto Sans"));
+        facts.kdeSettings = {"[KDE]\n", "[General]\nfont=Administered,10\n"};
+        QCOMPARE(sessionFontFamily(facts), QStringLiteral("Administered"));
+        facts.kdeSettings = {"[General]\nfont=Mine,10\n", "[General]\nfont=Administered,10\n"};
+        QCOMPARE(sessionFontFamily(facts), QStringLiteral("Mine"));
+        facts.isKde = false;
+        QCOMPARE(sessionFontFamily(facts), QStringLiteral("Gnomish"));
+    }
+
+    void whereNobodySaysThereIsNone()
+    {
+        QCOMPARE(sessionFontFamily({}), QString());
+        SessionFontFacts facts;
+        facts.gnomes = QStringLiteral("Cantarell 11");
+        QCOMPARE(sessionFontFamily(facts), QStringLiteral("Cantarell"));
+    }
 };
 
 MOORLINE_TEST(FontNamesTest);
