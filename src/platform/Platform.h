@@ -1,8 +1,11 @@
 #pragma once
 
+#include "platform/Accessibility.h"
 #include "platform/AppBundles.h"
+#include "platform/BadgeSource.h"
 #include "platform/Clock.h"
 #include "platform/Directories.h"
+#include "platform/FileManager.h"
 #include "platform/FileWatch.h"
 #include "platform/Files.h"
 #include "platform/Geocoder.h"
@@ -23,6 +26,7 @@
 #include "platform/SystemDockControl.h"
 #include "platform/SystemFont.h"
 #include "platform/SystemSettings.h"
+#include "platform/UserDefaults.h"
 #include "platform/WindowServer.h"
 #include "platform/Workspace.h"
 
@@ -50,11 +54,16 @@ struct Platform {
     Port<Power> power;
     Port<StatusBar> statusBar;
     Port<Preferences> preferences;
-    /// The one port that may be absent: the body has an implementation of its own, made of scripts and processes.
+    /// These three may be absent: the body has implementations of its own, made of scripts, processes and what the
+    /// system's dock tells to assistive programs.
     std::unique_ptr<SystemDockControl> systemDockControl = nullptr;
+    std::unique_ptr<FileManager> fileManager = nullptr;
+    std::unique_ptr<BadgeSource> badgeSource = nullptr;
+    Port<Accessibility> accessibility;
     Port<SystemSettings> systemSettings;
     Port<InstanceClaim> instanceClaim;
     Port<Directories> directories;
+    Port<UserDefaults> userDefaults;
     Port<Files> files;
     Port<FileWatch> fileWatch;
     Port<HttpClient> httpClient;

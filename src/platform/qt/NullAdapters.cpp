@@ -7,7 +7,22 @@ namespace {
 // Further from any edge than any screen is large.
 constexpr QPointF nowhere(0, 1'000'000);
 
+class NullElement final : public AccessibilityElement {
+public:
+    void setMessagingTimeout([[maybe_unused]] std::chrono::milliseconds timeout) override { }
+    [[nodiscard]] std::optional<List> elements([[maybe_unused]] const QString &attribute) const override
+    {
+        return std::nullopt;
+    }
+    [[nodiscard]] QVariant value([[maybe_unused]] const QString &attribute) const override { return {}; }
+};
+
 } // namespace
+
+std::shared_ptr<AccessibilityElement> NullAccessibility::application([[maybe_unused]] qint64 process) const
+{
+    return std::make_shared<NullElement>();
+}
 
 QPointF NullPointer::location() const
 {

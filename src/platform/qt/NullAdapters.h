@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Accessibility.h"
 #include "platform/InstanceClaim.h"
 #include "platform/PanelWindow.h"
 #include "platform/Pointer.h"
@@ -23,6 +24,13 @@ public:
 class NullInstanceClaim final : public InstanceClaim {
 public:
     [[nodiscard]] bool take() override { return true; }
+};
+
+/// Where other programs are not asked what they show: never trusted, and every element is without anything.
+class NullAccessibility final : public Accessibility {
+public:
+    [[nodiscard]] bool isProcessTrusted() const override { return false; }
+    [[nodiscard]] std::shared_ptr<AccessibilityElement> application(qint64 process) const override;
 };
 
 /// Where nothing is shown on a screen: one that tells nothing.
