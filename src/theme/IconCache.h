@@ -52,12 +52,12 @@ private:
         std::size_t operator()(const IconRequest &request) const { return qHash(request); }
     };
 
+    /// Icons may look different now: none is known any more.
+    void forget();
     void ask(const IconRequest &request);
     void deliver(const IconRequest &request, const QImage &icon);
     /// Drops the question when nobody waits for its answer.
     void leave(const IconRequest &request);
-    void forget();
-
     Icons &m_icons;
     QCache<IconRequest, QImage> m_images;
     /// What the system was asked and has not answered.

@@ -58,6 +58,21 @@ double Spring::valueAt(double seconds, double initialVelocity) const
     return 1 + distanceFromRest({angularFrequency(), damping, initialVelocity}, seconds);
 }
 
+double Spring::settlingSeconds(double share) const
+{
+    if (response <= 0)
+        return 0;
+    if (damping < 1 - criticalBand) {
+        const double amplitude = 1 / std::sqrt(1 - damping * damping);
+        return std::log(amplitude / share) / (damping * angularFrequency());
+    }
+    // It only comes nearer: in steps that are short beside the way.
+    double seconds = response;
+    while (1 - valueAt(seconds) > share)
+        seconds += response / 20;
+    return seconds;
+}
+
 double Spring::angularFrequency() const
 {
     return 2 * std::numbers::pi / response;

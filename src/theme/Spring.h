@@ -11,6 +11,8 @@ struct Spring {
 
     /// Where the spring is `seconds` after it was let go with `initialVelocity` (in units of the distance per second).
     [[nodiscard]] double valueAt(double seconds, double initialVelocity = 0) const;
+    /// When no more than this share of the way is left, and it never will be again, let go at rest.
+    [[nodiscard]] double settlingSeconds(double share) const;
     /// Radians per second.
     [[nodiscard]] double angularFrequency() const;
 };

@@ -45,6 +45,8 @@ private Q_SLOTS:
     void doesNotOvershootWhenCriticallyDamped();
     void swingsPastWhenUnderdamped();
     void theFormsMeetAtCriticalDamping();
+    void itSettlesWhenLittleIsLeft_data() { followsItsEquationOfMotion_data(); }
+    void itSettlesWhenLittleIsLeft();
     void hasNotMovedBeforeItIsLetGo();
     void aSpringWithoutResponseIsThereAtOnce();
 };
@@ -131,6 +133,22 @@ void SpringTest::theFormsMeetAtCriticalDamping()
     }
 }
 
+void SpringTest::itSettlesWhenLittleIsLeft()
+{
+    QFETCH(const double, response);
+    QFETCH(const double, damping);
+
+    const Spring spring{response, damping};
+    const double settled = spring.settlingSeconds(0.001);
+    for (int step = 0; step <= 1000; ++step)
+        QVERIFY(std::abs(spring.valueAt(settled + step * response / 100) - 1) <= 0.001);
+    // And not long after: within a swing it was farther away.
+    double farthest = 0;
+    for (int step = 1; step <= 100; ++step)
+        farthest = std::max(farthest, std::abs(spring.valueAt(settled - step * response / 100) - 1));
+    QVERIFY(farthest > 0.001);
+}
+
 void SpringTest::hasNotMovedBeforeItIsLetGo()
 {
     QCOMPARE(Spring{}.valueAt(-1, 5), 0.0);
@@ -139,6 +157,7 @@ void SpringTest::hasNotMovedBeforeItIsLetGo()
 void SpringTest::aSpringWithoutResponseIsThereAtOnce()
 {
     QCOMPARE((Spring{0, 1}.valueAt(0.001)), 1.0);
+    QCOMPARE((Spring{0, 1}.settlingSeconds(0.001)), 0.0);
 }
 
 } // namespace moorline::test
