@@ -1,9 +1,15 @@
 #include "platform/Platform.h"
 #include "platform/linux/LinuxStatusBar.h"
+#include "platform/linux/apps/AppStarter.h"
+#include "platform/linux/apps/DesktopEntries.h"
+#include "platform/linux/apps/LauncherEntrySource.h"
+#include "platform/linux/apps/LinuxFileManager.h"
+#include "platform/linux/apps/LinuxWorkspace.h"
+#include "platform/linux/apps/StarterWorkspace.h"
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/bus/BusGate.h"
 #include "platform/linux/bus/BusKeeper.h"
-#include "platform/linux/desktop/DesktopEntries.h"
+#include "platform/linux/desktop/FontsAhead.h"
 #include "platform/linux/desktop/LogindPower.h"
 #include "platform/linux/desktop/PlainFiles.h"
 #include "platform/linux/desktop/SessionFont.h"
@@ -21,21 +27,25 @@
 #include "platform/linux/network/RouteMonitor.h"
 #include "platform/linux/x11/ClientWindows.h"
 #include "platform/linux/x11/DesktopSettingsClient.h"
+#include "platform/linux/x11/StartupMessages.h"
+#include "platform/linux/x11/UserTime.h"
 #include "platform/linux/x11/X11InstanceClaim.h"
 #include "platform/linux/x11/X11PanelWindow.h"
 #include "platform/linux/x11/X11Pointer.h"
 #include "platform/linux/x11/X11PopupWindows.h"
 #include "platform/linux/x11/X11Screens.h"
 #include "platform/linux/x11/X11WindowServer.h"
-#include "platform/linux/x11/X11Workspace.h"
 #include "platform/linux/x11/XConnection.h"
+#include "platform/qt/JsonUserDefaults.h"
 #include "platform/qt/NullAdapters.h"
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtFileWatch.h"
 #include "platform/qt/QtHttpClient.h"
 
 #include <QAccessible>
+#include <QDir>
 #include <QGuiApplication>
+#include <unistd.h>
 
 namespace moorline {
 
@@ -45,8 +55,6 @@ constexpr auto qtPlatform = "QT_QPA_PLATFORM";
 
 /// What is asked of the system bus can wait until the bar is there.
 constexpr std::chrono::seconds systemBusDelay{1};
-/// Before anyone else's connection to the session bus can end the program.
-constexpr std::chrono::milliseconds sessionBusDelay{0};
 
 bool hasDisplay()
 {
@@ -59,11 +67,13 @@ bool hasDisplay()
 
 /// What adapters for an X server have in common.
 struct X11Desktop {
-    explicit X11Desktop(std::unique_ptr<XConnection> opened)
+    X11Desktop(std::unique_ptr<XConnection> opened, Clock &clock)
         : connection(std::move(opened))
         , clients(*connection)
         , docks(clients)
-        , settings(*connection)
+        , settings(*connection, clock)
+        , startupMessages(*connection)
+        , userTime(*connection)
     {
     }
 
@@ -71,12 +81,14 @@ struct X11Desktop {
     ClientWindows clients;
     DockWindows docks;
     DesktopSettingsClient settings;
+    StartupMessages startupMessages;
+    UserTime userTime;
 };
 
 /// A bus, and who opens it.
 struct KeptBus {
-    KeptBus(BusKind kind, Clock &clock, std::chrono::milliseconds delay)
-        : keeper(kind, bus, clock, delay)
+    KeptBus(BusKind kind, Clock &clock)
+        : keeper(kind, bus, clock)
     {
     }
 
@@ -94,27 +106,61 @@ struct Foundation {
     SessionIconTheme iconTheme;
     /// Null without a desktop, where Qt asks nothing of the session bus.
     std::unique_ptr<BusGate> sessionBusGate = nullptr;
+    /// Made as soon as the entries are known that it starts.
+    std::unique_ptr<AppStarter> starter = nullptr;
 };
 
+/// As it was before the program set anything in it.
+QList<QByteArray> &startEnvironment()
+{
+    static QList<QByteArray> environment;
+    return environment;
+}
+
+void rememberEnvironment()
+{
+    QList<QByteArray> &environment = startEnvironment();
+    environment.clear();
+    for (char **variable = environ; variable && *variable; ++variable)
+        environment.append(QByteArray(*variable));
+}
+
+std::unique_ptr<AppStarter> makeStarter(Foundation &foundation, DesktopEntries &entries, Clock &clock)
+{
+    if (startEnvironment().isEmpty())
+        rememberEnvironment();
+    X11Desktop *desktop = foundation.desktop.get();
+    const auto userTime = [desktop]() -> quint32 {
+        if (!desktop)
+            return 0;
+        const quint32 last = desktop->userTime.last();
+        return last != 0 ? last : desktop->connection->serverTime();
+    };
+    return std::make_unique<AppStarter>(entries, foundation.sessionBus.bus, clock, startEnvironment(),
+        desktop ? &desktop->startupMessages : nullptr, userTime);
+}
+
 /// Null when Qt does not draw on an X server.
-std::unique_ptr<X11Desktop> openDesktop()
+std::unique_ptr<X11Desktop> openDesktop(Clock &clock)
 {
     if (QGuiApplication::platformName() != QLatin1StringView("xcb"))
         return nullptr;
     auto connection = XConnection::open();
-    return connection ? std::make_unique<X11Desktop>(std::move(connection)) : nullptr;
+    return connection ? std::make_unique<X11Desktop>(std::move(connection), clock) : nullptr;
 }
 
 std::shared_ptr<Foundation> layFoundation(Clock &clock)
 {
-    auto desktop = openDesktop();
+    auto desktop = openDesktop(clock);
     const DockWindows *windows = desktop ? &desktop->docks : nullptr;
     const DesktopSettingsClient *settings = desktop ? &desktop->settings : nullptr;
-    std::shared_ptr<Foundation> foundation(
-        new Foundation{std::move(desktop), DesktopDocks(windows), KeptBus(BusKind::system, clock, systemBusDelay),
-            KeptBus(BusKind::session, clock, sessionBusDelay), SessionIconTheme(settings)});
+    std::shared_ptr<Foundation> foundation(new Foundation{std::move(desktop), DesktopDocks(windows),
+        KeptBus(BusKind::system, clock), KeptBus(BusKind::session, clock), SessionIconTheme(settings)});
+    // At once, before anyone else's connection to the session bus can end the program.
     if (windows)
         foundation->sessionBusGate = std::make_unique<BusGate>(foundation->sessionBus.keeper, clock);
+    else
+        foundation->sessionBus.keeper.open();
     return foundation;
 }
 
@@ -132,17 +178,43 @@ void keepQtOffTheSessionBus()
     qunsetenv(accessibilityBus);
 }
 
-std::function<void(std::function<void()>)> readiness(BusGate *sessionBusGate)
+void whenSessionBusIsKnown(BusGate *gate, const std::function<void()> &begin)
 {
-    if (!sessionBusGate)
-        return soon;
-    return [sessionBusGate](const std::function<void()> &begin) {
-        sessionBusGate->whenKnown([begin](bool answers) {
-            if (!answers)
-                keepQtOffTheSessionBus();
+    if (!gate) {
+        soon(begin);
+        return;
+    }
+    gate->whenKnown([begin](bool answers) {
+        if (!answers)
+            keepQtOffTheSessionBus();
+        begin();
+    });
+}
+
+/// The system bus comes after all that: whoever opens it reads the environment on another thread.
+std::function<void(std::function<void()>)> readiness(Foundation &foundation)
+{
+    return [&foundation](const std::function<void()> &begin) {
+        whenSessionBusIsKnown(foundation.sessionBusGate.get(), [&foundation, begin] {
+            foundation.systemBus.keeper.openAfter(systemBusDelay);
             begin();
         });
     };
+}
+
+Port<ThemedIcons> makeIcons(const Foundation &foundation, DesktopEntries &entries, Clock &clock)
+{
+    auto icons = makePort<ThemedIcons>(clock, foundation.iconTheme);
+    ThemedIcons &themed = *icons;
+    themed.setLocator([&entries](const QString &path, const std::function<void(const QString &)> &located) {
+        entries.whenLoaded([&entries, path, located] { located(entries.locate(path, std::nullopt).value_or(path)); });
+    });
+    // Whoever asked before the entries were read for the first time was told afterwards.
+    QObject::connect(&entries, &AppBundles::changed, &themed, [&themed, isFirst = true]() mutable {
+        if (!std::exchange(isFirst, false))
+            themed.noteApplicationsChanged();
+    });
+    return icons;
 }
 
 Port<Pointer> makePointer(const X11Desktop *desktop)
@@ -173,11 +245,18 @@ Port<WindowServer> makeWindowServer(X11Desktop *desktop)
     return makePort<NullWindowServer>();
 }
 
-Port<Workspace> makeWorkspace(X11Desktop *desktop)
+Port<Workspace> makeWorkspace(Foundation &foundation, DesktopEntries &entries, Clock &clock)
 {
-    if (desktop)
-        return makePort<X11Workspace>(*desktop->connection);
-    return makePort<Workspace>();
+    X11Desktop *desktop = foundation.desktop.get();
+    if (!desktop)
+        return makePort<StarterWorkspace>(entries, *foundation.starter);
+    return makePort<LinuxWorkspace>(LinuxWorkspace::Context{.connection = *desktop->connection,
+        .clients = desktop->clients,
+        .entries = entries,
+        .starter = *foundation.starter,
+        .userTime = desktop->userTime,
+        .sessionBus = foundation.sessionBus.bus,
+        .clock = clock});
 }
 
 Port<InstanceClaim> makeInstanceClaim(const X11Desktop *desktop)
@@ -191,6 +270,7 @@ Port<InstanceClaim> makeInstanceClaim(const X11Desktop *desktop)
 
 bool preparePlatform(DisplayNeed need)
 {
+    rememberEnvironment();
     // Else Qt loads the desktop's theme plug-in, and with it another toolkit into this process: 130 ms and 3 MB more to
     // start.
     QGuiApplication::setDesktopSettingsAware(false);
@@ -199,8 +279,10 @@ bool preparePlatform(DisplayNeed need)
     if (chosen == "offscreen" || chosen == "minimal" || chosen == "vnc")
         return true;
     // Also in a Wayland session with an X server: only there may a program place its own window.
-    if (hasDisplay())
+    if (hasDisplay()) {
+        readFontsAhead();
         return qputenv(qtPlatform, "xcb");
+    }
     return need == DisplayNeed::optional && qputenv(qtPlatform, "offscreen");
 }
 
@@ -210,6 +292,12 @@ Platform createPlatform()
     QtClock &clock = *ownedClock;
     const auto foundation = layFoundation(clock);
     X11Desktop *desktop = foundation->desktop.get();
+    auto ownedEntries = makePort<DesktopEntries>(clock);
+    foundation->starter = makeStarter(*foundation, *ownedEntries, clock);
+    const auto catalogue = [&entries = *ownedEntries] { return entries.catalogue(); };
+    auto ownedIcons = makeIcons(*foundation, *ownedEntries, clock);
+    auto ownedWorkspace = makeWorkspace(*foundation, *ownedEntries, clock);
+    Workspace &workspace = *ownedWorkspace;
     auto ownedFileWatch = makePort<QtFileWatch>();
     QtFileWatch &fileWatch = *ownedFileWatch;
     return {
@@ -220,15 +308,21 @@ Platform createPlatform()
         .panelWindow = makePanelWindow(desktop, clock),
         .popupWindows = makePopupWindows(desktop),
         .windowServer = makeWindowServer(desktop),
-        .workspace = makeWorkspace(desktop),
+        .workspace = std::move(ownedWorkspace),
         .power = makePort<LogindPower>(foundation->systemBus.bus, clock),
         .statusBar =
             makePort<LinuxStatusBar>(foundation->sessionBus.bus, clock, desktop ? desktop->connection.get() : nullptr),
-        .preferences = makePort<DesktopPreferences>(foundation->docks),
+        .preferences = makePort<DesktopPreferences>(foundation->docks, catalogue),
         .systemDockControl = std::make_unique<DesktopDockControl>(foundation->docks),
-        .systemSettings = makePort<DesktopSettings>(foundation->docks),
+        .fileManager = std::make_unique<LinuxFileManager>(workspace, QDir::homePath()),
+        .badgeSource = std::make_unique<LauncherEntrySource>(foundation->sessionBus.bus, *ownedEntries, clock),
+        .accessibility = makePort<NullAccessibility>(),
+        .systemSettings = makePort<DesktopSettings>(foundation->docks,
+            [starter = foundation->starter.get()](
+                const QString &program, const QStringList &arguments) { starter->startProgram(program, arguments); }),
         .instanceClaim = makeInstanceClaim(desktop),
         .directories = makePort<XdgDirectories>(),
+        .userDefaults = makePort<JsonUserDefaults>(clock, userDefaultsPath()),
         .files = makePort<PlainFiles>(),
         .fileWatch = std::move(ownedFileWatch),
         .httpClient = makePort<QtHttpClient>(clock),
@@ -236,11 +330,11 @@ Platform createPlatform()
         .locationManager =
             makePort<GeoClueLocationManager>(foundation->systemBus.bus, clock, QGuiApplication::desktopFileName()),
         .geocoder = makePort<GWeatherGeocoder>(),
-        .appBundles = makePort<DesktopEntries>(),
+        .appBundles = std::move(ownedEntries),
         .symbolCatalogue = makePort<SvgSymbols>(),
-        .icons = makePort<ThemedIcons>(clock, foundation->iconTheme),
+        .icons = std::move(ownedIcons),
         .systemFont = makePort<SessionFont>(desktop ? &desktop->settings : nullptr, fileWatch, currentDesktopNames()),
-        .whenReady = readiness(foundation->sessionBusGate.get()),
+        .whenReady = readiness(*foundation),
         .wordingCatalogue = QStringLiteral(":/wording/linux_en.qm"),
     };
 }

@@ -3,6 +3,7 @@
 #include "platform/linux/desktop/TrayMenu.h"
 #include "platform/linux/x11/X11TrayIcon.h"
 #include "platform/linux/x11/XConnection.h"
+#include "support/TrayChoice.h"
 
 #include <QCursor>
 #include <QToolTip>
@@ -31,20 +32,26 @@ void LinuxStatusBar::show(StatusBarItem item)
     m_menu = std::make_unique<TrayMenu>(m_item.menu);
     m_notifier = std::make_unique<StatusNotifierBar>(m_bus, m_clock, m_symbols);
     connect(m_notifier.get(), &StatusNotifierBar::menuRequested, this, &LinuxStatusBar::openMenu);
-    connect(m_notifier.get(), &StatusNotifierBar::shownChanged, this, &LinuxStatusBar::chooseTray);
+    connect(m_notifier.get(), &StatusNotifierBar::shownChanged, this, &LinuxStatusBar::look);
     m_notifier->show(m_item);
-    chooseTray();
+    look();
 }
 
-void LinuxStatusBar::chooseTray()
+void LinuxStatusBar::look()
 {
-    if (m_notifier->isShown()) {
-        m_patience.reset();
-        m_olderIcon.reset();
-        hideToolTip();
-    } else if (m_connection) {
-        m_patience = m_clock.after(patience, [this] { enterOlderTray(); });
-    }
+    const bool isShown = m_notifier->isShown();
+    const std::chrono::milliseconds now = m_clock.uptime();
+    m_unshownSince = isShown ? std::nullopt : std::optional(m_unshownSince.value_or(now));
+    const TrayChoice choice = chooseTray({
+        .isShownOnBus = isShown,
+        .hasOlderKind = m_connection != nullptr,
+        .unshownFor = now - m_unshownSince.value_or(now),
+    });
+    m_patience = choice.again ? m_clock.after(*choice.again, [this] { look(); }) : nullptr;
+    if (!choice.isInOlderTray)
+        leaveOlderTray();
+    else if (!m_olderIcon)
+        enterOlderTray();
 }
 
 void LinuxStatusBar::enterOlderTray()
@@ -57,6 +64,14 @@ void LinuxStatusBar::enterOlderTray()
     connect(m_olderIcon.get(), &X11TrayIcon::pressed, this, &LinuxStatusBar::openMenu);
     connect(m_olderIcon.get(), &X11TrayIcon::pointerEntered, this, &LinuxStatusBar::showToolTipSoon);
     connect(m_olderIcon.get(), &X11TrayIcon::pointerLeft, this, &LinuxStatusBar::hideToolTip);
+}
+
+void LinuxStatusBar::leaveOlderTray()
+{
+    if (!m_olderIcon)
+        return;
+    m_olderIcon.reset();
+    hideToolTip();
 }
 
 void LinuxStatusBar::openMenu()

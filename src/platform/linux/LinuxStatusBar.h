@@ -15,10 +15,6 @@ class XConnection;
 class LinuxStatusBar final : public QObject, public StatusBar {
     Q_OBJECT
 public:
-    /// How long nobody on the bus has to show the item before it goes into the older tray. A panel that starts may
-    /// bring both, one after the other.
-    static constexpr std::chrono::seconds patience{1};
-
     /// `connection` may be null. All of them outlive it.
     LinuxStatusBar(Bus &sessionBus, Clock &clock, XConnection *connection);
     ~LinuxStatusBar() override;
@@ -26,8 +22,9 @@ public:
     void show(StatusBarItem item) override;
 
 private:
-    void chooseTray();
+    void look();
     void enterOlderTray();
+    void leaveOlderTray();
     void openMenu();
     void showToolTipSoon();
     void hideToolTip();
@@ -40,6 +37,9 @@ private:
     std::unique_ptr<TrayMenu> m_menu;
     std::unique_ptr<StatusNotifierBar> m_notifier;
     std::unique_ptr<X11TrayIcon> m_olderIcon;
+    /// In the clock's uptime; absent while somebody on the bus shows the item.
+    std::optional<std::chrono::milliseconds> m_unshownSince;
+    /// Chooses again.
     std::unique_ptr<Clock::Timer> m_patience;
     std::unique_ptr<Clock::Timer> m_toolTip;
 };

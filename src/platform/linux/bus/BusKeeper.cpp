@@ -43,11 +43,10 @@ std::function<void(bool)> telling(BusKeeper &keeper)
 
 } // namespace
 
-BusKeeper::BusKeeper(BusKind kind, Bus &bus, Clock &clock, std::chrono::milliseconds delay)
+BusKeeper::BusKeeper(BusKind kind, Bus &bus, Clock &clock)
     : m_kind(kind)
     , m_bus(bus)
     , m_clock(clock)
-    , m_timer(clock.after(delay, [this] { open(); }))
 {
     connect(&bus, &Bus::stateChanged, this, &BusKeeper::searchIfGone);
 }
@@ -64,6 +63,11 @@ BusKeeper::~BusKeeper()
         delete m_thread;
     else
         connect(m_thread, &QThread::finished, m_thread, &QObject::deleteLater);
+}
+
+void BusKeeper::openAfter(std::chrono::milliseconds delay)
+{
+    m_timer = m_clock.after(delay, [this] { open(); });
 }
 
 void BusKeeper::open()
@@ -94,7 +98,7 @@ void BusKeeper::searchIfGone()
 {
     m_wasOpen = m_wasOpen || m_bus.isOpen();
     if (m_wasOpen && !m_bus.isOpen())
-        m_timer = m_clock.after(searchInterval, [this] { open(); });
+        openAfter(searchInterval);
 }
 
 } // namespace moorline

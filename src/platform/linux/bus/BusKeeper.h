@@ -15,8 +15,8 @@ namespace moorline {
 
 class Bus;
 
-/// Opens a bus after the start and, when it has ended, again once it is back. A bus may hang in the opening, so another
-/// thread waits for it.
+/// Opens a bus when it is told to and, when it has ended, again once it is back. A bus may hang in the opening, so
+/// another thread waits for it.
 class BusKeeper final : public QObject {
     Q_OBJECT
 public:
@@ -24,11 +24,12 @@ public:
     static constexpr std::chrono::seconds searchInterval{2};
 
     /// Both outlive it.
-    BusKeeper(BusKind kind, Bus &bus, Clock &clock, std::chrono::milliseconds delay);
+    BusKeeper(BusKind kind, Bus &bus, Clock &clock);
     ~BusKeeper() override;
 
-    /// At once, in place of after the delay.
+    /// Once. The other thread reads the environment then.
     void open();
+    void openAfter(std::chrono::milliseconds delay);
 
 Q_SIGNALS:
     /// The bus that is being opened answers, or there is none. One that hangs is never told of.

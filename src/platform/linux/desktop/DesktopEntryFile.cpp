@@ -51,4 +51,27 @@ std::optional<QString> DesktopEntryFile::localisedText(const char *key) const
     return value ? std::optional(QString::fromUtf8(value.get())) : std::nullopt;
 }
 
+QStringList DesktopEntryFile::texts(const char *key) const
+{
+    const GLibPointer<gchar *> values(
+        g_key_file_get_string_list(m_keyFile.get(), G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr));
+    QStringList texts;
+    for (gchar **value = values.get(); value && *value; ++value)
+        texts.append(QString::fromUtf8(*value));
+    return texts;
+}
+
+bool DesktopEntryFile::flag(const char *key) const
+{
+    return g_key_file_get_boolean(m_keyFile.get(), G_KEY_FILE_DESKTOP_GROUP, key, nullptr) != FALSE;
+}
+
+std::optional<QString> DesktopEntryFile::actionName(const QString &action) const
+{
+    const QByteArray group = "Desktop Action " + action.toUtf8();
+    const GLibPointer<gchar> value(g_key_file_get_locale_string(
+        m_keyFile.get(), group.constData(), G_KEY_FILE_DESKTOP_KEY_NAME, nullptr, nullptr));
+    return value ? std::optional(QString::fromUtf8(value.get())) : std::nullopt;
+}
+
 } // namespace moorline

@@ -8,6 +8,7 @@ namespace moorline {
 class PlainFiles final : public Files {
 public:
     [[nodiscard]] QString displayName(const QString &path) const override;
+    [[nodiscard]] bool exists(const QString &path) const override;
 };
 
 } // namespace moorline

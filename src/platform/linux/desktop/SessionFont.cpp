@@ -11,19 +11,16 @@ namespace moorline {
 namespace {
 
 const QString kdeSettings = QStringLiteral("kdeglobals");
-/// What KDE takes where its settings name none.
-const QString kdeDefault = QStringLiteral("Noto Sans");
 constexpr qint64 largestFile = qint64(1024) * 1024;
 
-/// The user's own settings come before those of the system.
-QString kdeFamily()
+/// The user's own before those of the system.
+QList<QByteArray> readKdeSettings()
 {
     const QStringList files = QStandardPaths::locateAll(QStandardPaths::GenericConfigLocation, kdeSettings);
-    for (const QString &file : files) {
-        if (const auto family = familyInKdeSettings(regularFileContent(file, largestFile).value_or(QByteArray())))
-            return *family;
-    }
-    return kdeDefault;
+    QList<QByteArray> contents;
+    for (const QString &file : files)
+        contents.append(regularFileContent(file, largestFile).value_or(QByteArray()));
+    return contents;
 }
 
 } // namespace
@@ -42,9 +39,12 @@ SessionFont::SessionFont(const DesktopSettingsClient *settings, FileWatch &fileW
 
 QString SessionFont::currentFamily() const
 {
-    if (const auto told = m_text.told())
-        return familyInDescription(*told);
-    return m_isKde ? kdeFamily() : familyInDescription(m_text.gnomes());
+    return sessionFontFamily({
+        .told = m_text.told(),
+        .isKde = m_isKde,
+        .kdeSettings = m_isKde ? readKdeSettings() : QList<QByteArray>(),
+        .gnomes = m_text.gnomes(),
+    });
 }
 
 void SessionFont::look()

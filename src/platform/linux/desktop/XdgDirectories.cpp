@@ -12,4 +12,11 @@ QString XdgDirectories::applicationSupport() const
     return QDir::isAbsolutePath(folder) ? folder : QDir::homePath() + QStringLiteral("/.config");
 }
 
+QString userDefaultsPath()
+{
+    const QString folder = qEnvironmentVariable("XDG_STATE_HOME");
+    const QString state = QDir::isAbsolutePath(folder) ? folder : QDir::homePath() + QStringLiteral("/.local/state");
+    return state + QStringLiteral("/app.moorline.Moorline/defaults.json");
+}
+
 } // namespace moorline

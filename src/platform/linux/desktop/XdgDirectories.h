@@ -10,4 +10,7 @@ public:
     [[nodiscard]] QString applicationSupport() const override;
 };
 
+/// Where the program keeps what is no choice of the user.
+[[nodiscard]] QString userDefaultsPath();
+
 } // namespace moorline

@@ -129,6 +129,15 @@ std::optional<DesktopDockRule::Choice> DesktopDocks::concerningDock() const
     return m_rule.choose(docks(), coordinates.windowBoundsFromNative(coordinates.nativePrimary()));
 }
 
+std::optional<DesktopDocks::PlankItems> DesktopDocks::plankItems(const DesktopDock &dock) const
+{
+    const quint64 index = dock.id - plankId;
+    if (dock.kind != DesktopDock::Kind::plank || index >= m_plankDocks.size())
+        return std::nullopt;
+    return PlankItems{.dock = m_plankNames.value(qsizetype(index)),
+        .files = m_plankDocks.at(index).texts("dock-items").value_or(QStringList())};
+}
+
 bool DesktopDocks::makeHide(const DesktopDock &dock)
 {
     switch (dock.kind) {

@@ -25,6 +25,14 @@ public:
     /// The one of them that the rule chooses.
     [[nodiscard]] std::optional<DesktopDockRule::Choice> concerningDock() const;
 
+    /// What is in one of Plank's docks: its name and the files of its items, in their order.
+    struct PlankItems {
+        QString dock;
+        QStringList files;
+    };
+    /// Absent for a dock that is none of Plank's that have settings.
+    [[nodiscard]] std::optional<PlankItems> plankItems(const DesktopDock &dock) const;
+
     /// Makes it hide whenever the pointer is elsewhere. Both answer whether the dock took it; a plain panel takes
     /// neither.
     [[nodiscard]] bool makeHide(const DesktopDock &dock);

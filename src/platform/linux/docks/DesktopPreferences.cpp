@@ -1,5 +1,6 @@
 #include "platform/linux/docks/DesktopPreferences.h"
 
+#include "freedesktop/EntryCatalogue.h"
 #include "platform/linux/docks/DesktopDocks.h"
 
 namespace moorline {
@@ -8,24 +9,42 @@ namespace {
 
 class DockDomain final : public PreferenceDomain {
 public:
-    explicit DockDomain(const DesktopDocks &docks)
+    DockDomain(const DesktopDocks &docks, const DesktopPreferences::Entries &entries, const PinnedApps &pinned)
         : m_docks(docks)
+        , m_entries(entries)
+        , m_pinned(pinned)
     {
     }
 
     [[nodiscard]] QVariant value(const QString &key) const override
     {
+        if (key == QLatin1StringView("persistent-apps"))
+            return tiles();
         return dockPreference(m_docks.concerningDock(), key);
     }
 
 private:
+    [[nodiscard]] QVariantList tiles() const
+    {
+        const auto entries = m_entries();
+        QVariantList tiles;
+        const QList<DockPin> pins = m_pinned.pins();
+        for (const DockPin &pin : pins)
+            tiles.append(dockTile(pin, *entries));
+        return tiles;
+    }
+
     const DesktopDocks &m_docks;
+    const DesktopPreferences::Entries &m_entries;
+    const PinnedApps &m_pinned;
 };
 
 } // namespace
 
-DesktopPreferences::DesktopPreferences(const DesktopDocks &docks)
+DesktopPreferences::DesktopPreferences(const DesktopDocks &docks, Entries entries, const QStringList &desktopNames)
     : m_docks(docks)
+    , m_entries(std::move(entries))
+    , m_pinned(docks, desktopNames)
 {
 }
 
@@ -33,7 +52,7 @@ std::unique_ptr<PreferenceDomain> DesktopPreferences::open(const QString &domain
 {
     if (domain != QLatin1StringView("com.apple.dock"))
         return nullptr;
-    return std::make_unique<DockDomain>(m_docks);
+    return std::make_unique<DockDomain>(m_docks, m_entries, m_pinned);
 }
 
 } // namespace moorline

@@ -1,8 +1,6 @@
 #include "platform/linux/docks/DesktopSettings.h"
 
-#include <QDir>
 #include <QLoggingCategory>
-#include <QProcess>
 #include <QStandardPaths>
 
 namespace moorline {
@@ -79,14 +77,6 @@ bool isInstalled(const QString &desktopEntry)
     return !QStandardPaths::locate(QStandardPaths::ApplicationsLocation, desktopEntry).isEmpty();
 }
 
-bool start(const SettingsProgram &program)
-{
-    const QString executable = QStandardPaths::findExecutable(program.name);
-    if (executable.isEmpty() || (!program.desktopEntry.isEmpty() && !isInstalled(program.desktopEntry)))
-        return false;
-    return QProcess::startDetached(executable, program.arguments, QDir::homePath());
-}
-
 } // namespace
 
 QList<SettingsProgram> dockSettingsPrograms(const QString &dockProgram, const QStringList &desktopNames)
@@ -113,8 +103,9 @@ QList<SettingsProgram> locationSettingsPrograms(const QStringList &desktopNames)
     return programs;
 }
 
-DesktopSettings::DesktopSettings(const DesktopDocks &docks, const QStringList &desktopNames)
+DesktopSettings::DesktopSettings(const DesktopDocks &docks, Start start, const QStringList &desktopNames)
     : m_docks(docks)
+    , m_start(std::move(start))
     , m_desktopNames(desktopNames)
 {
 }
@@ -122,8 +113,18 @@ DesktopSettings::DesktopSettings(const DesktopDocks &docks, const QStringList &d
 void DesktopSettings::open(SettingsPane pane)
 {
     const auto candidates = programs(pane);
-    if (std::none_of(candidates.begin(), candidates.end(), start))
+    if (std::none_of(
+            candidates.begin(), candidates.end(), [this](const SettingsProgram &program) { return start(program); }))
         qCDebug(logSettings) << "no settings program found for the desktop" << m_desktopNames;
+}
+
+bool DesktopSettings::start(const SettingsProgram &program) const
+{
+    const QString executable = QStandardPaths::findExecutable(program.name);
+    if (executable.isEmpty() || (!program.desktopEntry.isEmpty() && !isInstalled(program.desktopEntry)))
+        return false;
+    m_start(executable, program.arguments);
+    return true;
 }
 
 QString DesktopSettings::dockProgram() const

@@ -3,6 +3,8 @@
 #include "platform/SystemSettings.h"
 #include "platform/linux/docks/DesktopDocks.h"
 
+#include <functional>
+
 namespace moorline {
 
 /// A program with its arguments, to be looked for in PATH.
@@ -25,15 +27,20 @@ struct SettingsProgram {
 /// Starts the first of the desktop's settings programs that is installed.
 class DesktopSettings final : public SystemSettings {
 public:
-    explicit DesktopSettings(const DesktopDocks &docks, const QStringList &desktopNames = currentDesktopNames());
+    /// Starts a program by its path.
+    using Start = std::function<void(const QString &program, const QStringList &arguments)>;
+
+    DesktopSettings(const DesktopDocks &docks, Start start, const QStringList &desktopNames = currentDesktopNames());
 
     void open(SettingsPane pane) override;
 
 private:
+    [[nodiscard]] bool start(const SettingsProgram &program) const;
     [[nodiscard]] QString dockProgram() const;
     [[nodiscard]] QList<SettingsProgram> programs(SettingsPane pane) const;
 
     const DesktopDocks &m_docks;
+    Start m_start;
     QStringList m_desktopNames;
 };
 

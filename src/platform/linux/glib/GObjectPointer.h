@@ -11,6 +11,9 @@ struct GLibReleaser {
     void operator()(GSettingsSchemaKey *key) const { g_settings_schema_key_unref(key); }
     void operator()(GSettingsSchemaSource *source) const { g_settings_schema_source_unref(source); }
     void operator()(GVariant *variant) const { g_variant_unref(variant); }
+    void operator()(GError *error) const { g_error_free(error); }
+    /// Of what its owner lent to it.
+    void operator()(GList *list) const { g_list_free(list); }
     void operator()(GKeyFile *keyFile) const { g_key_file_unref(keyFile); }
     void operator()(gchar *text) const { g_free(text); }
     void operator()(gchar **texts) const { g_strfreev(texts); }

@@ -15,6 +15,11 @@ namespace {
 /// A side that is whole but for the error of its computation shall not become one larger.
 constexpr qreal roundingError = 1e-6;
 
+/// What stands for a thing without an icon of its own, the first that the theme has.
+const QStringList anyApplication{
+    QStringLiteral("application-x-executable"), QStringLiteral("application-default-icon")};
+const QStringList anyFile{QStringLiteral("text-x-generic"), QStringLiteral("unknown")};
+
 /// The names that the body has for images, in the words of the Icon Naming Specification.
 QString themeName(const QString &name)
 {
@@ -88,15 +93,18 @@ QImage IconFinder::ofApplication(const QString &path, const Extent &extent)
 {
     const auto entry = DesktopEntryFile::open(path);
     const QString icon = entry ? entry->localisedText(G_KEY_FILE_DESKTOP_KEY_ICON).value_or(QString()) : QString();
-    return QDir::isAbsolutePath(icon) ? iconPicture(icon, extent.side) : named(icon, extent);
+    const QImage own = QDir::isAbsolutePath(icon) ? iconPicture(icon, extent.side) : named(icon, extent);
+    return own.isNull() ? firstOf(anyApplication, extent) : own;
 }
 
 QImage IconFinder::ofFile(const QString &path, const Extent &extent)
 {
     const auto icon = iconOfFile(path);
-    if (!icon)
-        return {};
-    const QStringList names = colouredNames(icon.get());
+    return firstOf((icon ? colouredNames(icon.get()) : QStringList()) + anyFile, extent);
+}
+
+QImage IconFinder::firstOf(const QStringList &names, const Extent &extent)
+{
     for (const QString &name : names) {
         QImage image = named(name, extent);
         if (!image.isNull())

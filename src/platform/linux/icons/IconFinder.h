@@ -11,6 +11,7 @@ public:
     explicit IconFinder(QStringList bases = IconThemeFolders::standardBases());
 
     [[nodiscard]] IconThemeFolders &folders() { return m_folders; }
+    /// An application or a file without an icon of its own has that of its kind, where the theme has any.
     [[nodiscard]] QImage picture(const IconRequest &request);
 
 private:
@@ -18,6 +19,7 @@ private:
 
     [[nodiscard]] QImage ofApplication(const QString &path, const Extent &extent);
     [[nodiscard]] QImage ofFile(const QString &path, const Extent &extent);
+    [[nodiscard]] QImage firstOf(const QStringList &names, const Extent &extent);
     [[nodiscard]] QImage named(const QString &name, const Extent &extent);
 
     IconThemeFolders m_folders;

@@ -64,10 +64,21 @@ std::unique_ptr<Icons::Request> ThemedIcons::load(const IconRequest &request, Co
     if (isTooMany) {
         QMetaObject::invokeMethod(
             this, [this, id] { answer(id, {}); }, Qt::QueuedConnection);
+    } else if (request.kind == IconKind::application && m_locator) {
+        m_locator(request.subject, [icons = QPointer<ThemedIcons>(this), id, request](const QString &path) {
+            if (icons)
+                icons->find(id, {request.kind, path, request.size, request.scale});
+        });
     } else {
-        thread().load(id, request, pending->abandoned());
+        find(id, request);
     }
     return pending;
+}
+
+void ThemedIcons::find(quint64 id, const IconRequest &request)
+{
+    if (const Pending *pending = m_waiting.value(id))
+        thread().load(id, request, pending->abandoned());
 }
 
 IconThread &ThemedIcons::thread()

@@ -19,9 +19,17 @@ public:
     /// More than anybody can see at once; who asks beyond that is told at once that there is no icon.
     static constexpr qsizetype mostWaiting = 2048;
 
+    /// Tells where the application is whose place is asked for, by a call at once or later.
+    using Locator = std::function<void(const QString &path, const std::function<void(const QString &)> &located)>;
+
     /// `theme` outlives this.
     ThemedIcons(Clock &clock, const SessionIconTheme &theme, QStringList bases = IconThemeFolders::standardBases());
     ~ThemedIcons() override;
+
+    /// For applications that are not where they are said to be. Without one they are.
+    void setLocator(Locator locator) { m_locator = std::move(locator); }
+    /// Applications may have other icons now.
+    void noteApplicationsChanged() { Q_EMIT themeChanged(); }
 
     [[nodiscard]] std::unique_ptr<Request> load(const IconRequest &request, Completion completion) override;
 
@@ -29,6 +37,7 @@ private:
     class Pending;
 
     IconThread &thread();
+    void find(quint64 id, const IconRequest &request);
     void answer(quint64 id, const QImage &icon);
     void refreshOnceQuiet();
     void changeTheme();
@@ -36,6 +45,7 @@ private:
     Clock &m_clock;
     const SessionIconTheme &m_theme;
     QStringList m_bases;
+    Locator m_locator;
     std::unique_ptr<IconThread> m_thread;
     std::unique_ptr<Clock::Timer> m_refresh;
     /// Who waits, by number. Everyone leaves by their own.

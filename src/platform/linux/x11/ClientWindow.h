@@ -28,9 +28,17 @@ struct ClientWindow {
     std::optional<std::uint32_t> desktop;
     xcb_window_t transientFor = XCB_WINDOW_NONE;
 
-    /// The class part of WM_CLASS; empty when there is none.
+    bool skipsTaskbar = false;
+
+    /// The two parts of WM_CLASS; empty when there is none.
+    QString windowInstance;
     QString windowClass;
+    /// Empty for all but programs of one toolkit.
+    QString applicationId;
+    /// As the window says.
     std::optional<qint64> process;
+    /// As the server says. Absent for a window of another machine.
+    std::optional<qint64> localProcess;
 
     /// With the window manager's frame, without a shadow that the program draws itself.
     QRect frame;
@@ -47,6 +55,8 @@ struct ClientSnapshot {
     std::optional<std::uint32_t> currentDesktop;
     /// Bottom to top. Beside what is managed, docks that bypass the window manager; without one, every ordinary window.
     QList<ClientWindow> windows;
+    /// What is managed, in the order in which it was mapped.
+    QList<xcb_window_t> mappingOrder;
 
     [[nodiscard]] bool hasWindowManager() const { return windowManagerProof != XCB_WINDOW_NONE; }
 };

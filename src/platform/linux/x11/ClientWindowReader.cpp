@@ -77,7 +77,10 @@ void ClientWindowReader::readRoot(ClientSnapshot &snapshot)
 
     const xcb_window_t checkWindow = check.read().value(XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
     // Some window managers write the stacking only when it is next changed, so xfwm4 for the only window.
-    m_managed = withoutRepetition(stacking.read().values(XCB_ATOM_WINDOW) + mapped.read().values(XCB_ATOM_WINDOW));
+    const QList<std::uint32_t> stacked = stacking.read().values(XCB_ATOM_WINDOW);
+    const QList<std::uint32_t> inOrder = mapped.read().values(XCB_ATOM_WINDOW);
+    m_managed = withoutRepetition(stacked + inOrder);
+    snapshot.mappingOrder = withoutRepetition(inOrder + stacked);
     snapshot.activeWindow = active.read().value(XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE);
     snapshot.currentDesktop = desktop.read().value(XCB_ATOM_CARDINAL);
     if (const XReply<xcb_query_tree_reply_t> reply{xcb_query_tree_reply(m_connection.native(), tree, nullptr)})
@@ -85,7 +88,13 @@ void ClientWindowReader::readRoot(ClientSnapshot &snapshot)
     if (confirmsWindowManager(checkWindow))
         snapshot.windowManagerProof = checkWindow;
     else
-        m_managed.clear();
+        forgetManaged(snapshot);
+}
+
+void ClientWindowReader::forgetManaged(ClientSnapshot &snapshot)
+{
+    m_managed.clear();
+    snapshot.mappingOrder.clear();
 }
 
 /// A window manager that died leaves its mark on the root window, but not the window that the mark names.

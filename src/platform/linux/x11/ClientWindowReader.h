@@ -23,6 +23,7 @@ private:
     };
 
     void readRoot(ClientSnapshot &snapshot);
+    void forgetManaged(ClientSnapshot &snapshot);
     [[nodiscard]] bool confirmsWindowManager(xcb_window_t check) const;
     [[nodiscard]] Children classifyRootChildren() const;
     [[nodiscard]] QList<ClientWindow> readWindows(const QList<xcb_window_t> &windows, bool areManaged);

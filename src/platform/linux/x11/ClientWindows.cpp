@@ -36,6 +36,8 @@ void ClientWindows::noteProperty(xcb_window_t window, xcb_atom_t name)
 {
     if (window == m_connection.root() ? isRootProperty(name) : isWindowProperty(name))
         noteChange();
+    if (isFact(name))
+        Q_EMIT factsChanged();
 }
 
 void ClientWindows::noteStructure(const xcb_generic_event_t &event)
@@ -50,8 +52,10 @@ void ClientWindows::noteStructure(const xcb_generic_event_t &event)
         const xcb_window_t window = reinterpret_cast<const xcb_destroy_notify_event_t &>(event).window;
         // The server may give its number to another window.
         m_watched.remove(window);
-        if (m_known.contains(window))
+        if (m_known.contains(window)) {
             noteChange();
+            Q_EMIT factsChanged();
+        }
         break;
     }
     case XCB_CREATE_NOTIFY:
@@ -82,11 +86,19 @@ bool ClientWindows::isRootProperty(xcb_atom_t name) const
 
 bool ClientWindows::isWindowProperty(xcb_atom_t name) const
 {
-    constexpr std::array relevant{XAtom::gtkFrameExtents, XAtom::netFrameExtents, XAtom::netSupportingWmCheck,
-        XAtom::netWmDesktop, XAtom::netWmPid, XAtom::netWmState, XAtom::netWmStrut, XAtom::netWmStrutPartial,
-        XAtom::netWmWindowType};
-    return name == XCB_ATOM_WM_CLASS || name == XCB_ATOM_WM_TRANSIENT_FOR
+    constexpr std::array relevant{XAtom::gtkApplicationId, XAtom::gtkFrameExtents, XAtom::netFrameExtents,
+        XAtom::netSupportingWmCheck, XAtom::netWmDesktop, XAtom::netWmPid, XAtom::netWmState, XAtom::netWmStrut,
+        XAtom::netWmStrutPartial, XAtom::netWmWindowType};
+    return name == XCB_ATOM_WM_CLASS || name == XCB_ATOM_WM_TRANSIENT_FOR || name == XCB_ATOM_WM_CLIENT_MACHINE
         || std::any_of(relevant.begin(), relevant.end(), [&](XAtom atom) { return m_connection.atom(atom) == name; });
+}
+
+bool ClientWindows::isFact(xcb_atom_t name) const
+{
+    constexpr std::array facts{XAtom::netActiveWindow, XAtom::netClientList, XAtom::netSupportingWmCheck,
+        XAtom::gtkApplicationId, XAtom::netWmPid, XAtom::netWmState, XAtom::netWmWindowType};
+    return name == XCB_ATOM_WM_CLASS || name == XCB_ATOM_WM_TRANSIENT_FOR || name == XCB_ATOM_WM_CLIENT_MACHINE
+        || std::any_of(facts.begin(), facts.end(), [&](XAtom atom) { return m_connection.atom(atom) == name; });
 }
 
 } // namespace moorline

@@ -21,6 +21,9 @@ public:
 Q_SIGNALS:
     /// The last snapshot may no longer hold. Comes once, and not again before the next is taken.
     void changed();
+    /// Which windows there are, which is the active one, or what is said of one may be another: all but places. Comes
+    /// with each such change.
+    void factsChanged();
 
 private:
     void noteChange();
@@ -29,6 +32,7 @@ private:
     void noteShape(xcb_window_t window);
     [[nodiscard]] bool isRootProperty(xcb_atom_t name) const;
     [[nodiscard]] bool isWindowProperty(xcb_atom_t name) const;
+    [[nodiscard]] bool isFact(xcb_atom_t name) const;
 
     XConnection &m_connection;
     ClientSnapshot m_snapshot;

@@ -5,8 +5,9 @@
 
 namespace moorline {
 
-DesktopSettingsClient::DesktopSettingsClient(XConnection &connection)
+DesktopSettingsClient::DesktopSettingsClient(XConnection &connection, Clock &clock)
     : m_connection(connection)
+    , m_clock(clock)
     , m_selection(connection.atom("_XSETTINGS_S" + QByteArray::number(connection.screenNumber())))
     , m_property(connection.atom(QByteArrayLiteral("_XSETTINGS_SETTINGS")))
 {
@@ -38,9 +39,19 @@ void DesktopSettingsClient::findManager()
 
 void DesktopSettingsClient::read()
 {
-    m_settings =
+    const QByteArray settings =
         m_manager == XCB_WINDOW_NONE ? QByteArray() : m_connection.request(m_manager, m_property).read().bytes();
     m_connection.reportSoon();
+    if (!settings.isEmpty() || m_settings.isEmpty())
+        take(settings);
+    else if (!m_patience)
+        m_patience = m_clock.after(patience, [this] { take({}); });
+}
+
+void DesktopSettingsClient::take(const QByteArray &settings)
+{
+    m_patience.reset();
+    m_settings = settings;
     Q_EMIT changed();
 }
 

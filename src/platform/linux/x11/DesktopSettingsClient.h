@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Clock.h"
+
 #include <QByteArray>
 #include <QObject>
 #include <optional>
@@ -13,8 +15,12 @@ class XConnection;
 class DesktopSettingsClient final : public QObject {
     Q_OBJECT
 public:
-    /// `connection` outlives this.
-    explicit DesktopSettingsClient(XConnection &connection);
+    /// For how long what a manager told last counts after it has gone. One that is started anew is back sooner, and the
+    /// program does not show itself in another look and back.
+    static constexpr std::chrono::seconds patience{2};
+
+    /// Both outlive this.
+    DesktopSettingsClient(XConnection &connection, Clock &clock);
 
     /// A setting that is a text. Absent where no manager has it.
     [[nodiscard]] std::optional<QByteArray> text(const QByteArray &name) const;
@@ -26,12 +32,16 @@ Q_SIGNALS:
 private:
     void findManager();
     void read();
+    void take(const QByteArray &settings);
 
     XConnection &m_connection;
+    Clock &m_clock;
     xcb_atom_t m_selection;
     xcb_atom_t m_property;
     xcb_window_t m_manager = XCB_WINDOW_NONE;
     QByteArray m_settings;
+    /// Runs while nobody tells anything and what was told before still counts.
+    std::unique_ptr<Clock::Timer> m_patience;
 };
 
 } // namespace moorline

@@ -28,9 +28,9 @@ QMargins marginsFrom(const QList<std::uint32_t> &values)
 }
 
 /// WM_CLASS holds the instance and the class, each ended by a zero byte.
-QString classPart(const QByteArray &instanceAndClass)
+QString classPart(const QByteArray &instanceAndClass, int part)
 {
-    return QString::fromUtf8(instanceAndClass.split('\0').value(1));
+    return QString::fromUtf8(instanceAndClass.split('\0').value(part));
 }
 
 } // namespace
@@ -67,7 +67,9 @@ PendingClientWindow::PendingClientWindow(const XConnection &connection, xcb_wind
     , m_desktop(connection.request(window, XAtom::netWmDesktop))
     , m_transientFor(connection.request(window, XCB_ATOM_WM_TRANSIENT_FOR))
     , m_class(connection.request(window, XCB_ATOM_WM_CLASS))
+    , m_applicationId(connection.request(window, XAtom::gtkApplicationId))
     , m_process(connection.request(window, XAtom::netWmPid))
+    , m_localProcess(connection, window)
     , m_frameExtents(connection.request(window, XAtom::netFrameExtents))
     , m_shadowExtents(connection.request(window, XAtom::gtkFrameExtents))
     , m_strutPartial(connection.request(window, XAtom::netWmStrutPartial))
@@ -99,6 +101,7 @@ void PendingClientWindow::readStates(ClientWindow &window) const
     const QList<std::uint32_t> states = m_state.read().values(XCB_ATOM_ATOM);
     window.isFullScreen = states.contains(m_connection.atom(XAtom::netWmStateFullscreen));
     window.isHidden = states.contains(m_connection.atom(XAtom::netWmStateHidden));
+    window.skipsTaskbar = states.contains(m_connection.atom(XAtom::netWmStateSkipTaskbar));
     window.isAbove = states.contains(m_connection.atom(XAtom::netWmStateAbove));
     window.desktop = m_desktop.read().value(XCB_ATOM_CARDINAL);
     if (window.desktop == allDesktops)
@@ -108,10 +111,14 @@ void PendingClientWindow::readStates(ClientWindow &window) const
 
 void PendingClientWindow::readOwner(ClientWindow &window) const
 {
-    window.windowClass = classPart(m_class.read().bytes());
+    const QByteArray instanceAndClass = m_class.read().bytes();
+    window.windowInstance = classPart(instanceAndClass, 0);
+    window.windowClass = classPart(instanceAndClass, 1);
+    window.applicationId = QString::fromUtf8(m_applicationId.read().bytes());
     const std::uint32_t process = m_process.read().value(XCB_ATOM_CARDINAL).value_or(0);
     if (process != 0)
         window.process = process;
+    window.localProcess = m_localProcess.read(window.process);
 }
 
 void PendingClientWindow::readStrut(ClientWindow &window) const

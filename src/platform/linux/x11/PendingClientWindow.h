@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/x11/ClientProcess.h"
 #include "platform/linux/x11/ClientWindow.h"
 #include "platform/linux/x11/XProperty.h"
 
@@ -32,7 +33,9 @@ private:
     PendingProperty m_desktop;
     PendingProperty m_transientFor;
     PendingProperty m_class;
+    PendingProperty m_applicationId;
     PendingProperty m_process;
+    PendingClientProcess m_localProcess;
     PendingProperty m_frameExtents;
     PendingProperty m_shadowExtents;
     PendingProperty m_strutPartial;

@@ -9,14 +9,21 @@ namespace moorline {
 namespace {
 
 constexpr std::array<std::string_view, static_cast<std::size_t>(XAtom::count)> atomNames{
+    "_GTK_APPLICATION_ID",
+    "_GTK_APPLICATION_OBJECT_PATH",
     "_GTK_FRAME_EXTENTS",
+    "_GTK_UNIQUE_BUS_NAME",
     "_NET_ACTIVE_WINDOW",
     "_NET_CLIENT_LIST",
     "_NET_CLIENT_LIST_STACKING",
+    "_NET_CLOSE_WINDOW",
     "_NET_CURRENT_DESKTOP",
     "_NET_FRAME_EXTENTS",
+    "_NET_RESTACK_WINDOW",
+    "_NET_SUPPORTED",
     "_NET_SUPPORTING_WM_CHECK",
     "_NET_WM_DESKTOP",
+    "_NET_WM_NAME",
     "_NET_WM_PID",
     "_NET_WM_STATE",
     "_NET_WM_STATE_ABOVE",
@@ -36,6 +43,8 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(XAtom::count)> a
     "_NET_WM_WINDOW_TYPE_TOOLTIP",
     "_NET_WM_WINDOW_TYPE_UTILITY",
     "UTF8_STRING",
+    "WM_DELETE_WINDOW",
+    "WM_PROTOCOLS",
 };
 static_assert(!atomNames.back().empty(), "every atom has a name");
 

@@ -8,14 +8,21 @@ namespace moorline {
 
 /// The names that are used on the X server beyond the predefined ones.
 enum class XAtom : std::size_t {
+    gtkApplicationId,
+    gtkApplicationObjectPath,
     gtkFrameExtents,
+    gtkUniqueBusName,
     netActiveWindow,
     netClientList,
     netClientListStacking,
+    netCloseWindow,
     netCurrentDesktop,
     netFrameExtents,
+    netRestackWindow,
+    netSupported,
     netSupportingWmCheck,
     netWmDesktop,
+    netWmName,
     netWmPid,
     netWmState,
     netWmStateAbove,
@@ -35,6 +42,8 @@ enum class XAtom : std::size_t {
     netWmWindowTypeTooltip,
     netWmWindowTypeUtility,
     utf8String,
+    wmDeleteWindow,
+    wmProtocols,
     count,
 };
 

@@ -1,0 +1,156 @@
+#include "platform/linux/apps/DesktopEntries.h"
+
+#include "freedesktop/LaunchRules.h"
+#include "platform/linux/apps/EntryLoader.h"
+#include "platform/linux/apps/EntryReader.h"
+
+#include <QDir>
+#include <QPointer>
+
+namespace moorline {
+
+namespace {
+
+/// Installing a program writes many files, one after the other.
+constexpr std::chrono::milliseconds batchTime{500};
+
+} // namespace
+
+EntryPlaces sessionEntryPlaces()
+{
+    return entryPlaces([](const char *name) { return qEnvironmentVariable(name); }, QDir::homePath());
+}
+
+DesktopEntries::DesktopEntries(Clock &clock, EntryPlaces places)
+    : m_clock(clock)
+    , m_places(std::move(places))
+    , m_catalogue(std::make_shared<EntryCatalogue>())
+    , m_matcher(std::make_shared<WindowMatcher>())
+    , m_cancelled(std::make_shared<std::atomic_bool>(false))
+{
+    load();
+}
+
+DesktopEntries::~DesktopEntries()
+{
+    m_cancelled->store(true);
+    const QList<Promise<bool>> waiting = std::exchange(m_waiting, {});
+    for (const Promise<bool> &promise : waiting)
+        promise.resolve(false);
+}
+
+QString DesktopEntries::applicationExtension() const
+{
+    return QStringLiteral("desktop");
+}
+
+std::optional<EntryRecord> DesktopEntries::read(const QString &path) const
+{
+    auto record = readEntry(path, entryId(QDir::cleanPath(path), m_places.folders));
+    return record && !record->hidden ? std::move(record) : std::nullopt;
+}
+
+BundleInfo DesktopEntries::infoOf(const EntryRecord &record) const
+{
+    BundleInfo info{.identifier = m_catalogue->identifier(record),
+        .displayName = record.name,
+        .takesFiles = moorline::takesFiles(record.exec)};
+    if (!info.displayName)
+        info.name = record.genericName;
+    return info;
+}
+
+std::optional<BundleInfo> DesktopEntries::info(const QString &path) const
+{
+    if (const EntryRecord *stand = m_catalogue->standIn(path))
+        return infoOf(*stand);
+    if (const EntryRecord *known = m_catalogue->byPath(path))
+        return infoOf(*known);
+    const auto record = read(path);
+    return record ? std::optional(infoOf(*record)) : std::nullopt;
+}
+
+std::optional<QString> DesktopEntries::locate(const QString &path, const std::optional<QString> &identifier) const
+{
+    return m_catalogue->locate(path, identifier, [this](const QString &other) { return read(other).has_value(); });
+}
+
+QCoro::Task<QList<InstalledBundle>> DesktopEntries::installed()
+{
+    const QPointer<DesktopEntries> alive(this);
+    if (!isCurrent()) {
+        const Promise<bool> loaded;
+        m_waiting.append(loaded);
+        static_cast<void>(co_await loaded);
+    }
+    QList<InstalledBundle> bundles;
+    if (!alive)
+        co_return bundles;
+    const QList<EntryRecord> listed = m_catalogue->listed();
+    for (const EntryRecord &record : listed)
+        bundles.append({.path = record.path, .info = infoOf(record)});
+    co_return bundles;
+}
+
+void DesktopEntries::whenLoaded(const std::function<void()> &then)
+{
+    if (m_isLoaded)
+        then();
+    else
+        m_thens.append(then);
+}
+
+void DesktopEntries::load()
+{
+    m_reload.reset();
+    m_isLoading = true;
+    m_isOutdated = false;
+    m_background.run<LoadedEntries>(
+        [places = m_places, cancelled = m_cancelled] { return loadEntries(places, *cancelled); },
+        [this](const LoadedEntries &loaded) { take(loaded); });
+}
+
+void DesktopEntries::take(const LoadedEntries &loaded)
+{
+    m_isLoading = false;
+    const bool isChange = !m_isLoaded || !(*m_catalogue == *loaded.catalogue);
+    m_isLoaded = true;
+    if (isChange) {
+        m_catalogue = loaded.catalogue;
+        m_matcher = loaded.matcher;
+    }
+    follow(loaded.events);
+    if (std::exchange(m_isOutdated, false))
+        noteNews();
+    const QList<Promise<bool>> waiting = std::exchange(m_waiting, {});
+    const QList<std::function<void()>> thens = std::exchange(m_thens, {});
+    if (isChange)
+        Q_EMIT changed();
+    for (const auto &then : thens)
+        then();
+    for (const Promise<bool> &promise : waiting)
+        promise.resolve(true);
+}
+
+void DesktopEntries::follow(std::shared_ptr<FolderEvents> events)
+{
+    m_notifier.reset();
+    m_events = std::move(events);
+    if (m_events->descriptor() < 0)
+        return;
+    m_notifier = std::make_unique<QSocketNotifier>(m_events->descriptor(), QSocketNotifier::Read);
+    connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] {
+        if (m_events->takeNews())
+            noteNews();
+    });
+}
+
+void DesktopEntries::noteNews()
+{
+    if (m_isLoading)
+        m_isOutdated = true;
+    else if (!m_reload)
+        m_reload = m_clock.after(batchTime, [this] { load(); });
+}
+
+} // namespace moorline

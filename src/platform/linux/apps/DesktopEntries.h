@@ -1,0 +1,74 @@
+#pragma once
+
+#include "freedesktop/EntryCatalogue.h"
+#include "freedesktop/EntryPlaces.h"
+#include "freedesktop/WindowMatcher.h"
+#include "platform/AppBundles.h"
+#include "platform/Clock.h"
+#include "platform/linux/apps/Background.h"
+#include "support/Promise.h"
+
+#include <QSocketNotifier>
+#include <atomic>
+
+namespace moorline {
+
+class FolderEvents;
+struct LoadedEntries;
+
+/// Those of this session, by its environment.
+[[nodiscard]] EntryPlaces sessionEntryPlaces();
+
+/// Desktop entries as application bundles. They are read on another thread, once at the start and again when something
+/// on disk changed. The identifier is the desktop file id without ".desktop", but that of the desktop's file manager is
+/// "com.apple.finder".
+class DesktopEntries final : public AppBundles {
+    Q_OBJECT
+public:
+    explicit DesktopEntries(Clock &clock, EntryPlaces places = sessionEntryPlaces());
+    ~DesktopEntries() override;
+
+    [[nodiscard]] QString applicationExtension() const override;
+    /// Absent unless `path` is a regular file of at most 1 MiB with an entry of type Application, or stands for one.
+    /// Until the entries are read, the answer comes from that one file.
+    [[nodiscard]] std::optional<BundleInfo> info(const QString &path) const override;
+    [[nodiscard]] std::optional<QString> locate(
+        const QString &path, const std::optional<QString> &identifier) const override;
+    [[nodiscard]] QCoro::Task<QList<InstalledBundle>> installed() override;
+
+    /// All that is known; nothing until the entries were read for the first time. Another one takes its place with
+    /// each change.
+    [[nodiscard]] const std::shared_ptr<const EntryCatalogue> &catalogue() const { return m_catalogue; }
+    /// Matches windows with the same entries.
+    [[nodiscard]] const std::shared_ptr<const WindowMatcher> &matcher() const { return m_matcher; }
+    /// Calls back once the entries were read, at once where they are.
+    void whenLoaded(const std::function<void()> &then);
+    [[nodiscard]] const EntryPlaces &places() const { return m_places; }
+
+private:
+    [[nodiscard]] std::optional<EntryRecord> read(const QString &path) const;
+    [[nodiscard]] BundleInfo infoOf(const EntryRecord &record) const;
+    [[nodiscard]] bool isCurrent() const { return m_isLoaded && !m_isLoading && !m_reload; }
+    void load();
+    void take(const LoadedEntries &loaded);
+    void follow(std::shared_ptr<FolderEvents> events);
+    void noteNews();
+
+    Clock &m_clock;
+    EntryPlaces m_places;
+    std::shared_ptr<const EntryCatalogue> m_catalogue;
+    std::shared_ptr<const WindowMatcher> m_matcher;
+    bool m_isLoaded = false;
+    bool m_isLoading = false;
+    /// Something happened while the entries were being read.
+    bool m_isOutdated = false;
+    std::shared_ptr<std::atomic_bool> m_cancelled;
+    std::shared_ptr<FolderEvents> m_events;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    std::unique_ptr<Clock::Timer> m_reload;
+    QList<Promise<bool>> m_waiting;
+    QList<std::function<void()>> m_thens;
+    Background m_background;
+};
+
+} // namespace moorline
