@@ -75,6 +75,49 @@ NSString *toNSString(const QString &text)
                                    length:NSUInteger(text.size())];
 }
 
+NSURL *toNSURL(const QUrl &url)
+{
+    if (!url.isLocalFile() || !url.host().isEmpty())
+        return [NSURL URLWithString:toNSString(url.toString(QUrl::FullyEncoded))];
+    const QByteArray path = QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
+    if (path.isEmpty() || path.contains('\0'))
+        return nil;
+    return [NSURL fileURLWithFileSystemRepresentation:path.constData()
+                                          isDirectory:path.endsWith('/')
+                                        relativeToURL:nil];
+}
+
+QUrl toQUrl(NSURL *url)
+{
+    return QUrl(toQString(url.absoluteString));
+}
+
+NSArray<NSURL *> *toNSURLs(const QList<QUrl> &urls)
+{
+    NSMutableArray<NSURL *> *result = [NSMutableArray array];
+    for (const QUrl &url : urls) {
+        if (NSURL *address = toNSURL(url))
+            [result addObject:address];
+    }
+    return result;
+}
+
+QStringList toQStringList(NSArray<NSString *> *texts)
+{
+    QStringList result;
+    for (NSString *text in texts)
+        result.append(toQString(text));
+    return result;
+}
+
+NSArray<NSString *> *toNSArray(const QStringList &texts)
+{
+    NSMutableArray<NSString *> *result = [NSMutableArray array];
+    for (const QString &text : texts)
+        [result addObject:toNSString(text)];
+    return result;
+}
+
 QDateTime toQDateTime(NSDate *date)
 {
     return QDateTime::fromMSecsSinceEpoch(qRound64(date.timeIntervalSince1970 * 1000));

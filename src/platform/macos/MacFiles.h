@@ -7,6 +7,7 @@ namespace moorline {
 class MacFiles final : public Files {
 public:
     [[nodiscard]] QString displayName(const QString &path) const override;
+    [[nodiscard]] bool exists(const QString &path) const override;
 };
 
 } // namespace moorline

@@ -1,5 +1,6 @@
 #include "platform/Platform.h"
 #import "platform/macos/CFPointer.h"
+#import "platform/macos/MacAccessibility.h"
 #import "platform/macos/MacAppBundles.h"
 #import "platform/macos/MacDirectories.h"
 #import "platform/macos/MacFiles.h"
@@ -16,6 +17,7 @@
 #import "platform/macos/MacStatusBar.h"
 #import "platform/macos/MacSymbolCatalogue.h"
 #import "platform/macos/MacSystemSettings.h"
+#import "platform/macos/MacUserDefaults.h"
 #import "platform/macos/MacWindowServer.h"
 #import "platform/macos/MacWorkspace.h"
 #include "platform/qt/LockFileClaim.h"
@@ -95,6 +97,10 @@ Platform createPlatform()
 
     auto ownedClock = makePort<QtClock>();
     QtClock &clock = *ownedClock;
+    auto appBundles = makePort<MacAppBundles>();
+    auto icons = makePort<MacIcons>();
+    // One that came has an icon, and one that was replaced may have another.
+    QObject::connect(appBundles.get(), &AppBundles::changed, icons.get(), &Icons::themeChanged);
     return {
         .clock = std::move(ownedClock),
         .screens = makePort<MacScreens>(),
@@ -106,19 +112,21 @@ Platform createPlatform()
         .power = makePort<MacPower>(),
         .statusBar = makeStatusBar(),
         .preferences = makePort<MacPreferences>(),
+        .accessibility = makePort<MacAccessibility>(),
         .systemSettings = makePort<MacSystemSettings>(),
         .instanceClaim =
             makePort<LockFileClaim>(MacDirectories().applicationSupport() + u'/' + QGuiApplication::desktopFileName()),
         .directories = makePort<MacDirectories>(),
+        .userDefaults = makePort<MacUserDefaults>(),
         .files = makePort<MacFiles>(),
         .fileWatch = makePort<QtFileWatch>(),
         .httpClient = makePort<QtHttpClient>(clock),
         .network = makePort<MacNetwork>(),
         .locationManager = makePort<MacLocationManager>(),
         .geocoder = makePort<MacGeocoder>(),
-        .appBundles = makePort<MacAppBundles>(),
+        .appBundles = std::move(appBundles),
         .symbolCatalogue = makePort<MacSymbolCatalogue>(),
-        .icons = makePort<MacIcons>(),
+        .icons = std::move(icons),
         .systemFont = makePort<OwnSystemFont>(),
     };
 }

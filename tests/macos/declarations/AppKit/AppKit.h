@@ -6,6 +6,7 @@
 @class NSGraphicsContext;
 @class NSImage;
 @class NSMenu;
+@class NSRunningApplication;
 @class NSWindow;
 
 // Application and workspace
@@ -34,6 +35,38 @@ extern "C" __kindof NSApplication *NSApp;
 // https://developer.apple.com/documentation/appkit/nsapplication/didchangescreenparametersnotification
 extern "C" const NSNotificationName NSApplicationDidChangeScreenParametersNotification;
 
+// https://developer.apple.com/documentation/appkit/nsapplication/activationoptions
+typedef NSUInteger NSApplicationActivationOptions;
+enum : NSApplicationActivationOptions {
+    NSApplicationActivateAllWindows = 1 << 0,
+};
+
+// https://developer.apple.com/documentation/appkit/nsrunningapplication
+@interface NSRunningApplication : NSObject
+// https://developer.apple.com/documentation/appkit/nsrunningapplication/processidentifier
+// -1 for one that has none.
+@property (readonly) pid_t processIdentifier;
+@property (readonly, copy) NSString *bundleIdentifier;
+@property (readonly, copy) NSURL *bundleURL;
+@property (readonly) NSApplicationActivationPolicy activationPolicy;
+@property (readonly, getter=isTerminated) BOOL terminated;
+// https://developer.apple.com/documentation/appkit/nsrunningapplication/init(processidentifier:)
++ (instancetype)runningApplicationWithProcessIdentifier:(pid_t)pid;
+// https://developer.apple.com/documentation/appkit/nsrunningapplication/activate(options:)
+- (BOOL)activateWithOptions:(NSApplicationActivationOptions)options;
+// https://developer.apple.com/documentation/appkit/nsrunningapplication/terminate()
+- (BOOL)terminate;
+@end
+
+// https://developer.apple.com/documentation/appkit/nsworkspace/openconfiguration
+API_AVAILABLE(macos(10.15))
+@interface NSWorkspaceOpenConfiguration : NSObject
+// https://developer.apple.com/documentation/appkit/nsworkspaceopenconfiguration/configuration
++ (instancetype)configuration;
+// https://developer.apple.com/documentation/appkit/nsworkspace/openconfiguration/activates
+@property BOOL activates;
+@end
+
 // https://developer.apple.com/documentation/appkit/nsworkspace
 @interface NSWorkspace : NSObject
 @property (class, readonly, strong) NSWorkspace *sharedWorkspace;
@@ -43,6 +76,27 @@ extern "C" const NSNotificationName NSApplicationDidChangeScreenParametersNotifi
 - (BOOL)openURL:(NSURL *)url;
 // https://developer.apple.com/documentation/appkit/nsworkspace/icon(forfile:)
 - (NSImage *)iconForFile:(NSString *)fullPath;
+// https://developer.apple.com/documentation/appkit/nsworkspace/runningapplications
+@property (readonly, copy) NSArray<NSRunningApplication *> *runningApplications;
+// https://developer.apple.com/documentation/appkit/nsworkspace/urlforapplication(withbundleidentifier:)
+- (NSURL *)URLForApplicationWithBundleIdentifier:(NSString *)bundleIdentifier;
+// https://developer.apple.com/documentation/appkit/nsworkspace/openapplication(at:configuration:completionhandler:)
+// The handler runs on a concurrent queue.
+- (void)openApplicationAtURL:(NSURL *)applicationURL
+               configuration:(NSWorkspaceOpenConfiguration *)configuration
+           completionHandler:(void (^)(NSRunningApplication *app, NSError *error))completionHandler
+    API_AVAILABLE(macos(10.15));
+// https://developer.apple.com/documentation/appkit/nsworkspace/open(_:withapplicationat:configuration:completionhandler:)
+// The handler runs on a concurrent queue.
+- (void)openURLs:(NSArray<NSURL *> *)urls
+    withApplicationAtURL:(NSURL *)applicationURL
+           configuration:(NSWorkspaceOpenConfiguration *)configuration
+       completionHandler:(void (^)(NSRunningApplication *app, NSError *error))completionHandler
+    API_AVAILABLE(macos(10.15));
+// https://developer.apple.com/documentation/appkit/nsworkspace/activatefileviewerselecting(_:)
+- (void)activateFileViewerSelectingURLs:(NSArray<NSURL *> *)fileURLs;
+// https://developer.apple.com/documentation/appkit/nsworkspace/selectfile(_:infileviewerrootedatpath:)
+- (BOOL)selectFile:(NSString *)fullPath inFileViewerRootedAtPath:(NSString *)rootFullPath;
 @end
 
 // https://developer.apple.com/documentation/appkit/nsworkspace/activespacedidchangenotification
@@ -55,8 +109,13 @@ extern "C" const NSNotificationName NSWorkspaceDidWakeNotification;
 extern "C" const NSNotificationName NSWorkspaceDidHideApplicationNotification;
 // https://developer.apple.com/documentation/appkit/nsworkspace/didunhideapplicationnotification
 extern "C" const NSNotificationName NSWorkspaceDidUnhideApplicationNotification;
+// https://developer.apple.com/documentation/appkit/nsworkspace/didlaunchapplicationnotification
+// Not posted for background applications.
+extern "C" const NSNotificationName NSWorkspaceDidLaunchApplicationNotification;
 // https://developer.apple.com/documentation/appkit/nsworkspace/didterminateapplicationnotification
 extern "C" const NSNotificationName NSWorkspaceDidTerminateApplicationNotification;
+// https://developer.apple.com/documentation/appkit/nsworkspace/applicationuserinfokey
+extern "C" NSString *const NSWorkspaceApplicationKey;
 
 // Screens
 

@@ -4,6 +4,7 @@
 #include <CoreGraphics/CoreGraphics.h>
 #include <dispatch/dispatch.h>
 #include <objc/objc.h>
+#include <sys/types.h>
 
 // Values
 
@@ -91,8 +92,21 @@ typedef unsigned short unichar;
 @property (readonly, copy) NSString *name;
 @end
 
+// https://developer.apple.com/documentation/foundation/nserrordomain
+typedef NSString *NSErrorDomain;
+// https://developer.apple.com/documentation/foundation/nscocoaerrordomain
+extern "C" const NSErrorDomain NSCocoaErrorDomain;
+// https://developer.apple.com/documentation/foundation/nsfilenosuchfileerror-swift.var
+enum : NSInteger {
+    NSFileNoSuchFileError = 4,
+};
+
 // https://developer.apple.com/documentation/foundation/nserror
 @interface NSError : NSObject
+// https://developer.apple.com/documentation/foundation/nserror/init(domain:code:userinfo:)
++ (instancetype)errorWithDomain:(NSErrorDomain)domain code:(NSInteger)code userInfo:(NSDictionary *)dict;
+// https://developer.apple.com/documentation/foundation/nserror/localizeddescription
+@property (readonly, copy) NSString *localizedDescription;
 @end
 
 // Collections
@@ -115,6 +129,14 @@ typedef struct {
 // https://developer.apple.com/documentation/foundation/nsarray
 @interface NSArray<__covariant ObjectType> : NSObject <NSFastEnumeration>
 @property (readonly) ObjectType firstObject;
+@property (readonly) NSUInteger count;
+// https://developer.apple.com/documentation/foundation/nsarray/array
++ (instancetype)array;
+@end
+
+// https://developer.apple.com/documentation/foundation/nsmutablearray
+@interface NSMutableArray<ObjectType> : NSArray<ObjectType>
+- (void)addObject:(ObjectType)anObject;
 @end
 
 // https://developer.apple.com/documentation/foundation/nsdictionary
@@ -139,6 +161,8 @@ typedef NSString *NSNotificationName;
 
 // https://developer.apple.com/documentation/foundation/nsnotification
 @interface NSNotification : NSObject
+// https://developer.apple.com/documentation/foundation/nsnotification/userinfo
+@property (readonly, copy) NSDictionary *userInfo;
 @end
 
 // https://developer.apple.com/documentation/foundation/operationqueue
@@ -165,6 +189,13 @@ typedef NSString *NSNotificationName;
 // Nil for the application's own domain and for the global one.
 - (instancetype)initWithSuiteName:(NSString *)suitename NS_DESIGNATED_INITIALIZER;
 - (id)objectForKey:(NSString *)defaultName;
+// https://developer.apple.com/documentation/foundation/userdefaults/standard
+@property (class, readonly, strong) NSUserDefaults *standardUserDefaults;
+// https://developer.apple.com/documentation/foundation/userdefaults/stringarray(forkey:)
+// Nil for what is no array of strings.
+- (NSArray<NSString *> *)stringArrayForKey:(NSString *)defaultName;
+// https://developer.apple.com/documentation/foundation/userdefaults/set(_:forkey:)-7a02g
+- (void)setObject:(id)value forKey:(NSString *)defaultName;
 @end
 
 // https://developer.apple.com/documentation/foundation/bundle
@@ -177,7 +208,17 @@ typedef NSString *NSNotificationName;
 
 // https://developer.apple.com/documentation/foundation/nsurl
 @interface NSURL : NSObject
+// https://developer.apple.com/documentation/foundation/nsurl/init(string:)
+// Nil for what is no address; since macOS 14 every percent sign of one with a character that has no place in it is encoded.
 + (instancetype)URLWithString:(NSString *)URLString;
+// https://developer.apple.com/documentation/foundation/nsurl/fileurl(withfilesystemrepresentation:isdirectory:relativeto:)
++ (NSURL *)fileURLWithFileSystemRepresentation:(const char *)path
+                                   isDirectory:(BOOL)isDir
+                                 relativeToURL:(NSURL *)baseURL;
+@property (readonly, copy) NSString *absoluteString;
+// https://developer.apple.com/documentation/foundation/nsurl/path
+// Without a slash at its end.
+@property (readonly, copy) NSString *path;
 @end
 
 // https://developer.apple.com/documentation/foundation/filemanager
@@ -185,6 +226,13 @@ typedef NSString *NSNotificationName;
 @property (class, readonly, strong) NSFileManager *defaultManager;
 // https://developer.apple.com/documentation/foundation/filemanager/displayname(atpath:)
 - (NSString *)displayNameAtPath:(NSString *)path;
+// https://developer.apple.com/documentation/foundation/filemanager/fileexists(atpath:)
+- (BOOL)fileExistsAtPath:(NSString *)path;
+// https://developer.apple.com/documentation/foundation/filemanager/fileexists(atpath:isdirectory:)
+- (BOOL)fileExistsAtPath:(NSString *)path isDirectory:(BOOL *)isDirectory;
+// https://developer.apple.com/documentation/foundation/filemanager/contentsofdirectory(atpath:)
+// Shallow, in no order. Nil where it cannot be listed.
+- (NSArray<NSString *> *)contentsOfDirectoryAtPath:(NSString *)path error:(NSError **)error;
 @end
 
 // https://developer.apple.com/documentation/foundation/filemanager/searchpathdirectory
@@ -202,5 +250,7 @@ extern "C" {
 // https://developer.apple.com/documentation/foundation/nssearchpathfordirectoriesindomains(_:_:_:)
 NSArray<NSString *> *NSSearchPathForDirectoriesInDomains(
     NSSearchPathDirectory directory, NSSearchPathDomainMask domainMask, BOOL expandTilde);
+// https://developer.apple.com/documentation/foundation/nshomedirectory()
+NSString *NSHomeDirectory(void);
 
 } // extern "C"
