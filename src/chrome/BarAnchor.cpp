@@ -16,6 +16,8 @@ QRectF extent(const QGraphicsObject &item)
 
 QRectF BarAnchor::frame() const
 {
+    if (!item)
+        return {};
     return item->mapRectToScene(part.value_or(extent(*item)));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QGraphicsObject>
+#include <QPointer>
 #include <optional>
 
 namespace moorline {
@@ -13,7 +14,7 @@ struct BarAnchor {
     {
     }
 
-    /// In the coordinates of the scene.
+    /// In the coordinates of the scene. Empty once the item is gone.
     [[nodiscard]] QRectF frame() const;
 
     /// Whether it is a place on the item and not something that can be pressed again.
@@ -21,7 +22,8 @@ struct BarAnchor {
 
     bool operator==(const BarAnchor &) const = default;
 
-    QGraphicsObject *item;
+    /// Null once it is gone.
+    QPointer<QGraphicsObject> item;
     /// In the item's own coordinates; the whole of it where absent.
     std::optional<QRectF> part;
 };

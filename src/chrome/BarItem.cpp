@@ -16,7 +16,14 @@ BarItem::BarItem(QGraphicsItem *parent)
     setAcceptedMouseButtons(Qt::NoButton);
 }
 
-BarItem::~BarItem() = default;
+BarItem::~BarItem()
+{
+    if (!m_drag || !m_drag->held)
+        return;
+    // What is carried goes nowhere any more.
+    m_drag->held->disconnect(this);
+    m_drag->held->cancel();
+}
 
 void BarItem::setDescription(const Description &description)
 {
@@ -40,7 +47,7 @@ void BarItem::setTouchable(bool touchable)
     const Errand errand(*this);
     // First, and not when Qt takes the pointer away: it goes on with the item.
     if (!touchable)
-        endDragInside(DragEnd::cancelled);
+        cancelDrag();
     if (errand && !touchable)
         cancelPress();
     if (errand && !touchable)
@@ -66,7 +73,7 @@ void BarItem::click()
 void BarItem::begin(const QGraphicsSceneMouseEvent &event, bool canClick)
 {
     // Another button, pressed beside the first, spoils the click.
-    if (m_press || event.button() != Qt::LeftButton)
+    if (m_press || m_drag || event.button() != Qt::LeftButton)
         return cancelPress();
     m_press = Press{.place = event.pos(), .screenPlace = event.screenPos(), .canClick = canClick};
     setState(m_isPressed, canClick, &BarItem::pressedChanged);
@@ -76,6 +83,13 @@ void BarItem::cancelPress()
 {
     m_press.reset();
     setState(m_isPressed, false, &BarItem::pressedChanged);
+}
+
+bool BarItem::sceneEvent(QEvent *event)
+{
+    // Around every handler below: in an event loop that it leads to, the item may retire.
+    const Errand errand(*this);
+    return QGraphicsWidget::sceneEvent(event);
 }
 
 void BarItem::mousePressEvent(QGraphicsSceneMouseEvent *event)
@@ -91,20 +105,20 @@ void BarItem::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
 
 void BarItem::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
 {
-    if (m_isDraggedInside)
+    if (isDraggedInside())
         return dragTo(event->scenePos());
     if (!m_press)
         return;
     if (m_dragKind && isDrag(QPointF(event->screenPos()) - m_press->screenPlace))
-        beginDrag(m_press->place);
+        beginDrag(*m_dragKind, m_press->place);
     else
         setState(m_isPressed, m_press->canClick && shape().contains(event->pos()), &BarItem::pressedChanged);
 }
 
 void BarItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 {
-    if (m_isDraggedInside && event->button() == Qt::LeftButton)
-        return endDragInside(DragEnd::letGo);
+    if (isDraggedInside() && event->button() == Qt::LeftButton)
+        return endDrag(DragEnd::letGo);
     const bool isClick = m_press && m_press->canClick && event->button() == Qt::LeftButton && isVisible()
         && shape().contains(event->pos());
     const Errand errand(*this);
@@ -116,7 +130,9 @@ void BarItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 void BarItem::ungrabMouseEvent(QEvent *event)
 {
     const Errand errand(*this);
-    endDragInside(DragEnd::cancelled);
+    // A drag out of the bar has the pointer to itself.
+    if (isDraggedInside())
+        cancelDrag();
     if (errand)
         cancelPress();
     if (errand)
@@ -146,14 +162,13 @@ void BarItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
         return;
     }
     event->accept();
-    const Errand errand(*this);
     Q_EMIT menuRequested(event->pos());
 }
 
 void BarItem::hideEvent(QHideEvent *event)
 {
     const Errand errand(*this);
-    endDragInside(DragEnd::cancelled);
+    cancelDrag();
     if (errand)
         cancelPress();
     if (errand)
@@ -178,7 +193,7 @@ void BarItem::retire()
         return;
     m_isRetired = true;
     const Errand errand(*this);
-    endDragInside(DragEnd::cancelled);
+    cancelDrag();
     if (errand)
         cancelPress();
     if (!errand)
@@ -190,12 +205,16 @@ void BarItem::retire()
 
 bool BarItem::isBusy() const
 {
-    const auto isBusyItem = [](const QGraphicsItem *item) {
-        const auto *barItem = dynamic_cast<const BarItem *>(item);
-        return barItem && barItem->isBusy();
-    };
-    const QList<QGraphicsItem *> children = childItems();
-    return m_errands > 0 || std::any_of(children.begin(), children.end(), isBusyItem);
+    return m_errands > 0 || holdsBusyItem(*this);
+}
+
+bool BarItem::holdsBusyItem(const QGraphicsItem &around)
+{
+    const QList<QGraphicsItem *> children = around.childItems();
+    return std::any_of(children.begin(), children.end(), [](const QGraphicsItem *child) {
+        const auto *item = dynamic_cast<const BarItem *>(child);
+        return item ? item->isBusy() : holdsBusyItem(*child);
+    });
 }
 
 QList<BarItem *> barItems(const QGraphicsItem &parent)

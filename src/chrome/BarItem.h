@@ -18,6 +18,15 @@ class BarStage;
 /// drop or a request for a menu means, and what there is to tell about the item.
 ///
 /// Whatever these lead to may take the item out of the bar, or destroy it.
+///
+/// What is dragged to another place in its row is draggable out of it, and its drag() is a call of carryReordered().
+/// The items of the row, and the row for the gaps between, call setAcceptDrops(true), answer takesReorder() by what the
+/// row knows to be dragged, and tell the row in reorderMoved(), which puts them in their new order at once. The dragged
+/// one stays the same object meanwhile: moved, dimmed while isDragged(), and never hidden. dragEnded() puts the old
+/// order back where the drag was cancelled; where it was let go, the Pointer port tells the place.
+///
+/// What takes files calls setAcceptDrops(true), answers takesDrop() by mayHoldFiles(), and reads them in drop() by
+/// loadDroppedFileURLs(). What takesDrop() denies goes to the item below; what refusesDrop(), to nobody.
 class BarItem : public QGraphicsWidget {
     Q_OBJECT
 public:
@@ -42,7 +51,7 @@ public:
     /// Whether a release would be a click now.
     [[nodiscard]] bool isPressed() const { return m_isPressed; }
     [[nodiscard]] bool isDragged() const { return m_isDragged; }
-    /// Whether something that the item takes is held over it.
+    /// Whether something that takesDrop() is held over it.
     [[nodiscard]] bool isDropHovered() const { return m_isDropHovered; }
 
     /// Does what a click does, where the item can be touched now.
@@ -86,19 +95,32 @@ protected:
     /// Whether a pointer that travelled so far from where it was pressed, in points of the screen, begins a drag: the
     /// system's own distance, unless the item knows better.
     [[nodiscard]] virtual bool isDrag(const QPointF &travel) const;
-    /// Carries the item away from `place`, where it was pressed, and returns when it was let go.
+    /// Carries the item away from `place`, where it was pressed, and returns when the system's drag is over.
     virtual void drag(const QPointF &place);
     /// `place` is in the coordinates of the scene: the item itself may move along.
     virtual void dragTo(const QPointF &place);
-    /// The end of every drag. No click follows one. It is cancelled by Escape, and when the item is hidden.
+    /// The end of every drag that draggedChanged() told of. No click follows one. It is cancelled by Escape, and when
+    /// the item is hidden, retired or no longer touchable, wherever the button is let go after that: nothing in the bar
+    /// takes what was cancelled.
     virtual void dragEnded(DragEnd end);
 
     /// Whether the item takes what is offered in these formats. Nothing is asked of the source before the drop: one
-    /// that does not answer would stop the whole bar.
+    /// that does not answer would stop the whole bar. What its source would only move is refused in the item's place.
     [[nodiscard]] virtual bool takesDrop(const QStringList &formats) const;
-    /// Takes what was dropped; false when it was none of the item's after all.
+    /// Whether the item refuses what it takesDrop(), and keeps it from the items below all the same: it is meant for
+    /// this one alone. Where the source drops it although it was told so, drop() hears of it.
+    [[nodiscard]] virtual bool refusesDrop() const;
+    /// Takes what was dropped; false when it was none of the item's after all. The source is told that it was linked
+    /// or else copied, and keeps what it has.
     virtual bool drop(const QMimeData &data);
+    /// Whether the item, which may be the dragged one, belongs to the row in which this id is put in another place.
+    /// Neither takesDrop() nor drop() is asked of that.
+    [[nodiscard]] virtual bool takesReorder(const QString &id) const;
+    /// The pointer came to the item, or to another place on it, with something that takesReorder(). `place` is in the
+    /// coordinates of the scene: the item itself may move away from below it.
+    virtual void reorderMoved(const QString &id, const QPointF &place);
 
+    bool sceneEvent(QEvent *event) override;
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
     void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
     void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
@@ -109,6 +131,7 @@ protected:
     void hoverLeaveEvent(QGraphicsSceneHoverEvent *event) override;
     void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
     void dragEnterEvent(QGraphicsSceneDragDropEvent *event) override;
+    void dragMoveEvent(QGraphicsSceneDragDropEvent *event) override;
     void dragLeaveEvent(QGraphicsSceneDragDropEvent *event) override;
     void dropEvent(QGraphicsSceneDragDropEvent *event) override;
     void hideEvent(QHideEvent *event) override;
@@ -121,31 +144,44 @@ private:
         /// The second press of a double click can begin a drag and no more.
         bool canClick;
     };
+    struct Drag {
+        DragKind kind;
+        /// Null without a stage.
+        std::shared_ptr<BarDrag> held;
+        bool isCancelled = false;
+    };
 
     void begin(const QGraphicsSceneMouseEvent &event, bool canClick);
     void cancelPress();
     void click();
-    void beginDrag(const QPointF &place);
-    void beginDragInside(std::unique_ptr<BarDrag> held);
-    void endDragInside(DragEnd end);
-    void finishDrag(const Errand &errand, DragEnd end);
+    [[nodiscard]] bool isDraggedInside() const { return m_drag && m_drag->kind == DragKind::inside; }
+    void beginDrag(DragKind kind, const QPointF &place);
+    [[nodiscard]] std::shared_ptr<BarDrag> holdDrag();
+    /// Ends it, or sees to it that it ends.
+    void cancelDrag();
+    void endDrag(DragEnd end);
+    /// What the source is told that becomes of its own; to ignore what it offers where that is refused.
+    [[nodiscard]] Qt::DropAction answerTo(const QGraphicsSceneDragDropEvent &offer) const;
+    /// True when the item takes what is held over it.
+    bool dropCame(QGraphicsSceneDragDropEvent &offer);
     [[nodiscard]] BarStage *effectiveStage() const;
     [[nodiscard]] bool isBusy() const;
+    /// However deep inside what is no item itself.
+    [[nodiscard]] static bool holdsBusyItem(const QGraphicsItem &around);
     void setState(bool &state, bool value, void (BarItem::*changed)());
 
     Description m_description;
     std::optional<Press> m_press;
     BarStage *m_stage = nullptr;
     std::optional<DragKind> m_dragKind;
-    /// While the item is dragged inside the bar, and there is a stage to do so on.
-    std::unique_ptr<BarDrag> m_drag;
+    /// The one that is under way.
+    std::optional<Drag> m_drag;
     /// Errands that are under way, one inside the other.
     int m_errands = 0;
     bool m_isTouchable = false;
     bool m_isHovered = false;
     bool m_isPressed = false;
     bool m_isDragged = false;
-    bool m_isDraggedInside = false;
     bool m_isDropHovered = false;
     bool m_isRetired = false;
 };

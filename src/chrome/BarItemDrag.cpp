@@ -4,10 +4,8 @@
 
 #include <QApplication>
 #include <QGraphicsScene>
-#include <QGraphicsSceneDragDropEvent>
-#include <QMimeData>
 
-// How an item is dragged, and what is dropped on it.
+// How an item is dragged.
 
 namespace moorline {
 
@@ -39,49 +37,61 @@ void BarItem::dragEnded(DragEnd)
 {
 }
 
-void BarItem::beginDrag(const QPointF &place)
+void BarItem::beginDrag(DragKind kind, const QPointF &place)
 {
     const Errand errand(*this);
     cancelPress();
-    BarStage *stage = errand ? effectiveStage() : nullptr;
-    std::unique_ptr<BarDrag> held = stage ? stage->beginDrag() : nullptr;
-    if (errand)
-        setState(m_isDragged, true, &BarItem::draggedChanged);
-    if (errand && m_dragKind == DragKind::inside)
-        return beginDragInside(std::move(held));
-    if (errand)
+    // Destroyed with the item, but not under a QDrag, which may outlast it.
+    const std::shared_ptr<BarDrag> held = errand ? holdDrag() : nullptr;
+    if (!errand || !isVisible() || !m_isTouchable)
+        return;
+    // Before anyone hears of the drag, who may end it.
+    m_drag = Drag{.kind = kind, .held = held};
+    setState(m_isDragged, true, &BarItem::draggedChanged);
+    if (!errand || !m_drag || kind == DragKind::inside)
+        return;
+    if (!m_drag->isCancelled)
         drag(place);
     if (errand)
         ungrabPointer(*this);
     if (errand)
-        finishDrag(errand, held && held->wasCancelled() ? DragEnd::cancelled : DragEnd::letGo);
+        endDrag(m_drag->isCancelled || (held && held->wasCancelled()) ? DragEnd::cancelled : DragEnd::letGo);
 }
 
-void BarItem::beginDragInside(std::unique_ptr<BarDrag> held)
+std::shared_ptr<BarDrag> BarItem::holdDrag()
 {
-    m_isDraggedInside = true;
-    m_drag = std::move(held);
-    if (!m_drag)
-        return;
-    connect(m_drag.get(), &BarDrag::cancelled, this, [this] {
+    BarStage *stage = effectiveStage();
+    std::shared_ptr<BarDrag> held = stage ? stage->beginDrag() : nullptr;
+    if (!held)
+        return nullptr;
+    connect(held.get(), &BarDrag::cancelled, this, [this] {
         const Errand errand(*this);
-        endDragInside(DragEnd::cancelled);
-        if (errand)
+        const bool wasInside = isDraggedInside();
+        cancelDrag();
+        // A QDrag is still under way, and gives the pointer back at its end.
+        if (errand && wasInside)
             ungrabPointer(*this);
     });
+    return held;
 }
 
-void BarItem::endDragInside(DragEnd end)
+void BarItem::cancelDrag()
 {
-    if (!std::exchange(m_isDraggedInside, false))
+    if (!m_drag)
+        return;
+    if (isDraggedInside())
+        return endDrag(DragEnd::cancelled);
+    m_drag->isCancelled = true;
+    if (m_drag->held)
+        m_drag->held->cancel();
+}
+
+void BarItem::endDrag(DragEnd end)
+{
+    if (!m_drag)
         return;
     const Errand errand(*this);
     m_drag.reset();
-    finishDrag(errand, end);
-}
-
-void BarItem::finishDrag(const Errand &errand, DragEnd end)
-{
     if (errand)
         setState(m_isDragged, false, &BarItem::draggedChanged);
     // A drag swallows where the pointer went.
@@ -99,37 +109,6 @@ BarStage *BarItem::effectiveStage() const
             return barItem->m_stage;
     }
     return nullptr;
-}
-
-bool BarItem::takesDrop(const QStringList &) const
-{
-    return false;
-}
-
-bool BarItem::drop(const QMimeData &)
-{
-    return false;
-}
-
-void BarItem::dragEnterEvent(QGraphicsSceneDragDropEvent *event)
-{
-    const bool takes = takesDrop(event->mimeData()->formats());
-    event->setAccepted(takes);
-    setState(m_isDropHovered, takes, &BarItem::dropHoveredChanged);
-}
-
-void BarItem::dragLeaveEvent(QGraphicsSceneDragDropEvent *)
-{
-    setState(m_isDropHovered, false, &BarItem::dropHoveredChanged);
-}
-
-void BarItem::dropEvent(QGraphicsSceneDragDropEvent *event)
-{
-    const Errand errand(*this);
-    setState(m_isDropHovered, false, &BarItem::dropHoveredChanged);
-    // The bar takes note of things: the source must not take the drop for a move and delete its file.
-    event->setDropAction(event->possibleActions() & Qt::LinkAction ? Qt::LinkAction : Qt::CopyAction);
-    event->setAccepted(errand && drop(*event->mimeData()));
 }
 
 } // namespace moorline

@@ -131,14 +131,17 @@ void BarStage::close()
     m_anchorConnections.clear();
     m_presses.reset();
     m_anchor.reset();
-    m_systemMenu.reset();
-    if (m_popup) {
-        m_popup->disconnect(this);
-        m_popup->orderOut();
-        dispose(std::move(m_popup));
+    // Nothing is open from here on: who hears of what goes may ask, and may open something else.
+    BarHolds::Token hold = std::move(m_hold);
+    std::unique_ptr<PopupWindows::Handle> systemMenu = std::move(m_systemMenu);
+    if (std::unique_ptr<BarPopup> popup = std::move(m_popup)) {
+        popup->disconnect(this);
+        popup->orderOut();
+        dispose(std::move(popup));
     }
+    systemMenu.reset();
     watchEscape();
-    m_hold = {};
+    hold = {};
     Q_EMIT openChanged();
 }
 
@@ -171,40 +174,6 @@ void BarStage::showHelp(const BarAnchor &anchor, const QString &text)
 void BarStage::hideHelp()
 {
     m_help->orderOut();
-}
-
-std::unique_ptr<BarDrag> BarStage::beginDrag()
-{
-    auto drag = std::make_unique<BarDrag>(hold(), m_context.windows, m_context.pointer);
-    connect(drag.get(), &QObject::destroyed, this, &BarStage::dragEnded);
-    m_drag = drag.get();
-    watchEscape();
-    return drag;
-}
-
-void BarStage::dragEnded()
-{
-    watchEscape();
-    deleteClosed();
-}
-
-void BarStage::watchEscape()
-{
-    // What has the keyboard reads it by itself. What has not leaves every other key to whoever has it; Escape would
-    // lead to something there, too, that nobody meant.
-    const bool isNeeded = m_drag || (m_popup && !m_popup->wantsKeyboard());
-    if (!isNeeded)
-        m_escape.reset();
-    else if (!m_escape)
-        m_escape = m_context.windows.watchEscape([this] { escapePressed(); });
-}
-
-void BarStage::escapePressed()
-{
-    if (m_drag)
-        m_drag->cancel();
-    else
-        close();
 }
 
 void BarStage::setBody(const QPainterPath &body)
@@ -269,6 +238,12 @@ QPointF BarStage::inScene(const QPointF &place) const
 {
     const QRectF panel = m_context.panel.frame();
     return {place.x() - panel.x(), panel.bottom() - place.y()};
+}
+
+std::optional<QPointF> BarStage::restingPointer() const
+{
+    const Pointer &pointer = m_context.pointer;
+    return pointer.pressedButtons() == Qt::NoButton ? std::optional(inScene(pointer.location())) : std::nullopt;
 }
 
 QPoint BarStage::inPopup(const QPointF &place) const

@@ -59,6 +59,8 @@ public:
     [[nodiscard]] BarHolds::Token hold() { return m_context.holds.take(); }
     /// A drag begins; what closes meanwhile, and may be what began it, is deleted no sooner than it is over.
     [[nodiscard]] std::unique_ptr<BarDrag> beginDrag();
+    /// Whether what is still held over the bar is to be taken by nobody.
+    [[nodiscard]] bool isDragCancelled() const;
 
     // For what holds the scene.
 
@@ -75,6 +77,8 @@ public:
     /// Tells where it was let go: over a row of that menu it chooses, and beside the menu it closes it, if the pointer
     /// had been there. Where it was pressed, it leaves the menu to a second press.
     void letPointerGo(const QPointF &place);
+    /// Where the pointer is. Absent while a button is held, over whichever program's window.
+    [[nodiscard]] std::optional<QPointF> restingPointer() const;
 
 Q_SIGNALS:
     /// Something opened or closed.

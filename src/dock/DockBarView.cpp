@@ -81,7 +81,7 @@ void DockBarView::evaluate()
     m_dockConflicts = m_context.systemDock.conflictsWithDockBar();
     updateNudge();
     const Playback playback = m_context.playback ? m_context.playback() : Playback();
-    m_state.musicVisible = isMusicVisible(m_context.store.settings(), playback, m_context.clock.now());
+    m_isMusicVisible = isMusicVisible(m_context.store.settings(), playback, m_context.clock.now());
     updateRow();
 }
 
@@ -100,6 +100,17 @@ void DockBarView::refit()
     reportContentWidth();
 }
 
+void DockBarView::recentAppsChanged()
+{
+    // The widget itself says when its width changes.
+    updateRow();
+}
+
+BarState DockBarView::state() const
+{
+    return {.musicVisible = m_isMusicVisible, .recentApps = m_context.recentApps ? m_context.recentApps() : 0};
+}
+
 QList<WidgetKind> DockBarView::row() const
 {
     QList<WidgetKind> kinds;
@@ -110,7 +121,7 @@ QList<WidgetKind> DockBarView::row() const
 
 void DockBarView::updateRow()
 {
-    QList<WidgetKind> kinds = moorline::visibleWidgets(m_context.store.settings(), m_state);
+    QList<WidgetKind> kinds = moorline::visibleWidgets(m_context.store.settings(), state());
     if (kinds == m_visibleKinds)
         return;
     m_visibleKinds = std::move(kinds);
@@ -131,7 +142,7 @@ qreal DockBarView::iconSize() const
 
 void DockBarView::refitIcons(qreal measuredWidth)
 {
-    const IconCounts icons = iconCounts(row(), m_context.store.settings(), m_state);
+    const IconCounts icons = iconCounts(row(), m_context.store.settings(), state());
     const qreal fitted = fittedIconSize(icons, measuredWidth, iconSize(), maximumPillWidth(m_context.screens));
     if (fitted != iconSize())
         m_pill->setIconSize(fitted);

@@ -35,6 +35,8 @@ public:
         std::function<std::unique_ptr<BarWidget>(WidgetKind)> makeWidget;
         /// What plays now; nothing ever did while there is no such function.
         std::function<Playback()> playback;
+        /// How many applications the recent-apps service lists now; none while there is no such function.
+        std::function<qsizetype()> recentApps = nullptr;
     };
     /// Receives the width the content needs, in points.
     using ContentWidthChange = std::function<void(qreal)>;
@@ -50,6 +52,8 @@ public:
     void disappear();
     /// Fits everything to the screens again, as after one came or went.
     void refit();
+    /// Call when there are more or fewer recent applications.
+    void recentAppsChanged();
 
     /// The kinds that have their place now, whether the program has a widget for them or not.
     [[nodiscard]] const QList<WidgetKind> &visibleWidgets() const { return m_visibleKinds; }
@@ -79,11 +83,12 @@ private:
     void nudgeWidthChanged();
     void reportContentWidth();
     void layOut();
+    [[nodiscard]] BarState state() const;
     void openMenu(const QPointF &place);
 
     Context m_context;
     ContentWidthChange m_onContentWidthChange;
-    BarState m_state;
+    bool m_isMusicVisible = false;
     QList<WidgetKind> m_visibleKinds;
     bool m_dockConflicts;
     std::unique_ptr<Clock::Timer> m_task;

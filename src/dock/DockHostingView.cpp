@@ -9,6 +9,7 @@
 #include <QContextMenuEvent>
 #include <QGraphicsObject>
 #include <QMouseEvent>
+#include <QTimer>
 
 namespace moorline {
 
@@ -23,6 +24,7 @@ DockHostingView::DockHostingView(std::unique_ptr<DockBarView> bar, QWidget *pare
     : QGraphicsView(parent)
     , m_bar(bar.get())
     , m_stage(m_bar->stage())
+    , m_look(new QTimer(this))
 {
     // Before anything is told of this view: what was asked for once is kept.
     makeBarAccessible();
@@ -43,6 +45,10 @@ DockHostingView::DockHostingView(std::unique_ptr<DockBarView> bar, QWidget *pare
     const auto follow = [this] { m_stage.setBody(m_bar->interactiveArea()); };
     connect(m_bar, &DockBarView::interactiveAreaChanged, this, follow);
     follow();
+    m_look->setSingleShot(true);
+    // In a turn of its own: a row that changes moves its items more than once.
+    connect(m_bar, &DockBarView::interactiveAreaChanged, m_look, [this] { m_look->start(0); });
+    connect(m_look, &QTimer::timeout, this, &DockHostingView::lookBelowPointer);
 }
 
 DockHostingView::~DockHostingView() = default;
@@ -136,6 +142,22 @@ void DockHostingView::pointerCame(const QSinglePointEvent &event)
         showHelp();
     else if (item)
         m_helpTimer = m_bar->clock().after(helpDelay, [this] { showHelp(); });
+}
+
+void DockHostingView::lookBelowPointer()
+{
+    // A menu, and a press that may have become a drag, keep the pointer where it was led.
+    const auto place = viewport()->underMouse() && !m_stage.isOpen() ? m_stage.restingPointer() : std::nullopt;
+    if (!place)
+        return;
+    m_pointer = mapFromScene(*place);
+    QMouseEvent move(
+        QEvent::MouseMove, m_pointer, viewport()->mapToGlobal(m_pointer), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    mouseMoveEvent(&move);
+    if (m_stage.helpTag().isVisible())
+        showHelp();
+    // What the look itself moved might go back and forth without end.
+    m_look->stop();
 }
 
 QGraphicsObject *DockHostingView::helpfulItemAt(const QPoint &place) const

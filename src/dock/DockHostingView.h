@@ -9,6 +9,7 @@ QT_BEGIN_NAMESPACE
 class QGraphicsObject;
 class QMouseEvent;
 class QSinglePointEvent;
+class QTimer;
 QT_END_NAMESPACE
 
 namespace moorline {
@@ -41,11 +42,14 @@ private:
     [[nodiscard]] QGraphicsObject *helpfulItemAt(const QPoint &place) const;
     /// To the view, or to another place in it.
     void pointerCame(const QSinglePointEvent &event);
+    /// The row changed: what the pointer rests on may be another item now.
+    void lookBelowPointer();
     void showHelp();
     void hideHelp();
 
     DockBarView *m_bar;
     BarStage &m_stage;
+    QTimer *m_look;
     /// What the tag tells about, to be compared and nothing else: the item may be gone.
     const QGraphicsObject *m_helpItem = nullptr;
     /// The last press was not for the scene, and neither is what it calls for beside.

@@ -1,9 +1,9 @@
 #include "dock/Pill.h"
 
 #include "chrome/BarWidget.h"
-#include "chrome/DroppedFiles.h"
 #include "chrome/WidgetDivider.h"
 #include "dock/BarMetrics.h"
+#include "files/DroppedFiles.h"
 #include "theme/Shapes.h"
 #include "theme/Theme.h"
 

@@ -5,16 +5,12 @@
 #include "harness/TestCase.h"
 
 #include <QApplication>
-#include <QGraphicsSceneDragDropEvent>
-#include <QMimeData>
 #include <QSignalSpy>
 
 using namespace moorline;
 using namespace moorline::test;
 
 namespace {
-
-const QString files = QStringLiteral("text/uri-list");
 
 /// One item that can be dragged, 100 points wide and 40 high, 10 points from both edges.
 struct Stage : Hand {
@@ -45,48 +41,16 @@ struct Stage : Hand {
     StageFixture bar;
 };
 
+using Way = std::function<void(TrialItem &)>;
+
+/// By which an item is gone for who drags it.
+const QList<Way> waysToGo{[](TrialItem &item) { item.hide(); }, [](TrialItem &item) { item.retire(); },
+    [](TrialItem &item) { item.setTouchable(false); }};
+
 void deleteWhatWaits()
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
-
-/// Something that counts how often it is read.
-class Offer final : public QMimeData {
-public:
-    explicit Offer(QString format)
-        : m_format(std::move(format))
-    {
-    }
-
-    [[nodiscard]] QStringList formats() const override { return {m_format}; }
-    [[nodiscard]] int timesRead() const { return m_timesRead; }
-
-protected:
-    [[nodiscard]] QVariant retrieveData(const QString &, QMetaType) const override
-    {
-        ++m_timesRead;
-        return {};
-    }
-
-private:
-    QString m_format;
-    mutable int m_timesRead = 0;
-};
-
-struct Drop {
-    explicit Drop(const QMimeData &data, Qt::DropActions possible = Qt::CopyAction | Qt::MoveAction)
-    {
-        for (QGraphicsSceneDragDropEvent *event : {&enter, &leave, &drop}) {
-            event->setMimeData(&data);
-            event->setPossibleActions(possible);
-            event->setDropAction(Qt::MoveAction);
-        }
-    }
-
-    QGraphicsSceneDragDropEvent enter{QEvent::GraphicsSceneDragEnter};
-    QGraphicsSceneDragDropEvent leave{QEvent::GraphicsSceneDragLeave};
-    QGraphicsSceneDragDropEvent drop{QEvent::GraphicsSceneDrop};
-};
 
 } // namespace
 
@@ -195,6 +159,97 @@ private Q_SLOTS:
         QVERIFY(!item);
     }
 
+    void whatTakesTheItemAwayCancelsItsDragOutOfTheBar()
+    {
+        for (const bool hasStage : {true, false}) {
+            for (const Way &way : waysToGo) {
+                Stage stage;
+                stage.item->setStage(hasStage ? &stage.bar.stage : nullptr);
+                stage.item->onDrag = [&](const QPointF &) {
+                    way(*stage.item);
+                    QCOMPARE(stage.bar.windows.cancelledDrags, hasStage ? 1 : 0);
+                    // Until the system's drag has come to its end, which is with the button let go where that is none
+                    // of the program's to say.
+                    QVERIFY(stage.ends.isEmpty());
+                };
+                stage.drag();
+                QCOMPARE(stage.ends, QList{TrialItem::DragEnd::cancelled});
+                QVERIFY(!stage.item->isDragged());
+                QVERIFY(!stage.bar.holds.isHeld());
+            }
+        }
+    }
+
+    void whatHearsOfTheDragMayTakeTheItemAway()
+    {
+        for (const TrialItem::DragKind kind : {TrialItem::DragKind::out, TrialItem::DragKind::inside}) {
+            for (const Way &way : waysToGo) {
+                Stage stage;
+                stage.item->setDraggable(kind);
+                connect(stage.item, &BarItem::draggedChanged, stage.item, [&] {
+                    if (stage.item->isDragged())
+                        way(*stage.item);
+                });
+                stage.drag();
+                QVERIFY(stage.drags.isEmpty());
+                QCOMPARE(stage.ends, QList{TrialItem::DragEnd::cancelled});
+                QVERIFY(!stage.item->isDragged());
+                QVERIFY(!stage.bar.holds.isHeld());
+                QVERIFY(stage.bar.windows.escapeWatches.empty());
+                stage.move({70, 20});
+                stage.release({70, 20});
+                QVERIFY(stage.places.isEmpty());
+                QCOMPARE(stage.ends.size(), 1);
+            }
+        }
+    }
+
+    void whatIsTakenAwayBeforeItsDragIsNotDragged()
+    {
+        for (const Way &way : waysToGo) {
+            // By who hears that the press is over, and by who hears that the bar is held.
+            for (const bool isPress : {true, false}) {
+                Stage stage;
+                const auto takeAway = [&] { way(*stage.item); };
+                stage.press({20, 20});
+                if (isPress)
+                    connect(stage.item, &BarItem::pressedChanged, stage.item, takeAway);
+                else
+                    connect(&stage.bar.holds, &BarHolds::heldChanged, stage.item, takeAway, Qt::SingleShotConnection);
+                stage.move({60, 20});
+                QVERIFY(stage.drags.isEmpty());
+                QVERIFY(stage.ends.isEmpty());
+                QVERIFY(!stage.item->isDragged());
+                QVERIFY(!stage.bar.holds.isHeld());
+            }
+        }
+    }
+
+    void aPressDuringADragBeginsNoOther()
+    {
+        Stage stage;
+        int drags = 0;
+        stage.item->onDrag = [&](const QPointF &) {
+            if (drags++ == 0)
+                stage.drag();
+        };
+        stage.drag();
+        QCOMPARE(drags, 1);
+        QCOMPARE(stage.ends, QList{TrialItem::DragEnd::letGo});
+    }
+
+    void aDragGoesOnWhileTheItemIsMoved()
+    {
+        Stage stage;
+        stage.item->onDrag = [&](const QPointF &) {
+            stage.item->setGeometry(150, 10, 60, 40);
+            stage.item->setOpacity(0.35);
+        };
+        stage.drag();
+        QCOMPARE(stage.bar.windows.cancelledDrags, 0);
+        QCOMPARE(stage.ends, QList{TrialItem::DragEnd::letGo});
+    }
+
     void anItemMayBeDestroyedDuringItsDrag()
     {
         Stage stage;
@@ -202,6 +257,7 @@ private Q_SLOTS:
         item->onDrag = [item](const QPointF &) { delete item; };
         stage.drag();
         QVERIFY(!item);
+        QCOMPARE(stage.bar.windows.cancelledDrags, 1);
         QVERIFY(!stage.bar.holds.isHeld());
         stage.release({60, 20});
     }
@@ -289,10 +345,8 @@ private Q_SLOTS:
 
     void whatTakesTheItemAwayCancelsItsDragInTheBar()
     {
-        const QList<std::function<void(TrialItem &)>> ways{[](TrialItem &item) { item.hide(); },
-            [](TrialItem &item) { item.retire(); }, [](TrialItem &item) { item.setTouchable(false); },
-            [](TrialItem &item) { item.ungrabMouse(); }};
-        for (const auto &way : ways) {
+        const QList<Way> lost{[](TrialItem &item) { item.ungrabMouse(); }};
+        for (const Way &way : waysToGo + lost) {
             Stage stage;
             stage.item->setDraggable(TrialItem::DragKind::inside);
             stage.drag();
@@ -328,68 +382,6 @@ private Q_SLOTS:
             QVERIFY(!item);
             QVERIFY(!stage.bar.holds.isHeld());
         }
-    }
-
-    void whatIsOfferedIsReadOnceOnTheDrop()
-    {
-        Stage stage;
-        const Offer offer(files);
-        stage.item->taken = {files};
-        stage.item->onDrop = [&offer] { QVERIFY(offer.data(files).isEmpty()); };
-        Drop drop(offer);
-        QSignalSpy hovered(stage.item, &BarItem::dropHoveredChanged);
-        for (int i = 0; i < 2; ++i) {
-            stage.scene.sendEvent(stage.item, &drop.enter);
-            QVERIFY(drop.enter.isAccepted());
-            QVERIFY(stage.item->isDropHovered());
-            stage.scene.sendEvent(stage.item, &drop.leave);
-            QVERIFY(!stage.item->isDropHovered());
-        }
-        stage.scene.sendEvent(stage.item, &drop.enter);
-        QCOMPARE(offer.timesRead(), 0);
-        stage.scene.sendEvent(stage.item, &drop.drop);
-        QCOMPARE(offer.timesRead(), 1);
-        QVERIFY(drop.drop.isAccepted());
-        QVERIFY(!stage.item->isDropHovered());
-        QCOMPARE(hovered.size(), 6);
-    }
-
-    void otherFormatsAreRefused()
-    {
-        Stage stage;
-        const Offer offer(QStringLiteral("text/plain"));
-        stage.item->taken = {files};
-        Drop drop(offer);
-        stage.scene.sendEvent(stage.item, &drop.enter);
-        QVERIFY(!drop.enter.isAccepted());
-        QVERIFY(!stage.item->isDropHovered());
-        stage.scene.sendEvent(stage.item, &drop.drop);
-        QVERIFY(!drop.drop.isAccepted());
-        QCOMPARE(offer.timesRead(), 0);
-    }
-
-    void aDropIsNeverAMove()
-    {
-        Stage stage;
-        const Offer offer(files);
-        Drop copy(offer);
-        stage.scene.sendEvent(stage.item, &copy.drop);
-        QCOMPARE(copy.drop.dropAction(), Qt::CopyAction);
-        Drop link(offer, Qt::CopyAction | Qt::LinkAction | Qt::MoveAction);
-        stage.scene.sendEvent(stage.item, &link.drop);
-        QCOMPARE(link.drop.dropAction(), Qt::LinkAction);
-    }
-
-    void anItemMayBeDestroyedByWhatIsDropped()
-    {
-        Stage stage;
-        const QPointer<TrialItem> item = stage.item;
-        const Offer offer(files);
-        item->taken = {files};
-        item->onDrop = [item] { delete item; };
-        Drop drop(offer);
-        stage.scene.sendEvent(item, &drop.drop);
-        QVERIFY(!item);
     }
 };
 

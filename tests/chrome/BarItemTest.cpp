@@ -3,6 +3,7 @@
 #include "TrialItem.h"
 #include "harness/TestCase.h"
 
+#include <QMimeData>
 #include <QSignalSpy>
 
 using namespace moorline;
@@ -244,17 +245,67 @@ private Q_SLOTS:
 
     void whatItIsInMayRetireInItsClick()
     {
-        Stage stage;
-        const QPointer<TrialItem> widget = stage.item;
-        auto *icon = new TrialItem(QRectF(0, 0, 50, 40), widget);
-        connect(icon, &BarItem::clicked, icon, [&widget] {
-            widget->retire();
+        for (const bool isInAContainer : {false, true}) {
+            Stage stage;
+            const QPointer<TrialItem> widget = stage.item;
+            QGraphicsItem *around = isInAContainer ? new QGraphicsWidget(new QGraphicsWidget(widget)) : widget.data();
+            auto *icon = new TrialItem(QRectF(0, 0, 50, 40), around);
+            connect(icon, &BarItem::clicked, icon, [&widget] {
+                widget->retire();
+                deleteWhatWaits();
+                QVERIFY(widget);
+            });
+            stage.click({20, 20});
             deleteWhatWaits();
-            QVERIFY(widget);
-        });
-        stage.click({20, 20});
+            QVERIFY(!widget);
+        }
+    }
+
+    void itMayRetireInWhateverThePointerLeadsTo_data()
+    {
+        QTest::addColumn<std::function<void(Stage &)>>("before");
+        QTest::addColumn<std::function<void(Stage &)>>("event");
+        const auto row = [](const char *name, std::function<void(Stage &)> before, std::function<void(Stage &)> event) {
+            QTest::newRow(name) << std::move(before) << std::move(event);
+        };
+        static QMimeData data;
+        data.setText(QStringLiteral("text"));
+        const auto nothing = [](Stage &) {};
+        const auto come = [](Stage &stage) { stage.move({20, 20}); };
+        const auto press = [](Stage &stage) { stage.press({20, 20}); };
+        const auto leave = [](Stage &stage) { stage.move({200, 20}); };
+        const auto drag = [](Stage &stage) { stage.dragOver({20, 20}, data, Qt::CopyAction); };
+        row("press", nothing, press);
+        row("move", press, leave);
+        row("release", press, [](Stage &stage) { stage.release({20, 20}); });
+        row("another button", press, [](Stage &stage) { stage.press({20, 20}, Qt::RightButton); });
+        row("pointer comes", nothing, come);
+        row("pointer leaves", come, leave);
+        row("drag comes", nothing, drag);
+        row("drag leaves", drag, [](Stage &stage) { stage.dragAway(); });
+    }
+
+    void itMayRetireInWhateverThePointerLeadsTo()
+    {
+        QFETCH(std::function<void(Stage &)>, before);
+        QFETCH(std::function<void(Stage &)>, event);
+        Stage stage;
+        const QPointer<TrialItem> item = stage.item;
+        item->taken = {QStringLiteral("text/plain")};
+        before(stage);
+        int retirements = 0;
+        const auto retire = [&] {
+            item->retire();
+            deleteWhatWaits();
+            QVERIFY(item);
+            ++retirements;
+        };
+        for (const auto changed : {&BarItem::pressedChanged, &BarItem::hoveredChanged, &BarItem::dropHoveredChanged})
+            connect(item, changed, item, retire);
+        event(stage);
+        QVERIFY(retirements > 0);
         deleteWhatWaits();
-        QVERIFY(!widget);
+        QVERIFY(!item);
     }
 
     void itMayBeDestroyedByWhatEndsWithThePointer()

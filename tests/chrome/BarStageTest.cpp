@@ -13,6 +13,32 @@ using namespace moorline;
 using namespace moorline::test;
 using namespace std::chrono_literals;
 
+namespace {
+
+/// Acts when a window is hidden.
+class OnHide final : public QObject {
+public:
+    OnHide(QWidget &window, std::function<void()> act)
+        : m_act(std::move(act))
+    {
+        window.installEventFilter(this);
+    }
+
+    [[nodiscard]] int times() const { return m_times; }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Hide && m_times++ == 0)
+            m_act();
+        return false;
+    }
+
+private:
+    std::function<void()> m_act;
+    int m_times = 0;
+};
+
+} // namespace
+
 class BarStageTest final : public TestCase {
     Q_OBJECT
 private Q_SLOTS:
@@ -201,14 +227,13 @@ private Q_SLOTS:
     void aMenuIsChosenFromInTheGestureThatOpenedIt()
     {
         StageFixture fixture;
-        fixture.stage.openMenu(*fixture.icon, fixture.menu());
-        const auto *menu = qobject_cast<MenuView *>(fixture.open());
-        fixture.stage.leadPointer(fixture.inScene(*menu->rows()[0]));
-        QVERIFY(menu->rows()[0]->isHighlighted());
-        fixture.stage.leadPointer(fixture.inScene(*menu->rows()[2]));
-        QVERIFY(!menu->rows()[0]->isHighlighted());
-        QVERIFY(menu->rows()[2]->isHighlighted());
-        fixture.stage.letPointerGo(fixture.inScene(*menu->rows()[2]));
+        const MenuView &menu = fixture.openOwnMenu(*fixture.icon);
+        fixture.stage.leadPointer(fixture.inScene(*menu.rows()[0]));
+        QVERIFY(menu.rows()[0]->isHighlighted());
+        fixture.stage.leadPointer(fixture.inScene(*menu.rows()[2]));
+        QVERIFY(!menu.rows()[0]->isHighlighted());
+        QVERIFY(menu.rows()[2]->isHighlighted());
+        fixture.stage.letPointerGo(fixture.inScene(*menu.rows()[2]));
         QCOMPARE(fixture.chosen, QStringList{QStringLiteral("Quit")});
         QVERIFY(!fixture.stage.isOpen());
     }
@@ -225,11 +250,10 @@ private Q_SLOTS:
     void aPointerThatComesBackFromTheMenuClosesIt()
     {
         StageFixture fixture;
-        fixture.stage.openMenu(*fixture.icon, fixture.menu());
-        const auto *menu = qobject_cast<MenuView *>(fixture.open());
-        fixture.stage.leadPointer(fixture.inScene(*menu->rows()[0]));
+        const MenuView &menu = fixture.openOwnMenu(*fixture.icon);
+        fixture.stage.leadPointer(fixture.inScene(*menu.rows()[0]));
         fixture.stage.leadPointer({305, 45});
-        QVERIFY(!menu->rows()[0]->isHighlighted());
+        QVERIFY(!menu.rows()[0]->isHighlighted());
         fixture.stage.letPointerGo({305, 45});
         QVERIFY(!fixture.stage.isOpen());
         QVERIFY(fixture.chosen.isEmpty());
@@ -242,11 +266,10 @@ private Q_SLOTS:
     void whatCannotBeChosenIsNotChosenInAGesture()
     {
         StageFixture fixture;
-        fixture.stage.openMenu(*fixture.icon, fixture.menu());
-        const auto *menu = qobject_cast<MenuView *>(fixture.open());
-        fixture.stage.leadPointer(fixture.inScene(*menu->rows()[1]));
-        QVERIFY(!menu->rows()[1]->isHighlighted());
-        fixture.stage.letPointerGo(fixture.inScene(*menu->rows()[1]));
+        const MenuView &menu = fixture.openOwnMenu(*fixture.icon);
+        fixture.stage.leadPointer(fixture.inScene(*menu.rows()[1]));
+        QVERIFY(!menu.rows()[1]->isHighlighted());
+        fixture.stage.letPointerGo(fixture.inScene(*menu.rows()[1]));
         QVERIFY(fixture.stage.isOpen());
         QVERIFY(fixture.chosen.isEmpty());
     }
@@ -489,6 +512,44 @@ private Q_SLOTS:
         QVERIFY(content);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!content);
+    }
+
+    void nothingIsOpenAnyMoreForWhoHearsThatItCloses()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        const OnHide onHide(*fixture.open(), [&fixture] {
+            QVERIFY(!fixture.stage.isOpen());
+            QVERIFY(!fixture.stage.isOpenAt(*fixture.icon));
+            QVERIFY(!fixture.stage.takesPress({300, 50}, Qt::LeftButton));
+        });
+        fixture.stage.close();
+        QCOMPARE(onHide.times(), 1);
+    }
+
+    void whatOpensWhileAnotherClosesStaysOpen()
+    {
+        StageFixture fixture;
+        fixture.openPopover(*fixture.icon);
+        const OnHide onHide(*fixture.open(), [&fixture] { fixture.openPopover(*fixture.other); });
+        fixture.stage.close();
+        QCOMPARE(onHide.times(), 1);
+        QVERIFY(fixture.stage.isOpenAt(*fixture.other));
+        QVERIFY(fixture.holds.isHeld());
+        QCOMPARE(fixture.windows.shown.size(), 1);
+        fixture.windows.pressEscape();
+        QVERIFY(!fixture.stage.isOpen());
+        QVERIFY(!fixture.holds.isHeld());
+    }
+
+    void anAnchorThatIsGoneIsNowhere()
+    {
+        StageFixture fixture;
+        const BarAnchor anchor(*fixture.icon, QRectF(3, 40, 10, 10));
+        QCOMPARE(anchor.frame(), QRectF(283, 66, 10, 10));
+        delete fixture.icon;
+        QVERIFY(!anchor.item);
+        QCOMPARE(anchor.frame(), QRectF());
     }
 
     void openingAndClosingIsTold()

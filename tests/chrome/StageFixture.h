@@ -74,6 +74,13 @@ struct StageFixture {
                 .isChecked = true}};
     }
 
+    /// A menu that the bar draws itself.
+    const MenuView &openOwnMenu(QGraphicsWidget &anchor)
+    {
+        stage.openMenu(anchor, menu());
+        return dynamic_cast<const MenuView &>(*open());
+    }
+
     TestContent &openPopover(QGraphicsWidget &anchor, bool needsKeyboard = false)
     {
         auto content = std::make_unique<TestContent>(needsKeyboard);

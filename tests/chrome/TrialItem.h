@@ -2,9 +2,11 @@
 
 #include "chrome/BarItem.h"
 
+#include <QDragEnterEvent>
 #include <QGraphicsView>
 #include <QMouseEvent>
 #include <functional>
+#include <utility>
 
 namespace moorline::test {
 
@@ -32,6 +34,8 @@ public:
     std::function<void()> onDrop;
     /// The formats it takes.
     QStringList taken;
+    /// What it would take it refuses.
+    bool isRefusing = false;
 
 protected:
     void drag(const QPointF &place) override
@@ -57,6 +61,7 @@ protected:
     {
         return std::any_of(taken.begin(), taken.end(), [&](const QString &format) { return formats.contains(format); });
     }
+    [[nodiscard]] bool refusesDrop() const override { return isRefusing; }
     bool drop(const QMimeData &) override
     {
         const auto act = onDrop;
@@ -112,6 +117,38 @@ public:
         return event.isAccepted();
     }
 
+    /// What is dragged comes to `place`: tells what the source is told that would become of it there.
+    Qt::DropAction dragOver(const QPoint &place, const QMimeData &data, Qt::DropActions possible)
+    {
+        if (!std::exchange(m_isDraggedOver, true)) {
+            QDragEnterEvent enter(place, possible, &data, Qt::LeftButton, modifiers);
+            QCoreApplication::sendEvent(m_view.viewport(), &enter);
+        }
+        QDragMoveEvent move(place, possible, &data, Qt::LeftButton, modifiers);
+        QCoreApplication::sendEvent(m_view.viewport(), &move);
+        m_answer = move.isAccepted() ? move.dropAction() : Qt::IgnoreAction;
+        return m_answer;
+    }
+    /// It is let go there: tells what the source is told that became of it. What was refused to the last is not
+    /// dropped.
+    Qt::DropAction letGo(const QPoint &place, const QMimeData &data, Qt::DropActions possible)
+    {
+        if (m_answer == Qt::IgnoreAction) {
+            dragAway();
+            return Qt::IgnoreAction;
+        }
+        m_isDraggedOver = false;
+        QDropEvent drop(place, possible, &data, Qt::NoButton, modifiers);
+        QCoreApplication::sendEvent(m_view.viewport(), &drop);
+        return drop.isAccepted() ? drop.dropAction() : Qt::IgnoreAction;
+    }
+    void dragAway()
+    {
+        m_isDraggedOver = false;
+        QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(m_view.viewport(), &leave);
+    }
+
     [[nodiscard]] QPoint global(const QPoint &place) const { return m_view.viewport()->mapToGlobal(place); }
 
     QGraphicsScene scene;
@@ -125,6 +162,8 @@ private:
     }
 
     QGraphicsView m_view;
+    bool m_isDraggedOver = false;
+    Qt::DropAction m_answer = Qt::IgnoreAction;
     Qt::MouseButtons m_held = Qt::NoButton;
 };
 

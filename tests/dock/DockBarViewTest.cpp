@@ -229,6 +229,23 @@ private Q_SLOTS:
         QVERIFY(!bar->visibleWidgets().contains(WidgetKind::music));
     }
 
+    void recentApplicationsComeAndGoAsTheyAreTold()
+    {
+        Fixture fixture;
+        fixture.change([](Settings &settings) {
+            settings.enabledWidgets = {WidgetKind::clock, WidgetKind::recentApps};
+        });
+        fixture.recentApps = 2;
+        const auto bar = fixture.make();
+        QCOMPARE(bar->row(), (QList{WidgetKind::clock, WidgetKind::recentApps}));
+        fixture.recentApps = 0;
+        bar->recentAppsChanged();
+        QCOMPARE(bar->row(), QList{WidgetKind::clock});
+        fixture.recentApps = 1;
+        bar->recentAppsChanged();
+        QCOMPARE(bar->row(), (QList{WidgetKind::clock, WidgetKind::recentApps}));
+    }
+
     void theTaskRunsOnlyWhileTheBarShows()
     {
         Fixture fixture;

@@ -38,6 +38,7 @@ struct DockFixture : FakePlatform {
             .commands = commands,
             .makeWidget = [this](WidgetKind kind) { return makeWidget(kind); },
             .playback = [this] { return playback; },
+            .recentApps = [this] { return recentApps; },
         };
     }
 
@@ -86,6 +87,7 @@ struct DockFixture : FakePlatform {
     BarStage stage{{popupWindows, screens, panelWindow, pointer, clock, symbols, holds}};
     BarCommands commands;
     Playback playback;
+    qsizetype recentApps = 0;
     /// Makes the widgets instead, for a test that has its own.
     std::function<std::unique_ptr<BarWidget>(WidgetKind)> makeOther;
     /// The last that was made of each kind.

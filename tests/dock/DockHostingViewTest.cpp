@@ -20,6 +20,8 @@ namespace {
 
 constexpr QPoint onTheWidget(300, 49);
 constexpr QPoint besideThePill(20, 49);
+/// Where there is a clock to the left of it.
+constexpr QPoint onTheCalendar(330, 49);
 
 /// As large as the widget it stands in.
 class TrialIcon final : public BarItem {
@@ -56,6 +58,24 @@ struct Stage : DockFixture {
         QMouseEvent event(
             QEvent::MouseMove, place, view->viewport()->mapToGlobal(place), Qt::NoButton, held, Qt::NoModifier);
         QCoreApplication::sendEvent(view->viewport(), &event);
+    }
+    /// The right one of two widgets.
+    void restOnTheCalendar()
+    {
+        change([](Settings &settings) { settings.enabledWidgets = {WidgetKind::clock, WidgetKind::calendar}; });
+        // The panel begins 100 points from the left, and ends 87 above the bottom of the screen.
+        pointer.place = {100.0 + onTheCalendar.x(), 87.0 - onTheCalendar.y()};
+        view->viewport()->setAttribute(Qt::WA_UnderMouse);
+        QCoreApplication::processEvents();
+        rest(onTheCalendar);
+        QCOMPARE(tag().text(), QStringLiteral("calendar"));
+        QVERIFY(widgets[WidgetKind::calendar]->isHovered());
+    }
+    /// So far that the other one moves away from below the pointer.
+    void widenTheClock()
+    {
+        widgets[WidgetKind::clock]->setNaturalSize({200, 40});
+        QCoreApplication::processEvents();
     }
     /// Long enough to be told something.
     void rest(const QPoint &place)
@@ -188,6 +208,95 @@ private Q_SLOTS:
         stage.move({middle + 50, 49});
         QVERIFY(stage.tag().isVisible());
         QCOMPARE(stage.tag().text(), QStringLiteral("calendar"));
+    }
+
+    void aPointerThatRestsIsOnWhatComesBelowIt()
+    {
+        Stage stage;
+        stage.restOnTheCalendar();
+        stage.widenTheClock();
+        QVERIFY(!stage.widgets[WidgetKind::calendar]->isHovered());
+        QVERIFY(stage.widgets[WidgetKind::clock]->isHovered());
+        QVERIFY(stage.tag().isVisible());
+        QCOMPARE(stage.tag().text(), QStringLiteral("clock"));
+        QVERIFY(std::abs(stage.tag().frame().center().x() - (100 + 243)) <= 2);
+    }
+
+    void theTagStaysAboveItsWidgetWhereverThatMoves()
+    {
+        Stage stage;
+        stage.restOnTheCalendar();
+        stage.widgets[WidgetKind::clock]->setNaturalSize({90, 40});
+        QCoreApplication::processEvents();
+        QCOMPARE(stage.tag().text(), QStringLiteral("calendar"));
+        QVERIFY(std::abs(stage.tag().frame().center().x() - (100 + 357)) <= 2);
+    }
+
+    void theTagGoesWithTheWidgetThatWasBelowThePointer()
+    {
+        Stage stage;
+        stage.restOnTheCalendar();
+        stage.change([](Settings &settings) { settings.enabledWidgets.clear(); });
+        QCoreApplication::processEvents();
+        QVERIFY(!stage.tag().isVisible());
+    }
+
+    void aRowThatChangesBringsNoTag()
+    {
+        Stage stage;
+        stage.restOnTheCalendar();
+        stage.sendRightButton(QEvent::MouseButtonPress, onTheCalendar, Qt::RightButton);
+        stage.sendRightButton(QEvent::MouseButtonRelease, onTheCalendar, Qt::NoButton);
+        QVERIFY(!stage.tag().isVisible());
+        stage.widenTheClock();
+        QVERIFY(!stage.tag().isVisible());
+    }
+
+    void whileAMenuIsOpenThePointerStaysOnWhatItWas()
+    {
+        Stage stage;
+        stage.restOnTheCalendar();
+        TrialWidget *calendar = stage.widgets[WidgetKind::calendar];
+        stage.stage.openMenu(*calendar, {{.title = QStringLiteral("Row"), .action = [] {}}});
+        stage.widenTheClock();
+        QVERIFY(calendar->isHovered());
+        QVERIFY(!stage.widgets[WidgetKind::clock]->isHovered());
+    }
+
+    void whileAButtonIsHeldThePointerStaysOnWhatItWas()
+    {
+        Stage stage;
+        stage.restOnTheCalendar();
+        stage.pointer.buttons = Qt::LeftButton;
+        stage.widenTheClock();
+        QVERIFY(stage.widgets[WidgetKind::calendar]->isHovered());
+        QVERIFY(!stage.widgets[WidgetKind::clock]->isHovered());
+    }
+
+    void aPointerThatLeftComesBackOnlyByItself()
+    {
+        Stage stage;
+        stage.restOnTheCalendar();
+        stage.send(QEvent::Leave);
+        stage.view->viewport()->setAttribute(Qt::WA_UnderMouse, false);
+        stage.widenTheClock();
+        QVERIFY(!stage.widgets[WidgetKind::clock]->isHovered());
+    }
+
+    void whatAWidgetDoesWhenItIsHoveredIsNotLookedAtAgain()
+    {
+        Stage stage;
+        stage.restOnTheCalendar();
+        int hovers = 0;
+        TrialWidget *widget = stage.widgets[WidgetKind::clock];
+        QObject::connect(widget, &BarItem::hoveredChanged, widget, [widget, &hovers] {
+            ++hovers;
+            widget->setNaturalSize(widget->isHovered() ? QSizeF(40, 40) : QSizeF(200, 40));
+        });
+        stage.widenTheClock();
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+        QCOMPARE(hovers, 1);
     }
 
     void aPointerThatHoldsAButtonIsToldNothing()

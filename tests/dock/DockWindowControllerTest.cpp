@@ -725,7 +725,7 @@ private Q_SLOTS:
         fixture.show();
         fixture.clock.advance(500ms);
         fixture.windowServer.setSpaceType(4);
-        Q_EMIT fixture.workspace.applicationActivated();
+        Q_EMIT fixture.workspace.applicationActivated(std::nullopt);
         fixture.clock.advance(350ms);
         QVERIFY(fixture.controller.isHiddenForFullScreen());
     }

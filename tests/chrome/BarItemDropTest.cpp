@@ -1,0 +1,234 @@
+#include "chrome/BarItem.h"
+
+#include "StageFixture.h"
+#include "TrialItem.h"
+#include "chrome/BarDrag.h"
+#include "harness/TestCase.h"
+
+#include <QGraphicsSceneDragDropEvent>
+#include <QMimeData>
+#include <QSignalSpy>
+
+using namespace moorline;
+using namespace moorline::test;
+
+namespace {
+
+const QString files = QStringLiteral("text/uri-list");
+const Qt::DropActions everyAction = Qt::CopyAction | Qt::LinkAction | Qt::MoveAction;
+
+/// One item, 100 points wide and 40 high, 10 points from both edges.
+struct Stage : Hand {
+    Stage() { scene.addItem(item); }
+
+    TrialItem *item = new TrialItem(QRectF(10, 10, 100, 40));
+};
+
+/// Something that counts how often it is read.
+class Offer final : public QMimeData {
+public:
+    explicit Offer(QString format)
+        : m_format(std::move(format))
+    {
+    }
+
+    [[nodiscard]] QStringList formats() const override { return {m_format}; }
+    [[nodiscard]] int timesRead() const { return m_timesRead; }
+
+protected:
+    [[nodiscard]] QVariant retrieveData(const QString &, QMetaType) const override
+    {
+        ++m_timesRead;
+        return {};
+    }
+
+private:
+    QString m_format;
+    mutable int m_timesRead = 0;
+};
+
+struct Drop {
+    explicit Drop(const QMimeData &data, Qt::DropActions possible = Qt::CopyAction | Qt::MoveAction)
+    {
+        for (QGraphicsSceneDragDropEvent *event : {&enter, &leave, &drop}) {
+            event->setMimeData(&data);
+            event->setPossibleActions(possible);
+            event->setDropAction(Qt::MoveAction);
+        }
+    }
+
+    QGraphicsSceneDragDropEvent enter{QEvent::GraphicsSceneDragEnter};
+    QGraphicsSceneDragDropEvent leave{QEvent::GraphicsSceneDragLeave};
+    QGraphicsSceneDragDropEvent drop{QEvent::GraphicsSceneDrop};
+};
+
+} // namespace
+
+class BarItemDropTest final : public TestCase {
+    Q_OBJECT
+private Q_SLOTS:
+    void whatIsOfferedIsReadOnceOnTheDrop()
+    {
+        Stage stage;
+        const Offer offer(files);
+        stage.item->taken = {files};
+        stage.item->onDrop = [&offer] { QVERIFY(offer.data(files).isEmpty()); };
+        Drop drop(offer);
+        QSignalSpy hovered(stage.item, &BarItem::dropHoveredChanged);
+        for (int i = 0; i < 2; ++i) {
+            stage.scene.sendEvent(stage.item, &drop.enter);
+            QVERIFY(drop.enter.isAccepted());
+            QVERIFY(stage.item->isDropHovered());
+            stage.scene.sendEvent(stage.item, &drop.leave);
+            QVERIFY(!stage.item->isDropHovered());
+        }
+        stage.scene.sendEvent(stage.item, &drop.enter);
+        QCOMPARE(offer.timesRead(), 0);
+        stage.scene.sendEvent(stage.item, &drop.drop);
+        QCOMPARE(offer.timesRead(), 1);
+        QVERIFY(drop.drop.isAccepted());
+        QVERIFY(!stage.item->isDropHovered());
+        QCOMPARE(hovered.size(), 6);
+    }
+
+    void otherFormatsAreRefused()
+    {
+        Stage stage;
+        const Offer offer(QStringLiteral("text/plain"));
+        stage.item->taken = {files};
+        Drop drop(offer);
+        stage.scene.sendEvent(stage.item, &drop.enter);
+        QVERIFY(!drop.enter.isAccepted());
+        QVERIFY(!stage.item->isDropHovered());
+        stage.scene.sendEvent(stage.item, &drop.drop);
+        QVERIFY(!drop.drop.isAccepted());
+        QCOMPARE(offer.timesRead(), 0);
+    }
+
+    void whatIsRefusedDoesNotGoToTheItemBelow()
+    {
+        Stage stage;
+        const Offer offer(files);
+        auto *inside = new TrialItem(QRectF(0, 0, 40, 40), stage.item);
+        int drops = 0;
+        for (TrialItem *item : {stage.item, inside})
+            item->taken = {files};
+        inside->onDrop = [&drops] { ++drops; };
+        inside->isRefusing = true;
+        QSignalSpy lit(inside, &BarItem::dropHoveredChanged);
+        QCOMPARE(stage.dragOver({80, 20}, offer, everyAction), Qt::LinkAction);
+        QVERIFY(stage.item->isDropHovered());
+        QCOMPARE(stage.dragOver({20, 20}, offer, everyAction), Qt::IgnoreAction);
+        QCOMPARE(stage.dragOver({21, 20}, offer, everyAction), Qt::IgnoreAction);
+        QVERIFY(!stage.item->isDropHovered());
+        QCOMPARE(lit.size(), 0);
+        QCOMPARE(stage.dragOver({80, 20}, offer, everyAction), Qt::LinkAction);
+        QVERIFY(stage.item->isDropHovered());
+        QCOMPARE(drops, 0);
+    }
+
+    void whoDropsWhatWasRefusedIsHeard()
+    {
+        Stage stage;
+        const Offer offer(files);
+        int drops = 0;
+        stage.item->taken = {files};
+        stage.item->isRefusing = true;
+        stage.item->onDrop = [&drops] { ++drops; };
+        Drop drop(offer);
+        stage.scene.sendEvent(stage.item, &drop.drop);
+        QCOMPARE(drops, 1);
+    }
+
+    void aDropIsNeverAMove()
+    {
+        Stage stage;
+        const Offer offer(files);
+        Drop copy(offer);
+        stage.scene.sendEvent(stage.item, &copy.drop);
+        QCOMPARE(copy.drop.dropAction(), Qt::CopyAction);
+        Drop link(offer, Qt::CopyAction | Qt::LinkAction | Qt::MoveAction);
+        stage.scene.sendEvent(stage.item, &link.drop);
+        QCOMPARE(link.drop.dropAction(), Qt::LinkAction);
+    }
+
+    void anItemMayBeDestroyedByWhatIsDropped()
+    {
+        Stage stage;
+        const QPointer<TrialItem> item = stage.item;
+        const Offer offer(files);
+        item->taken = {files};
+        item->onDrop = [item] { delete item; };
+        Drop drop(offer);
+        stage.scene.sendEvent(item, &drop.drop);
+        QVERIFY(!item);
+    }
+
+    void whatIsTakenIsLinkedOrElseCopied()
+    {
+        Stage stage;
+        const Offer offer(files);
+        stage.item->taken = {files};
+        stage.item->onDrop = [] {};
+        QCOMPARE(stage.dragOver({20, 20}, offer, everyAction), Qt::LinkAction);
+        QCOMPARE(stage.letGo({20, 20}, offer, everyAction), Qt::LinkAction);
+        for (const Qt::DropActions possible : {Qt::DropActions(Qt::CopyAction), Qt::CopyAction | Qt::MoveAction}) {
+            QCOMPARE(stage.dragOver({20, 20}, offer, possible), Qt::CopyAction);
+            QCOMPARE(stage.letGo({20, 20}, offer, possible), Qt::CopyAction);
+        }
+    }
+
+    void whatWouldOnlyBeMovedIsRefused()
+    {
+        Stage stage;
+        const Offer offer(files);
+        stage.item->taken = {files};
+        int drops = 0;
+        stage.item->onDrop = [&drops] { ++drops; };
+        QCOMPARE(stage.dragOver({20, 20}, offer, Qt::MoveAction), Qt::IgnoreAction);
+        QVERIFY(!stage.item->isDropHovered());
+        Drop direct(offer, Qt::MoveAction);
+        stage.scene.sendEvent(stage.item, &direct.drop);
+        QVERIFY(!direct.drop.isAccepted());
+        QCOMPARE(drops, 0);
+    }
+
+    void theAnswerFollowsWhatTheSourceWouldDo()
+    {
+        Stage stage;
+        const Offer offer(files);
+        stage.item->taken = {files};
+        QCOMPARE(stage.dragOver({20, 20}, offer, everyAction), Qt::LinkAction);
+        // As while a key is held.
+        QCOMPARE(stage.dragOver({21, 20}, offer, Qt::MoveAction), Qt::IgnoreAction);
+        QVERIFY(!stage.item->isDropHovered());
+        QCOMPARE(stage.dragOver({22, 20}, offer, Qt::CopyAction), Qt::CopyAction);
+        QVERIFY(stage.item->isDropHovered());
+        QCOMPARE(offer.timesRead(), 0);
+        stage.dragAway();
+        QVERIFY(!stage.item->isDropHovered());
+    }
+
+    void whatTheBarCancelledIsTakenByNobody()
+    {
+        Stage stage;
+        StageFixture bar;
+        stage.item->setStage(&bar.stage);
+        const Offer offer(files);
+        stage.item->taken = {files};
+        stage.item->onDrop = [] {};
+        auto drag = bar.stage.beginDrag();
+        QCOMPARE(stage.dragOver({20, 20}, offer, Qt::CopyAction), Qt::CopyAction);
+        bar.windows.pressEscape();
+        // Before anything else is heard of it.
+        QCOMPARE(stage.letGo({20, 20}, offer, Qt::CopyAction), Qt::IgnoreAction);
+        QCOMPARE(stage.dragOver({21, 20}, offer, Qt::CopyAction), Qt::IgnoreAction);
+        QVERIFY(!stage.item->isDropHovered());
+        drag.reset();
+        QCOMPARE(stage.dragOver({20, 20}, offer, Qt::CopyAction), Qt::CopyAction);
+    }
+};
+
+MOORLINE_TEST(BarItemDropTest);
+
+#include "BarItemDropTest.moc"
