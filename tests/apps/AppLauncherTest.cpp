@@ -1,5 +1,4 @@
-#include "apps/AppLauncher.h"
-#include "fakes/FakeSystem.h"
+#include "apps/Launching.h"
 #include "harness/TestCase.h"
 
 using namespace moorline;
@@ -37,7 +36,7 @@ private Q_SLOTS:
         QFETCH(std::optional<QString>, name);
         test::FakeAppBundles bundles;
         bundles.bundles[notesPath] = {text("org.notes"), displayName, name};
-        const auto shortcut = AppLauncher(bundles).makeShortcut(QUrl::fromLocalFile(notesPath));
+        const auto shortcut = test::Launching(bundles).launcher.makeShortcut(QUrl::fromLocalFile(notesPath));
         QVERIFY(shortcut);
         QCOMPARE(shortcut->path, notesPath);
         QCOMPARE(shortcut->bundleIdentifier, std::optional(text("org.notes")));
@@ -48,21 +47,22 @@ private Q_SLOTS:
     {
         test::FakeAppBundles bundles;
         bundles.bundles[notesPath] = {std::nullopt, text("Notes"), std::nullopt};
-        const auto shortcut = AppLauncher(bundles).makeShortcut(QUrl::fromLocalFile(notesPath));
+        const auto shortcut = test::Launching(bundles).launcher.makeShortcut(QUrl::fromLocalFile(notesPath));
         QCOMPARE(shortcut, std::optional(AppShortcut{notesPath, std::nullopt, text("Notes")}));
     }
 
     void bundleThatCannotBeReadStillGivesAShortcut()
     {
-        const test::FakeAppBundles bundles;
-        const auto shortcut = AppLauncher(bundles).makeShortcut(QUrl::fromLocalFile(text("/a/Old.version.app")));
+        test::FakeAppBundles bundles;
+        const auto shortcut =
+            test::Launching(bundles).launcher.makeShortcut(QUrl::fromLocalFile(text("/a/Old.version.app")));
         QCOMPARE(shortcut, std::optional(AppShortcut{text("/a/Old.version.app"), std::nullopt, text("Old.version")}));
     }
 
     void slashBehindAFolderIsNoPartOfItsPath()
     {
-        const test::FakeAppBundles bundles;
-        const auto shortcut = AppLauncher(bundles).makeShortcut(QUrl::fromLocalFile(notesPath + u'/'));
+        test::FakeAppBundles bundles;
+        const auto shortcut = test::Launching(bundles).launcher.makeShortcut(QUrl::fromLocalFile(notesPath + u'/'));
         QVERIFY(shortcut);
         QCOMPARE(shortcut->path, notesPath);
     }
@@ -82,14 +82,14 @@ private Q_SLOTS:
     void otherFilesGiveNone()
     {
         QFETCH(QString, path);
-        const test::FakeAppBundles bundles;
-        QVERIFY(!AppLauncher(bundles).makeShortcut(QUrl::fromLocalFile(path)));
+        test::FakeAppBundles bundles;
+        QVERIFY(!test::Launching(bundles).launcher.makeShortcut(QUrl::fromLocalFile(path)));
     }
 
     void linkIntoTheWebGivesNone()
     {
-        const test::FakeAppBundles bundles;
-        QVERIFY(!AppLauncher(bundles).makeShortcut(QUrl(text("https://example.org/Notes.app"))));
+        test::FakeAppBundles bundles;
+        QVERIFY(!test::Launching(bundles).launcher.makeShortcut(QUrl(text("https://example.org/Notes.app"))));
     }
 };
 
