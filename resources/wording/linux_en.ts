@@ -26,4 +26,19 @@
         <translation>Hide the desktop’s dock</translation>
     </message>
 </context>
+<context>
+    <name>moorline::DockImporter</name>
+    <message>
+        <source>Added 1 app from the macOS Dock.</source>
+        <translation>Added 1 app from the desktop’s dock.</translation>
+    </message>
+    <message>
+        <source>Added %1 apps from the macOS Dock.</source>
+        <translation>Added %1 apps from the desktop’s dock.</translation>
+    </message>
+    <message>
+        <source>Nothing new — everything pinned in the macOS Dock is already here.</source>
+        <translation>Nothing new — everything pinned in the desktop’s dock is already here.</translation>
+    </message>
+</context>
 </TS>

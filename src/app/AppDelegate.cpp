@@ -1,12 +1,15 @@
 #include "app/AppDelegate.h"
 
 #include "app/BarWidgets.h"
+#include "app/ImportReport.h"
 #include "app/LiveSnapshot.h"
 #include "app/PreviewRenderer.h"
 #include "app/StatusItem.h"
 #include "chrome/BarWidget.h"
 #include "dock/DockBarView.h"
 #include "platform/Platform.h"
+
+#include <QPointer>
 
 namespace moorline {
 
@@ -39,6 +42,8 @@ AppDelegate::AppDelegate(Platform &platform, RunPlan plan, Outlets outlets)
 {
 }
 
+AppDelegate::~AppDelegate() = default;
+
 void AppDelegate::applicationDidFinishLaunching()
 {
     switch (m_plan.mode) {
@@ -57,15 +62,23 @@ void AppDelegate::applicationDidFinishLaunching()
 void AppDelegate::runPreview()
 {
     m_services.start();
+    m_preview = std::make_unique<PreviewRenderer>(makeBar([](qreal) {}));
     m_pictureTimer = m_services.platform.clock->after(previewDelay, [this] {
-        PreviewRenderer([this] { return makeBar([](qreal) {}); }).render(*m_plan.previewPath);
+        m_preview->render(*m_plan.previewPath);
         m_outlets.terminate();
     });
 }
 
-void AppDelegate::runImport()
+QCoro::Task<> AppDelegate::runImport()
 {
-    const ImportResult result = m_outlets.importFromSystemDock();
+    QPointer<AppDelegate> alive{this};
+    // What the dock's tiles stand for is known only once the applications have been looked for.
+    co_await m_services.platform.appBundles->installed();
+    if (!alive)
+        co_return;
+    const DockImporter::Result result = co_await m_services.importer.importIntoSettings();
+    if (!alive)
+        co_return;
     for (const QString &line : importReport(result, m_services.store.settings().appShortcuts.size()))
         m_outlets.print(line);
     m_outlets.terminate();
@@ -74,6 +87,7 @@ void AppDelegate::runImport()
 void AppDelegate::runBar()
 {
     m_services.start();
+    m_services.badges.start();
     m_windowController.show();
     m_services.platform.statusBar->show(statusItem(m_services.store, commands()));
     if (m_plan.snapshotPath)
@@ -95,20 +109,7 @@ BarCommands AppDelegate::commands() const
 
 std::unique_ptr<DockBarView> AppDelegate::makeBar(std::function<void(qreal)> contentWidthChange)
 {
-    return std::make_unique<DockBarView>(
-        DockBarView::Context{
-            .store = m_services.store,
-            .systemDock = m_services.systemDock,
-            .clock = *m_services.platform.clock,
-            .screens = *m_services.platform.screens,
-            .symbols = m_services.symbols,
-            .stage = m_services.barStage,
-            .commands = commands(),
-            .makeWidget = [this](WidgetKind kind) { return makeBarWidget(kind, m_services); },
-            // There is no music to hear yet.
-            .playback = nullptr,
-        },
-        std::move(contentWidthChange));
+    return moorline::makeBar(m_services, commands(), std::move(contentWidthChange));
 }
 
 } // namespace moorline

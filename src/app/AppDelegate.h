@@ -1,11 +1,12 @@
 #pragma once
 
-#include "app/ImportReport.h"
 #include "app/Services.h"
 #include "dock/BarMenu.h"
 #include "dock/DockWindowController.h"
 
 namespace moorline {
+
+class PreviewRenderer;
 
 /// Builds everything, owns it, and starts what the run is for.
 class AppDelegate final : public QObject {
@@ -13,7 +14,6 @@ class AppDelegate final : public QObject {
 public:
     /// The ends of the program that reach outside.
     struct Outlets {
-        std::function<ImportResult()> importFromSystemDock;
         /// Writes a line to standard output.
         std::function<void(const QString &)> print;
         std::function<void()> terminate;
@@ -21,6 +21,7 @@ public:
 
     /// `platform` outlives the delegate.
     AppDelegate(Platform &platform, RunPlan plan, Outlets outlets);
+    ~AppDelegate() override;
 
     /// Call once the event loop runs.
     void applicationDidFinishLaunching();
@@ -30,7 +31,7 @@ public:
 
 private:
     void runPreview();
-    void runImport();
+    QCoro::Task<> runImport();
     void runBar();
     void scheduleSnapshot();
     [[nodiscard]] BarCommands commands() const;
@@ -40,6 +41,8 @@ private:
     Outlets m_outlets;
     Services m_services;
     DockWindowController m_windowController;
+    /// In a run that makes a picture of a bar without a panel.
+    std::unique_ptr<PreviewRenderer> m_preview;
     /// Ends a run that makes one picture.
     std::unique_ptr<Clock::Timer> m_pictureTimer;
 };

@@ -1,6 +1,9 @@
 #include "app/BarWidgets.h"
 
 #include "app/Services.h"
+#include "apps/AppShortcutsWidget.h"
+#include "apps/RecentAppsWidget.h"
+#include "dock/DockBarView.h"
 #include "time/CalendarWidget.h"
 #include "time/ClockWidget.h"
 #include "time/MonthCounterWidget.h"
@@ -11,10 +14,38 @@ namespace moorline {
 
 namespace {
 
-WeatherTile::Context weatherContext(const Services &services)
+WeatherTile::Context weatherContext(Services &services)
 {
-    // There is no weather application to open yet.
-    return {.service = services.weather, .symbols = services.symbols, .openWeatherApp = nullptr};
+    const auto open = [&services] {
+        const Settings &settings = services.store.settings();
+        services.launcher.openWeatherApp(services.weather.resolvedLocation().value_or(settings.location));
+    };
+    return {
+        .service = services.weather, .symbols = services.symbols, .openWeatherApp = open, .destination = [&services] {
+            return services.launcher.weatherDestination();
+        }};
+}
+
+std::unique_ptr<BarWidget> makeForecast(Services &services)
+{
+    auto forecast = std::make_unique<ForecastWidget>(weatherContext(services));
+    QObject::connect(
+        services.platform.appBundles.get(), &AppBundles::changed, forecast.get(), &ForecastWidget::destinationChanged);
+    return forecast;
+}
+
+AppShortcutButton::Context appsContext(Services &services)
+{
+    return {.store = services.store,
+        .launcher = services.launcher,
+        .bundles = *services.platform.appBundles,
+        .running = services.runningApps,
+        .badges = services.badges,
+        .icons = services.icons,
+        .stage = services.barStage,
+        .clock = *services.platform.clock,
+        .pointer = *services.platform.pointer,
+        .panelFrame = [panel = services.platform.panelWindow.get()] { return std::optional(panel->frame()); }};
 }
 
 } // namespace
@@ -31,14 +62,39 @@ std::unique_ptr<BarWidget> makeBarWidget(WidgetKind kind, Services &services)
     case WidgetKind::weather:
         return std::make_unique<WeatherWidget>(weatherContext(services));
     case WidgetKind::forecast:
-        return std::make_unique<ForecastWidget>(weatherContext(services));
-    case WidgetKind::music:
+        return makeForecast(services);
     case WidgetKind::appShortcut:
+        return std::make_unique<AppShortcutsWidget>(appsContext(services));
     case WidgetKind::recentApps:
+        return std::make_unique<RecentAppsWidget>(services.recentApps, appsContext(services));
+    case WidgetKind::music:
     case WidgetKind::pinnedItems:
         break;
     }
     return nullptr;
+}
+
+std::unique_ptr<DockBarView> makeBar(
+    Services &services, const BarCommands &commands, std::function<void(qreal)> contentWidthChange)
+{
+    const RecentAppsService &recentApps = services.recentApps;
+    auto bar = std::make_unique<DockBarView>(
+        DockBarView::Context{
+            .store = services.store,
+            .systemDock = services.systemDock,
+            .clock = *services.platform.clock,
+            .screens = *services.platform.screens,
+            .symbols = services.symbols,
+            .stage = services.barStage,
+            .commands = commands,
+            .makeWidget = [&services](WidgetKind kind) { return makeBarWidget(kind, services); },
+            // There is no music to hear yet.
+            .playback = nullptr,
+            .recentApps = [&recentApps] { return recentApps.recent().size(); },
+        },
+        std::move(contentWidthChange));
+    QObject::connect(&recentApps, &RecentAppsService::recentChanged, bar.get(), &DockBarView::recentAppsChanged);
+    return bar;
 }
 
 } // namespace moorline

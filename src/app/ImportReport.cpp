@@ -2,7 +2,7 @@
 
 namespace moorline {
 
-QStringList importReport(const ImportResult &result, qsizetype pinnedApps)
+QStringList importReport(const DockImporter::Result &result, qsizetype pinnedApps)
 {
     QStringList lines;
     for (const AppShortcut &shortcut : result.added)

@@ -1,7 +1,7 @@
 #include "app/AppDelegate.h"
+#include "app/Readiness.h"
 
 #include <QApplication>
-#include <QEventLoop>
 #include <QProcessEnvironment>
 #include <QTextStream>
 #include <QTranslator>
@@ -23,14 +23,6 @@ void loadWording(QTranslator &wording, const QString &catalogue)
         QCoreApplication::installTranslator(&wording);
 }
 
-/// In a loop of its own: the application's asks at once whether a screen reader runs.
-void waitUntilReady(const Platform &platform)
-{
-    QEventLoop loop;
-    platform.whenReady([&loop] { loop.quit(); });
-    loop.exec();
-}
-
 /// What the program does from its first window to its last, on objects that are gone afterwards.
 int run(const RunPlan &plan)
 {
@@ -44,12 +36,10 @@ int run(const RunPlan &plan)
     QTranslator wording;
     loadWording(wording, platform.wordingCatalogue);
 
-    // The importer of the dock's pinned applications is not part of the program yet: an import brings nothing.
-    AppDelegate delegate(platform, plan,
-        {.importFromSystemDock = [] { return ImportResult(); },
-            .print = printLine,
-            .terminate = [] { QCoreApplication::quit(); }});
-    waitUntilReady(platform);
+    // Built while the wait is on.
+    AppDelegate delegate(platform, plan, {.print = printLine, .terminate = [] { QCoreApplication::quit(); }});
+    if (!waitUntilReady(platform))
+        return EXIT_SUCCESS;
     QMetaObject::invokeMethod(
         &delegate, [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);
     return QApplication::exec();

@@ -3,7 +3,6 @@
 #include "app/PngFile.h"
 #include "theme/Color.h"
 
-#include <QGraphicsScene>
 #include <QImage>
 #include <QLinearGradient>
 #include <QPainter>
@@ -26,12 +25,15 @@ QBrush background()
 
 } // namespace
 
-PreviewRenderer::PreviewRenderer(MakeBar makeBar)
-    : m_makeBar(std::move(makeBar))
+PreviewRenderer::PreviewRenderer(std::unique_ptr<DockBarView> bar)
+    : m_bar(bar.release())
 {
+    m_scene.addItem(m_bar);
+    // Nobody sees it.
+    [[maybe_unused]] const QImage picture = draw();
 }
 
-void PreviewRenderer::render(const QString &path) const
+void PreviewRenderer::render(const QString &path)
 {
     const auto png = encodedPng(draw());
     if (!png) {
@@ -44,13 +46,10 @@ void PreviewRenderer::render(const QString &path) const
         qInfo().noquote() << QStringLiteral("Moorline: wrote preview to ") + path;
 }
 
-QImage PreviewRenderer::draw() const
+QImage PreviewRenderer::draw()
 {
-    QGraphicsScene scene;
-    DockBarView *bar = m_makeBar().release();
-    scene.addItem(bar);
-    const qreal height = bar->bodyHeight();
-    bar->setGeometry(QRectF(0, std::round((size.height() - height) / 2), size.width(), height));
+    const qreal height = m_bar->bodyHeight();
+    m_bar->setGeometry(QRectF(0, std::round((size.height() - height) / 2), size.width(), height));
 
     QImage image(size * scale, QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(scale);
@@ -58,7 +57,7 @@ QImage PreviewRenderer::draw() const
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     const QRectF frame(QPointF(0, 0), QSizeF(size));
     painter.fillRect(frame, background());
-    scene.render(&painter, frame, frame);
+    m_scene.render(&painter, frame, frame);
     return image;
 }
 

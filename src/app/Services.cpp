@@ -3,6 +3,8 @@
 #include "app/WeatherServers.h"
 #include "platform/Platform.h"
 
+#include <QDir>
+
 namespace moorline {
 
 SystemDockControl &dockControl(const Platform &platform, SystemDockControl &scripted)
@@ -10,10 +12,33 @@ SystemDockControl &dockControl(const Platform &platform, SystemDockControl &scri
     return platform.systemDockControl ? *platform.systemDockControl : scripted;
 }
 
+FileManager &fileManager(const Platform &platform, FileManager &scripted)
+{
+    return platform.fileManager ? *platform.fileManager : scripted;
+}
+
+BadgeSource &badgeSource(const Platform &platform, BadgeSource &dockTiles)
+{
+    return platform.badgeSource ? *platform.badgeSource : dockTiles;
+}
+
 Services::Services(Platform &lentPlatform, const RunPlan &plan)
     : platform(lentPlatform)
     , textFamily(*platform.systemFont)
-    , launcher(*platform.appBundles)
+    , scripts(*platform.clock)
+    , scriptedFileManager({
+          .scripts = scripts,
+          .preferences = *platform.preferences,
+          .workspace = *platform.workspace,
+          .home = QDir::homePath(),
+      })
+    , launcher({
+          .bundles = *platform.appBundles,
+          .workspace = *platform.workspace,
+          .fileManager = fileManager(platform, scriptedFileManager),
+          .clock = *platform.clock,
+          .steadilyRunning = [this] { return running.applications(); },
+      })
     , store({
           .directories = *platform.directories,
           .clock = *platform.clock,
@@ -22,12 +47,12 @@ Services::Services(Platform &lentPlatform, const RunPlan &plan)
           .applicationExtension = platform.appBundles->applicationExtension(),
           .makeShortcut = [this](const QUrl &url) { return launcher.makeShortcut(url); },
       })
-    , scripts(*platform.clock)
     , scriptedDockControl(scripts)
     , systemDock(*platform.preferences, *platform.windowServer, *platform.screens,
           dockControl(platform, scriptedDockControl), *platform.systemSettings)
     , spaceProbe(*platform.windowServer)
     , symbols(*platform.symbolCatalogue)
+    , icons(*platform.icons)
     , barStage({
           .windows = *platform.popupWindows,
           .screens = *platform.screens,
@@ -49,6 +74,32 @@ Services::Services(Platform &lentPlatform, const RunPlan &plan)
           .endpoints = plan.weatherOrigin ? weatherEndpoints(*plan.weatherOrigin) : publicWeatherEndpoints(),
           .debug = plan.debug,
       })
+    , running(*platform.workspace, *platform.clock)
+    , recentApps({
+          .store = store,
+          .launcher = launcher,
+          .running = running,
+          .workspace = *platform.workspace,
+          .bundles = *platform.appBundles,
+          .files = *platform.files,
+          .defaults = *platform.userDefaults,
+          .clock = *platform.clock,
+      })
+    , runningApps(running, *platform.clock)
+    , dockTileBadges(*platform.workspace, *platform.accessibility)
+    , badges({
+          .store = store,
+          .clock = *platform.clock,
+          .source = badgeSource(platform, dockTileBadges),
+          .bundles = *platform.appBundles,
+      })
+    , importer({
+          .preferences = *platform.preferences,
+          .bundles = *platform.appBundles,
+          .launcher = launcher,
+          .files = *platform.files,
+          .store = store,
+      })
 {
 }
 
@@ -61,6 +112,8 @@ void Services::start()
     QObject::connect(&location, &LocationService::authorizationGranted, &weather, &WeatherService::refresh);
     QObject::connect(&location, &LocationService::anotherQuestionAdvised, &weather, &WeatherService::refresh);
     weather.start();
+    recentApps.start();
+    runningApps.start();
 }
 
 } // namespace moorline

@@ -1,7 +1,14 @@
 #pragma once
 
 #include "app/RunPlan.h"
+#include "apps/AppBadgeService.h"
 #include "apps/AppLauncher.h"
+#include "apps/DockImporter.h"
+#include "apps/DockTileBadges.h"
+#include "apps/RecentAppsService.h"
+#include "apps/RunningAppsService.h"
+#include "apps/ScriptedFileManager.h"
+#include "apps/SteadyRunningSet.h"
 #include "chrome/BarHolds.h"
 #include "chrome/BarStage.h"
 #include "settings/SettingsStore.h"
@@ -10,6 +17,7 @@
 #include "system/ScriptedSystemDockControl.h"
 #include "system/SpaceProbe.h"
 #include "system/SystemDock.h"
+#include "theme/IconCache.h"
 #include "theme/Symbols.h"
 #include "theme/TextFamily.h"
 #include "time/TimeKeeper.h"
@@ -21,29 +29,43 @@ namespace moorline {
 /// What changes the desktop's dock: the platform's own way, else `scripted`.
 [[nodiscard]] SystemDockControl &dockControl(const Platform &platform, SystemDockControl &scripted);
 
+/// What brings the file manager forward, in the same way.
+[[nodiscard]] FileManager &fileManager(const Platform &platform, FileManager &scripted);
+/// Where badges come from: the platform's own way, else what the system's dock shows.
+[[nodiscard]] BadgeSource &badgeSource(const Platform &platform, BadgeSource &dockTiles);
+
 /// Every service and store of a run, one of each, in the order of the start; each stands on those above it.
 struct Services {
     /// `platform` outlives the services.
     Services(Platform &platform, const RunPlan &plan);
 
-    /// Begins what runs by itself: the clock's ticking, the weather's asking.
+    /// Begins what runs by itself and any picture of the bar shows: the clock's ticking, the weather's asking, the
+    /// applications' coming and going.
     void start();
 
     Platform &platform;
     TextFamily textFamily;
+    AppleScriptRunner scripts;
+    ScriptedFileManager scriptedFileManager;
     AppLauncher launcher;
     SettingsStore store;
-    AppleScriptRunner scripts;
     ScriptedSystemDockControl scriptedDockControl;
     SystemDock systemDock;
     SpaceProbe spaceProbe;
     Symbols symbols;
+    IconCache icons;
     BarHolds barHolds;
     BarStage barStage;
     TimeKeeper timeKeeper;
     Reachability reachability;
     LocationService location;
     WeatherService weather;
+    SteadyRunningSet running;
+    RecentAppsService recentApps;
+    RunningAppsService runningApps;
+    DockTileBadges dockTileBadges;
+    AppBadgeService badges;
+    DockImporter importer;
 };
 
 } // namespace moorline

@@ -1,11 +1,12 @@
-#include "app/AppDelegate.h"
+#include "app/Program.h"
 
 #include "app/BarWidgets.h"
 #include "app/Services.h"
+#include "apps/AppShortcutsWidget.h"
+#include "apps/RecentAppsWidget.h"
 #include "dock/DockBarView.h"
 #include "dock/DockHostingView.h"
 #include "dock/DockPanel.h"
-#include "fakes/FakePlatform.h"
 #include "harness/TestCase.h"
 #include "time/CalendarWidget.h"
 #include "time/ClockWidget.h"
@@ -22,36 +23,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// A whole program on fakes.
-struct Program {
-    explicit Program(RunPlan plan)
-        : delegate(platform.ports, std::move(plan),
-            {
-                .importFromSystemDock =
-                    [this] {
-                        ++imports;
-                        return importResult;
-                    },
-                .print = [this](const QString &line) { printed.append(line); },
-                .terminate = [this] { ++terminations; },
-            })
-    {
-    }
-
-    FakePlatform platform;
-    ImportResult importResult;
-    int imports = 0;
-    QStringList printed;
-    int terminations = 0;
-    AppDelegate delegate;
-};
-
-/// As far as a program gets before any time has passed.
-void launch(Program &program)
-{
-    program.delegate.applicationDidFinishLaunching();
-    program.platform.clock.advance(0ms);
-}
+const AppShortcut notes{
+    QStringLiteral("/Applications/Notes.app"), QStringLiteral("org.example.notes"), QStringLiteral("Notes")};
+const QString mailPath = QStringLiteral("/Applications/Mail.app");
 
 /// The bar as it stands in the panel.
 DockHostingView &hostingView(const Program &program)
@@ -81,13 +55,6 @@ private:
     int m_count = 0;
 };
 
-RunPlan plan(RunMode mode)
-{
-    RunPlan result;
-    result.mode = mode;
-    return result;
-}
-
 } // namespace
 
 class AppDelegateTest final : public TestCase {
@@ -110,7 +77,6 @@ private Q_SLOTS:
         QVERIFY(program.platform.statusBar.item);
         program.platform.clock.advance(60s);
         QCOMPARE(program.terminations, 0);
-        QCOMPARE(program.imports, 0);
         QVERIFY(program.printed.isEmpty());
     }
 
@@ -202,7 +168,9 @@ private Q_SLOTS:
     void theImportPrintsItsReportAndEnds()
     {
         Program program(plan(RunMode::importDock));
-        program.importResult.unresolved = {QStringLiteral("Gone")};
+        program.platform.preferences.domains[QStringLiteral("com.apple.dock")] = {{QStringLiteral("persistent-apps"),
+            QVariantList{QVariantMap{
+                {QStringLiteral("tile-data"), QVariantMap{{QStringLiteral("file-label"), QStringLiteral("Gone")}}}}}}};
         program.delegate.applicationDidFinishLaunching();
         QCOMPARE(program.printed,
             (QStringList{QStringLiteral("skipped (not found): Gone"), QStringLiteral("total pinned apps now: 1")}));
@@ -228,7 +196,6 @@ private Q_SLOTS:
         QCOMPARE(QImage(*preview.previewPath).size(), QSize(3200, 276));
         QVERIFY(!program.delegate.windowController().panel());
         QVERIFY(!program.platform.statusBar.item);
-        QCOMPARE(program.imports, 0);
     }
 
     void aPreviewThatFailsEndsToo()
@@ -292,9 +259,73 @@ private Q_SLOTS:
         QVERIFY(isA.operator()<MonthCounterWidget>(WidgetKind::monthCounter));
         QVERIFY(isA.operator()<WeatherWidget>(WidgetKind::weather));
         QVERIFY(isA.operator()<ForecastWidget>(WidgetKind::forecast));
-        for (const auto kind :
-            {WidgetKind::music, WidgetKind::appShortcut, WidgetKind::recentApps, WidgetKind::pinnedItems})
+        QVERIFY(isA.operator()<AppShortcutsWidget>(WidgetKind::appShortcut));
+        QVERIFY(isA.operator()<RecentAppsWidget>(WidgetKind::recentApps));
+        for (const auto kind : {WidgetKind::music, WidgetKind::pinnedItems})
             QVERIFY(!makeBarWidget(kind, services));
+    }
+
+    void theBarShowsIconsAndLaunchesTheirApplications()
+    {
+        Program program(plan(RunMode::normal));
+        program.platform.preferences.setDock(QStringLiteral("bottom"), true);
+        program.delegate.store().change([](Settings &settings) { settings.appShortcuts = {notes}; });
+        launch(program);
+        // A bar of an icon alone would be narrower than a panel can be.
+        showWidgets(program, {WidgetKind::clock, WidgetKind::appShortcut, WidgetKind::recentApps});
+        QCOMPARE(hostingView(program).bar().row(), (QList{WidgetKind::clock, WidgetKind::appShortcut}));
+        const qreal alone = program.delegate.windowController().contentWidth();
+
+        for (QGraphicsItem *item : hostingView(program).scene()->items()) {
+            if (auto *icon = dynamic_cast<AppShortcutButton *>(item))
+                icon->press();
+        }
+        QCOMPARE(program.platform.workspace.openings.size(), 1);
+        QCOMPARE(program.platform.workspace.openings.first().path, notes.path);
+
+        program.platform.appBundles.bundles[mailPath] = {.identifier = QStringLiteral("org.example.mail")};
+        program.platform.workspace.bringForward(
+            program.platform.workspace.launch(QStringLiteral("org.example.mail"), mailPath));
+        QCOMPARE(hostingView(program).bar().row(),
+            (QList{WidgetKind::clock, WidgetKind::appShortcut, WidgetKind::recentApps}));
+        // Another icon and the divider before it.
+        QCOMPARE(program.delegate.windowController().contentWidth(), alone + 46 + 29);
+    }
+
+    void replacedApplicationsAreAskedForTheirIconsAgain()
+    {
+        Program program(plan(RunMode::normal));
+        program.delegate.store().change([](Settings &settings) { settings.appShortcuts = {notes}; });
+        launch(program);
+        showWidgets(program, {WidgetKind::appShortcut});
+        program.delegate.windowController().panel()->show();
+        QTRY_COMPARE(program.platform.icons.requested.size(), 1);
+        QVERIFY(program.platform.icons.answer(Qt::red));
+        // As every system tells it.
+        program.platform.appBundles.change();
+        program.platform.icons.changeTheme();
+        QTRY_COMPARE(program.platform.icons.requested.size(), 2);
+    }
+
+    void aPreviewShowsIcons()
+    {
+        QTemporaryDir folder;
+        RunPlan preview = plan(RunMode::render);
+        preview.previewPath = folder.filePath(QStringLiteral("preview.png"));
+        Program program(preview);
+        program.delegate.store().change([](Settings &settings) {
+            settings.enabledWidgets = {WidgetKind::appShortcut};
+            settings.appShortcuts = {notes};
+        });
+        program.delegate.applicationDidFinishLaunching();
+        QCOMPARE(program.platform.icons.requested, (QList{IconRequest{IconKind::application, notes.path, 46, 2}}));
+        QVERIFY(program.platform.icons.answer(Qt::red));
+        QTest::ignoreMessage(
+            QtInfoMsg, qPrintable(QStringLiteral("Moorline: wrote preview to ") + *preview.previewPath));
+        program.platform.clock.advance(6s);
+        const QImage image(*preview.previewPath);
+        // The row's middle; the icon stands a little above it.
+        QCOMPARE(image.pixelColor(image.width() / 2 - 4, image.height() / 2 - 6), QColor(Qt::red));
     }
 
     void theBarShowsTheWeather()

@@ -10,7 +10,7 @@ class ImportReportTest final : public TestCase {
 private Q_SLOTS:
     void namesWhatWasAddedAndWhatWasNotFound()
     {
-        ImportResult result;
+        DockImporter::Result result;
         result.added = {
             {QStringLiteral("/Applications/Notes.app"), QStringLiteral("org.example.notes"), QStringLiteral("Notes")}};
         result.unresolved = {QStringLiteral("Gone"), QStringLiteral("Unknown")};

@@ -12,7 +12,7 @@ using namespace moorline::test;
 namespace {
 
 struct Fixture : DockFixture {
-    PreviewRenderer renderer{[this] { return std::make_unique<DockBarView>(barContext(), [](qreal) {}); }};
+    PreviewRenderer renderer{std::make_unique<DockBarView>(barContext(), [](qreal) {})};
     QTemporaryDir folder;
 };
 

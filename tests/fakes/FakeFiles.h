@@ -16,8 +16,11 @@ public:
         const QString last = path.section(u'/', -1);
         return names.value(path, last.isEmpty() ? path : last);
     }
+    /// Every file is there but these.
+    [[nodiscard]] bool exists(const QString &path) const override { return !missing.contains(path); }
 
     QHash<QString, QString> names;
+    QSet<QString> missing;
 };
 
 /// Sees nothing until it is told.

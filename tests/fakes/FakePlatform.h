@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fakes/FakeApplications.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeFiles.h"
 #include "fakes/FakeHttpClient.h"
@@ -42,9 +43,13 @@ public:
         .statusBar = makePort<FakeStatusBar>(),
         .preferences = makePort<FakePreferences>(),
         .systemDockControl = std::make_unique<FakeSystemDockControl>(),
+        .fileManager = std::make_unique<FakeFileManager>(),
+        .badgeSource = std::make_unique<FakeBadgeSource>(),
+        .accessibility = makePort<FakeAccessibility>(),
         .systemSettings = makePort<FakeSystemSettings>(),
         .instanceClaim = makePort<FakeInstanceClaim>(),
         .directories = makePort<TemporaryDirectories>(),
+        .userDefaults = makePort<FakeUserDefaults>(),
         .files = makePort<FakeFiles>(),
         .fileWatch = makePort<FakeFileWatch>(),
         .httpClient = makePort<FakeHttpClient>(),
@@ -68,9 +73,13 @@ public:
     FakeStatusBar &statusBar = fakeOf<FakeStatusBar>(ports.statusBar);
     FakePreferences &preferences = fakeOf<FakePreferences>(ports.preferences);
     FakeSystemDockControl &systemDockControl = fakeOf<FakeSystemDockControl>(ports.systemDockControl);
+    FakeFileManager &fileManager = fakeOf<FakeFileManager>(ports.fileManager);
+    FakeBadgeSource &badgeSource = fakeOf<FakeBadgeSource>(ports.badgeSource);
+    FakeAccessibility &accessibility = fakeOf<FakeAccessibility>(ports.accessibility);
     FakeSystemSettings &systemSettings = fakeOf<FakeSystemSettings>(ports.systemSettings);
     FakeInstanceClaim &instanceClaim = fakeOf<FakeInstanceClaim>(ports.instanceClaim);
     TemporaryDirectories &directories = fakeOf<TemporaryDirectories>(ports.directories);
+    FakeUserDefaults &userDefaults = fakeOf<FakeUserDefaults>(ports.userDefaults);
     FakeFiles &files = fakeOf<FakeFiles>(ports.files);
     FakeFileWatch &fileWatch = fakeOf<FakeFileWatch>(ports.fileWatch);
     FakeHttpClient &httpClient = fakeOf<FakeHttpClient>(ports.httpClient);

@@ -1,21 +1,16 @@
 #pragma once
 
-#include "platform/AppBundles.h"
 #include "platform/InstanceClaim.h"
 #include "platform/Power.h"
 #include "platform/StatusBar.h"
 #include "platform/SymbolCatalogue.h"
 #include "platform/SystemDockControl.h"
 #include "platform/SystemSettings.h"
-#include "platform/Workspace.h"
 
-#include <QHash>
 #include <QList>
 #include <optional>
 
 namespace moorline::test {
-
-class FakeWorkspace final : public Workspace { };
 
 class FakePower final : public Power { };
 
@@ -76,19 +71,6 @@ public:
     }
 
     mutable QList<SymbolRequest> requests;
-};
-
-/// Knows the bundles it was given, by path.
-class FakeAppBundles final : public AppBundles {
-public:
-    [[nodiscard]] QString applicationExtension() const override { return QStringLiteral("app"); }
-    [[nodiscard]] std::optional<BundleInfo> info(const QString &path) const override
-    {
-        const auto found = bundles.constFind(path);
-        return found == bundles.constEnd() ? std::nullopt : std::optional(*found);
-    }
-
-    QHash<QString, BundleInfo> bundles;
 };
 
 } // namespace moorline::test

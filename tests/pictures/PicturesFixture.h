@@ -13,7 +13,7 @@
 namespace moorline::test {
 
 /// The program with its widgets, on a faked system at five past one in the afternoon of 4 March 2025, on a dark wall.
-/// Symbols are squares of their size.
+/// Symbols are squares of their size, icons are tiles of a colour each.
 class PicturesFixture {
 public:
     PicturesFixture()
@@ -37,31 +37,42 @@ public:
 
     [[nodiscard]] std::unique_ptr<DockBarView> makeBar()
     {
-        return std::make_unique<DockBarView>(
-            DockBarView::Context{
-                .store = services.store,
-                .systemDock = services.systemDock,
-                .clock = platform.clock,
-                .screens = platform.screens,
-                .symbols = services.symbols,
-                .stage = services.barStage,
-                .commands = commands,
-                .makeWidget = [this](WidgetKind kind) { return makeBarWidget(kind, services); },
-                .playback = {},
-            },
-            [](qreal) {});
+        return moorline::makeBar(services, commands, [](qreal) {});
+    }
+
+    /// Pins four applications, of which the second and the last run and the last three have badges.
+    void pinApplications()
+    {
+        QList<AppShortcut> shortcuts;
+        QList<BadgeTile> badges;
+        const QStringList texts{{}, QStringLiteral("3"), QStringLiteral("42"), QStringLiteral("12345")};
+        for (const QString &name :
+            {QStringLiteral("Files"), QStringLiteral("Mail"), QStringLiteral("Notes"), QStringLiteral("Chat")}) {
+            const AppShortcut shortcut{u'/' + name + QStringLiteral(".app"), QStringLiteral("org.") + name, name};
+            platform.appBundles.bundles[shortcut.path] = {.identifier = shortcut.bundleIdentifier, .name = name};
+            badges.append({shortcut.path, texts[shortcuts.size()]});
+            if (shortcuts.size() % 2)
+                platform.workspace.launch(*shortcut.bundleIdentifier, shortcut.path);
+            shortcuts.append(shortcut);
+        }
+        change([&](Settings &settings) {
+            settings.appShortcuts = shortcuts;
+            settings.showAppBadges = true;
+        });
+        services.runningApps.start();
+        services.badges.start();
+        platform.badgeSource.answer(badges);
     }
 
     /// The item on the wall, at the scale of this run, with a margin that shows what reaches beyond it.
-    [[nodiscard]] QImage picture(QGraphicsWidget &item, const QMarginsF &margins = {6, 6, 6, 6}) const
+    [[nodiscard]] QImage picture(QGraphicsWidget &item, const QMarginsF &margins = {6, 6, 6, 6})
     {
         QGraphicsScene scene;
         scene.addItem(&item);
-        const QRectF frame = item.sceneBoundingRect().marginsAdded(margins);
-        QImage image = wall(frame.size());
-        QPainter painter(&image);
-        painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-        scene.render(&painter, QRectF(QPointF(0, 0), frame.size()), frame);
+        // What is painted for the first time asks for its icons.
+        [[maybe_unused]] const QImage first = painted(scene, item, margins);
+        answerIcons();
+        const QImage image = painted(scene, item, margins);
         scene.removeItem(&item);
         return image;
     }
@@ -84,6 +95,39 @@ public:
     BarCommands commands{.openSettings = [] {}, .quit = [] {}};
 
 private:
+    [[nodiscard]] static QImage painted(QGraphicsScene &scene, const QGraphicsWidget &item, const QMarginsF &margins)
+    {
+        const QRectF frame = item.sceneBoundingRect().marginsAdded(margins);
+        QImage image = wall(frame.size());
+        QPainter painter(&image);
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+        scene.render(&painter, QRectF(QPointF(0, 0), frame.size()), frame);
+        return image;
+    }
+
+    void answerIcons()
+    {
+        FakeIcons &icons = platform.icons;
+        while (icons.running() > 0)
+            icons.answer(tile(icons.requested[icons.requested.size() - icons.running()]));
+    }
+
+    /// As large as most icons are drawn within their square.
+    [[nodiscard]] static QImage tile(const IconRequest &request)
+    {
+        QImage image = FakeIcons::square(request, Qt::transparent);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const qreal side = request.size;
+        const QRectF place = QRectF(0, 0, side, side).adjusted(side / 16, side / 16, -side / 16, -side / 16);
+        QPainterPath outline;
+        outline.addRoundedRect(place, side / 5, side / 5);
+        painter.fillPath(outline, QColor::fromHsv(request.subject.at(1).unicode() * 37 % 360, 170, 215));
+        painter.setPen(QPen(Qt::white, side / 14));
+        painter.drawEllipse(place.center(), side / 5, side / 5);
+        return image;
+    }
+
     [[nodiscard]] static QImage wall(const QSizeF &size)
     {
         const qreal scale = qGuiApp->devicePixelRatio();

@@ -1,5 +1,6 @@
 #include "PicturesFixture.h"
 #include "ReferencePictures.h"
+#include "apps/AppShortcutsWidget.h"
 #include "chrome/HelpTag.h"
 #include "chrome/MenuRow.h"
 #include "chrome/MenuView.h"
@@ -9,8 +10,10 @@
 #include "harness/TestCase.h"
 
 #include <QFontInfo>
+#include <QGraphicsSceneDragDropEvent>
 #include <QGraphicsSceneHoverEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 
 namespace moorline::test {
 
@@ -47,15 +50,13 @@ protected Q_SLOTS:
 
 private Q_SLOTS:
     void theFontIsHere() { QCOMPARE(QFontInfo(QGuiApplication::font()).family(), family); }
-    void clock();
-    void clockOfTwentyFourHours();
-    void calendar();
-    void yearProgress();
-    void weather();
-    void weatherThatIsAwaited();
-    void weatherThatFailed();
-    void forecast();
+    void widget_data();
+    void widget();
+    void applicationsWhereThereIsLittleRoom();
+    void applicationsUnderThePointerAndUnderFiles();
+    void menuOfAnApplication();
     void bar();
+    void barOfApplications();
     void barOnANarrowScreen();
     void barAboveADock();
     void nudgeUnderThePointer();
@@ -66,71 +67,79 @@ private Q_SLOTS:
     void popover();
 };
 
-namespace {
-
-void verifyWidget(PicturesFixture &fixture, WidgetKind kind, const QString &name)
+void PicturesTest::widget_data()
 {
-    const auto widget = makeBarWidget(kind, fixture.services);
-    QVERIFY(widget);
-    widget->resize(widget->preferredSize());
-    QCOMPARE(compareWithReference(fixture.picture(*widget), name), QString());
+    using Prepare = std::function<void(PicturesFixture &)>;
+    QTest::addColumn<WidgetKind>("kind");
+    QTest::addColumn<Prepare>("prepare");
+    const auto row = [](const char *picture, WidgetKind kind, const Prepare &prepare) {
+        QTest::newRow(picture) << kind << prepare;
+    };
+    const Prepare nothing = [](PicturesFixture &) {};
+    const Prepare answer = [](PicturesFixture &fixture) { QVERIFY(fixture.answerWeather()); };
+    const Prepare fail = [](PicturesFixture &fixture) { QVERIFY(fixture.platform.httpClient.fail()); };
+    const Prepare choose24Hours = [](PicturesFixture &fixture) {
+        fixture.change([](Settings &settings) {
+            settings.clockFormat = ClockFormat::twentyFourHour;
+            settings.showSeconds = true;
+        });
+    };
+    row("clock", WidgetKind::clock, nothing);
+    row("clock-24-seconds", WidgetKind::clock, choose24Hours);
+    row("calendar", WidgetKind::calendar, nothing);
+    row("year-progress", WidgetKind::monthCounter, nothing);
+    row("weather", WidgetKind::weather, answer);
+    row("weather-awaited", WidgetKind::weather, nothing);
+    row("weather-failed", WidgetKind::weather, fail);
+    row("forecast", WidgetKind::forecast, answer);
+    row("applications", WidgetKind::appShortcut, [](PicturesFixture &fixture) { fixture.pinApplications(); });
 }
 
-} // namespace
-
-void PicturesTest::clock()
+void PicturesTest::widget()
 {
+    QFETCH(WidgetKind, kind);
+    QFETCH(std::function<void(PicturesFixture &)>, prepare);
     PicturesFixture fixture;
-    verifyWidget(fixture, WidgetKind::clock, QStringLiteral("clock"));
+    prepare(fixture);
+    const auto shown = makeBarWidget(kind, fixture.services);
+    QVERIFY(shown);
+    shown->resize(shown->preferredSize());
+    const QString picture = QString::fromLatin1(QTest::currentDataTag());
+    QCOMPARE(compareWithReference(fixture.picture(*shown), picture), QString());
 }
 
-void PicturesTest::clockOfTwentyFourHours()
+void PicturesTest::applicationsWhereThereIsLittleRoom()
 {
     PicturesFixture fixture;
-    fixture.change([](Settings &settings) {
-        settings.clockFormat = ClockFormat::twentyFourHour;
-        settings.showSeconds = true;
-    });
-    verifyWidget(fixture, WidgetKind::clock, QStringLiteral("clock-24-seconds"));
+    fixture.pinApplications();
+    const auto row = makeBarWidget(WidgetKind::appShortcut, fixture.services);
+    row->setIconSize(24);
+    row->resize(row->preferredSize());
+    QCOMPARE(compareWithReference(fixture.picture(*row), QStringLiteral("applications-small")), QString());
 }
 
-void PicturesTest::calendar()
+void PicturesTest::applicationsUnderThePointerAndUnderFiles()
 {
     PicturesFixture fixture;
-    verifyWidget(fixture, WidgetKind::calendar, QStringLiteral("calendar"));
-}
-
-void PicturesTest::yearProgress()
-{
-    PicturesFixture fixture;
-    verifyWidget(fixture, WidgetKind::monthCounter, QStringLiteral("year-progress"));
-}
-
-void PicturesTest::weather()
-{
-    PicturesFixture fixture;
-    QVERIFY(fixture.answerWeather());
-    verifyWidget(fixture, WidgetKind::weather, QStringLiteral("weather"));
-}
-
-void PicturesTest::weatherThatIsAwaited()
-{
-    PicturesFixture fixture;
-    verifyWidget(fixture, WidgetKind::weather, QStringLiteral("weather-awaited"));
-}
-
-void PicturesTest::weatherThatFailed()
-{
-    PicturesFixture fixture;
-    QVERIFY(fixture.platform.httpClient.fail());
-    verifyWidget(fixture, WidgetKind::weather, QStringLiteral("weather-failed"));
-}
-
-void PicturesTest::forecast()
-{
-    PicturesFixture fixture;
-    QVERIFY(fixture.answerWeather());
-    verifyWidget(fixture, WidgetKind::forecast, QStringLiteral("forecast"));
+    fixture.pinApplications();
+    const auto row = makeBarWidget(WidgetKind::appShortcut, fixture.services);
+    row->resize(row->preferredSize());
+    const auto icons = barItems(*row);
+    QCOMPARE(icons.size(), 4);
+    QGraphicsScene scene;
+    scene.addItem(row.get());
+    QGraphicsSceneHoverEvent hover(QEvent::GraphicsSceneHoverEnter);
+    scene.sendEvent(icons[0], &hover);
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/a"))});
+    QGraphicsSceneDragDropEvent drag(QEvent::GraphicsSceneDragEnter);
+    drag.setMimeData(&files);
+    drag.setPossibleActions(Qt::CopyAction);
+    scene.sendEvent(icons[2], &drag);
+    fixture.platform.clock.advance(std::chrono::seconds(1));
+    scene.removeItem(row.get());
+    QVERIFY(icons[0]->isHovered() && icons[2]->isDropHovered());
+    QCOMPARE(compareWithReference(fixture.picture(*row), QStringLiteral("applications-grown")), QString());
 }
 
 namespace {
@@ -151,6 +160,16 @@ void PicturesTest::bar()
     PicturesFixture fixture;
     QVERIFY(fixture.answerWeather());
     verifyBar(fixture, {800, 110}, QStringLiteral("bar"));
+}
+
+void PicturesTest::barOfApplications()
+{
+    PicturesFixture fixture;
+    fixture.pinApplications();
+    fixture.change([](Settings &settings) {
+        settings.enabledWidgets = {WidgetKind::clock, WidgetKind::appShortcut, WidgetKind::calendar};
+    });
+    verifyBar(fixture, {520, 110}, QStringLiteral("bar-applications"));
 }
 
 void PicturesTest::barOnANarrowScreen()
@@ -212,6 +231,17 @@ void PicturesTest::menu()
     verifyShown(fixture, QStringLiteral("menu"), [&](QGraphicsWidget &anchor) {
         fixture.services.barStage.openMenu(anchor, barMenu(fixture.services.store, fixture.commands));
     });
+}
+
+void PicturesTest::menuOfAnApplication()
+{
+    PicturesFixture fixture;
+    fixture.pinApplications();
+    const auto widget = makeBarWidget(WidgetKind::appShortcut, fixture.services);
+    const auto *row = dynamic_cast<AppShortcutsWidget *>(widget.get());
+    QVERIFY(row);
+    verifyShown(fixture, QStringLiteral("menu-application"),
+        [&](QGraphicsWidget &anchor) { fixture.services.barStage.openMenu(anchor, row->buttons()[1]->menu()); });
 }
 
 void PicturesTest::menuWithoutACompositor()
