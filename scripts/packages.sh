@@ -15,7 +15,7 @@ packages_of() {
         echo g++ cmake ninja-build pkg-config \
             qt6-base-dev 'qt6-svg-dev|libqt6svg6-dev' qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools libgl-dev \
             qcoro-qt6-dev libglib2.0-dev libgweather-4-dev \
-            libxcb1-dev libxcb-randr0-dev libxcb-shape0-dev libxcb-xfixes0-dev libxcb-xinput-dev libxcb-xtest0-dev
+            libxcb1-dev libxcb-randr0-dev libxcb-res0-dev libxcb-shape0-dev libxcb-xfixes0-dev libxcb-xinput-dev libxcb-xtest0-dev
         ;;
     run) echo x11-utils 'libgweather-4-0t64|libgweather-4-0' ;;
     desktop)
@@ -23,7 +23,7 @@ packages_of() {
             python3 python3-xlib python3-pil xterm
         ;;
     test)
-        echo clang libc++-dev libglib2.0-bin xfwm4 metacity i3-wm plank tint2 xdotool python3-pytest python3-dbus python3-dbusmock at-spi2-core openssl \
+        echo clang libc++-dev libglib2.0-bin xfwm4 metacity i3-wm pcmanfm plank tint2 xdotool python3-pytest python3-dbus python3-dbusmock at-spi2-core openssl \
             qt6-gtk-platformtheme
         ;;
     pictures) echo fonts-inter tint2 ;;
@@ -40,7 +40,7 @@ commands_of() {
     build) echo c++ cmake ninja pkg-config ;;
     run) echo xdpyinfo ;;
     desktop) echo Xvfb openbox picom dbus-daemon xprop xrandr xterm "$system_python" ;;
-    test) echo clang++ xfwm4 metacity i3 plank tint2 xdotool glib-compile-schemas openssl ;;
+    test) echo clang++ xfwm4 metacity i3 pcmanfm plank tint2 xdotool glib-compile-schemas openssl ;;
     pictures) echo tint2 ;;
     bench) echo plank ;;
     format) echo clang-format ;;
@@ -50,10 +50,10 @@ commands_of() {
 }
 
 fedora_packages='gcc-c++ cmake ninja-build pkgconf qt6-qtbase-devel qt6-qtsvg-devel qt6-qttools-devel qcoro-qt6-devel
-    libxcb-devel glib2-devel libgweather4-devel clang libcxx-devel clang-tools-extra xorg-x11-server-Xvfb openbox picom xfwm4 metacity i3 xterm plank
+    libxcb-devel glib2-devel libgweather4-devel clang libcxx-devel clang-tools-extra xorg-x11-server-Xvfb openbox picom xfwm4 metacity i3 pcmanfm xterm plank
     tint2 xdotool dbus-daemon xprop xdpyinfo xrandr python3-pytest python3-dbus python3-dbusmock at-spi2-core openssl python3-xlib python3-pillow rsms-inter-fonts dejavu-sans-fonts'
 arch_packages='base-devel cmake ninja pkgconf qt6-base qt6-svg qt6-tools qcoro libxcb glib2 libgweather-4 clang libc++
-    xorg-server-xvfb openbox picom xfwm4 metacity i3-wm xterm plank tint2 xdotool dbus xorg-xprop xorg-xdpyinfo xorg-xrandr
+    xorg-server-xvfb openbox picom xfwm4 metacity i3-wm pcmanfm xterm plank tint2 xdotool dbus xorg-xprop xorg-xdpyinfo xorg-xrandr
     python-pytest python-dbusmock python-dbus at-spi2-core openssl python-xlib python-pillow inter-font ttf-dejavu'
 
 need() {

@@ -4,6 +4,7 @@
 #include "chrome/BarItem.h"
 #include "chrome/BarStage.h"
 #include "chrome/Popover.h"
+#include "chrome/ReorderDrag.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeSystem.h"
 #include "platform/linux/x11/X11PanelWindow.h"
@@ -30,6 +31,7 @@ constexpr std::uint8_t letterKey = 38;
 constexpr std::uint8_t leftButton = 1;
 constexpr QPoint onTheItem(720, 850);
 constexpr QPoint onTheTarget(250, 250);
+const QString reorderedID = QStringLiteral("reordered");
 
 /// What a drag of the bar may end on.
 class DropTarget final : public QWidget {
@@ -75,6 +77,8 @@ public:
 
     /// In the event loop of the drag.
     std::function<void()> onDrag;
+    /// Dragged to another place in the bar.
+    bool isReordered = false;
     QList<QPointF> places;
     QList<DragEnd> ends;
 
@@ -82,6 +86,8 @@ protected:
     void drag(const QPointF &) override
     {
         QTimer::singleShot(0, this, onDrag);
+        if (isReordered)
+            return carryReordered(*this, reorderedID, {}, {});
         auto *data = new QMimeData;
         data->setText(QStringLiteral("payload"));
         auto *drag = new QDrag(scene()->views().first());
@@ -90,6 +96,8 @@ protected:
     }
     void dragTo(const QPointF &place) override { places.append(place); }
     void dragEnded(DragEnd end) override { ends.append(end); }
+    [[nodiscard]] bool takesReorder(const QString &id) const override { return id == reorderedID; }
+    void reorderMoved(const QString &, const QPointF &place) override { places.append(place); }
 };
 
 /// A panel as the bar has it, of one item, at the bottom of the screen.
@@ -202,6 +210,58 @@ private Q_SLOTS:
         keyboardIsBack();
     }
 
+    void whatIsHiddenMeanwhileIsCarriedNoFurther()
+    {
+        bar->item->onDrag = [this] {
+            foreign->movePointer(onTheTarget);
+            QTRY_VERIFY(target->isHovered);
+            bar->item->hide();
+        };
+        startDragging();
+        QTRY_COMPARE(bar->item->ends, QList{TrialItem::DragEnd::cancelled});
+        QVERIFY(!bar->holds.isHeld());
+        bar->item->show();
+        letGoAt(onTheTarget);
+        QCOMPARE(target->drops, 0);
+    }
+
+    void anItemIsCarriedOverAnotherOfTheBar_data()
+    {
+        QTest::addColumn<std::function<void(BarDragTest &)>>("finish");
+        QTest::addColumn<TrialItem::DragEnd>("end");
+        using Finish = std::function<void(BarDragTest &)>;
+        QTest::newRow("let go") << Finish([](BarDragTest &test) { test.foreign->setButton(leftButton, false); })
+                                << TrialItem::DragEnd::letGo;
+        QTest::newRow("Escape") << Finish([](BarDragTest &test) { test.type(escapeKey); })
+                                << TrialItem::DragEnd::cancelled;
+    }
+
+    void anItemIsCarriedOverAnotherOfTheBar()
+    {
+        QFETCH(std::function<void(BarDragTest &)>, finish);
+        QFETCH(TrialItem::DragEnd, end);
+        auto *other = new TrialItem;
+        other->setGeometry(60, 0, 40, 100);
+        other->setAcceptDrops(true);
+        bar->scene.addItem(other);
+        bar->item->isReordered = true;
+        bar->item->onDrag = [&] {
+            foreign->movePointer({740, 850});
+            QTRY_COMPARE(other->places.value(0), QPointF(70, 50));
+            // The row makes room.
+            bar->item->setX(10);
+            other->setX(50);
+            foreign->movePointer({750, 860});
+            QTRY_COMPARE(other->places.last(), QPointF(80, 60));
+            QVERIFY(bar->item->ends.isEmpty());
+            finish(*this);
+        };
+        startDragging();
+        QTRY_COMPARE(bar->item->ends, QList{end});
+        QVERIFY(!bar->holds.isHeld());
+        QVERIFY(!other->isDropHovered());
+    }
+
     void escapeCancelsADragInsideTheBar()
     {
         bar->item->setDraggable(TrialItem::DragKind::inside);
@@ -242,29 +302,13 @@ private Q_SLOTS:
     void aKeyboardThatIsHeldElsewhereLeavesTheDrag()
     {
         foreign->grabKeyboard();
-        bar->item->onDrag = [this] {
-            type(escapeKey);
-            foreign->movePointer(onTheTarget);
-            QTRY_VERIFY(target->isHovered);
-            foreign->setButton(leftButton, false);
-        };
-        startDragging();
-        QTRY_COMPARE(bar->item->ends, QList{TrialItem::DragEnd::letGo});
-        QTRY_COMPARE(target->drops, 1);
+        escapeLeavesTheDrag();
     }
 
     void escapeThatAnotherProgramHasLeavesTheDrag()
     {
         foreign->grabKey(escapeKey);
-        bar->item->onDrag = [this] {
-            type(escapeKey);
-            foreign->movePointer(onTheTarget);
-            QTRY_VERIFY(target->isHovered);
-            foreign->setButton(leftButton, false);
-        };
-        startDragging();
-        QTRY_COMPARE(bar->item->ends, QList{TrialItem::DragEnd::letGo});
-        QTRY_COMPARE(target->drops, 1);
+        escapeLeavesTheDrag();
     }
 
     void escapeClosesAPopoverThatLeavesTheKeyboard()
@@ -297,6 +341,19 @@ private:
         QTRY_VERIFY(bar->item->isPressed());
         foreign->movePointer(onTheItem - QPoint(0, QApplication::startDragDistance()));
         QTRY_VERIFY(bar->item->isDragged() || !bar->item->ends.isEmpty());
+    }
+
+    void escapeLeavesTheDrag()
+    {
+        bar->item->onDrag = [this] {
+            type(escapeKey);
+            foreign->movePointer(onTheTarget);
+            QTRY_VERIFY(target->isHovered);
+            foreign->setButton(leftButton, false);
+        };
+        startDragging();
+        QTRY_COMPARE(bar->item->ends, QList{TrialItem::DragEnd::letGo});
+        QTRY_COMPARE(target->drops, 1);
     }
 
     void letGoAt(const QPoint &place)

@@ -25,14 +25,28 @@ PrivateBus &privateBus()
 /// A bus that is opened at once.
 struct Kept {
     explicit Kept(BusKind kind)
-        : keeper(kind, bus, clock, 0ms)
+        : keeper(kind, bus, clock)
     {
-        clock.advance(0ms);
+        keeper.open();
     }
 
     FakeClock clock;
     Bus bus;
     BusKeeper keeper;
+};
+
+/// Who cannot do without the session's bus, and what it is told of it.
+struct Waiting {
+    void ask()
+    {
+        gate.whenKnown([this](bool isThere) { answers.append(isThere); });
+    }
+
+    FakeClock clock;
+    Bus bus;
+    BusKeeper keeper{BusKind::session, bus, clock};
+    BusGate gate{keeper, clock};
+    QList<bool> answers;
 };
 
 const QString name = QStringLiteral("app.moorline.Test");
@@ -63,7 +77,9 @@ private Q_SLOTS:
         QVERIFY(privateBus().start());
         FakeClock clock;
         Bus bus;
-        const BusKeeper keeper(kind, bus, clock, 1s);
+        BusKeeper keeper(kind, bus, clock);
+        QCOMPARE(clock.runningTimers(), 0);
+        keeper.openAfter(1s);
         clock.advance(999ms);
         QCoreApplication::processEvents();
         QCOMPARE(bus.state(), Bus::State::awaited);
@@ -106,64 +122,48 @@ private Q_SLOTS:
 
     void whoCannotDoWithoutLearnsInTimeWhetherThereIsABus()
     {
-        FakeClock clock;
-        Bus bus;
-        BusKeeper keeper(BusKind::session, bus, clock, 1s);
         QVERIFY(privateBus().start());
-        BusGate gate(keeper, clock);
-        QList<bool> answers;
-        gate.whenKnown([&](bool isThere) { answers.append(isThere); });
-        QVERIFY(answers.isEmpty());
-        QTRY_COMPARE(answers, QList<bool>{true});
+        Waiting waiting;
+        waiting.ask();
+        QVERIFY(waiting.answers.isEmpty());
+        QTRY_COMPARE(waiting.answers, QList<bool>{true});
         // Nothing is left that could tell it again.
-        QCOMPARE(clock.runningTimers(), 0);
-        QTRY_VERIFY(bus.isOpen());
-        QCOMPARE(answers.size(), 1);
+        QCOMPARE(waiting.clock.runningTimers(), 0);
+        QTRY_VERIFY(waiting.bus.isOpen());
+        QCOMPARE(waiting.answers.size(), 1);
     }
 
     void whoAsksLateLearnsItFromTheEventLoop()
     {
-        FakeClock clock;
-        Bus bus;
-        BusKeeper keeper(BusKind::session, bus, clock, 1s);
         QVERIFY(privateBus().start());
-        BusGate gate(keeper, clock);
-        QTRY_VERIFY(bus.isOpen());
-        QList<bool> answers;
-        gate.whenKnown([&](bool isThere) { answers.append(isThere); });
-        QVERIFY(answers.isEmpty());
-        QTRY_COMPARE(answers, QList<bool>{true});
+        Waiting waiting;
+        QTRY_VERIFY(waiting.bus.isOpen());
+        waiting.ask();
+        QVERIFY(waiting.answers.isEmpty());
+        QTRY_COMPARE(waiting.answers, QList<bool>{true});
     }
 
     void aBusThatIsNotThereIsNotWaitedFor()
     {
-        FakeClock clock;
-        Bus bus;
-        BusKeeper keeper(BusKind::session, bus, clock, 1s);
-        BusGate gate(keeper, clock);
-        QList<bool> answers;
-        gate.whenKnown([&](bool isThere) { answers.append(isThere); });
-        QTRY_COMPARE(answers, QList<bool>{false});
-        QTRY_COMPARE(bus.state(), Bus::State::absent);
+        Waiting waiting;
+        waiting.ask();
+        QTRY_COMPARE(waiting.answers, QList<bool>{false});
+        QTRY_COMPARE(waiting.bus.state(), Bus::State::absent);
     }
 
     void aSilentBusIsWaitedForASecond()
     {
         FileDescriptor silent = privateBus().startSilent();
         QVERIFY(silent.isOpen());
-        FakeClock clock;
-        Bus bus;
-        BusKeeper keeper(BusKind::session, bus, clock, 1s);
-        BusGate gate(keeper, clock);
+        Waiting waiting;
         const FileDescriptor caller(accept4(silent.get(), nullptr, nullptr, SOCK_CLOEXEC));
         QVERIFY(caller.isOpen());
-        QList<bool> answers;
-        gate.whenKnown([&](bool isThere) { answers.append(isThere); });
-        clock.advance(999ms);
+        waiting.ask();
+        waiting.clock.advance(999ms);
         QCoreApplication::processEvents();
-        QVERIFY(answers.isEmpty());
-        clock.advance(1ms);
-        QCOMPARE(answers, QList<bool>{false});
+        QVERIFY(waiting.answers.isEmpty());
+        waiting.clock.advance(1ms);
+        QCOMPARE(waiting.answers, QList<bool>{false});
         silent.close();
         QFile::remove(QString::fromLocal8Bit(privateBus().address().mid(qsizetype(qstrlen("unix:path=")))));
     }

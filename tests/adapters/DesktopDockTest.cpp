@@ -1,3 +1,4 @@
+#include "freedesktop/EntryCatalogue.h"
 #include "harness/TestCase.h"
 #include "platform/linux/docks/DesktopDockControl.h"
 #include "platform/linux/docks/DesktopDocks.h"
@@ -7,11 +8,13 @@
 #include "platform/linux/x11/XConnection.h"
 
 #include <QCoroTask>
+#include <QDir>
 #include <QFile>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QScopeGuard>
 #include <QScreen>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <memory>
 
@@ -74,6 +77,11 @@ private:
 
     QProcess m_process;
 };
+
+std::shared_ptr<const moorline::EntryCatalogue> noEntries()
+{
+    return std::make_shared<moorline::EntryCatalogue>();
+}
 
 /// The dock that concerns the bar; for none, one that hides and has no name.
 Choice concerning(const DesktopDocks &docks)
@@ -180,11 +188,40 @@ private Q_SLOTS:
         QVERIFY(!QCoro::waitFor(control.setRevealDelay(0.5)));
     }
 
+    void planksItemsAreItsTiles()
+    {
+        const QString launchers = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+            + QStringLiteral("/plank/dock1/launchers/");
+        const auto write = [&](const char *name, const QByteArray &launcher) {
+            QDir().mkpath(launchers);
+            QFile file(launchers + QLatin1StringView(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("[PlankDockItemPreferences]\nLauncher=" + launcher + '\n');
+        };
+        write("clock.dockitem", "docklet://clock");
+        write("own.dockitem", "file:///usr/share/applications/plank.desktop");
+        setPlank("dock-items", QStringLiteral("['clock.dockitem', 'own.dockitem']"));
+        const DesktopDocks docks = desktopDocks();
+        const DesktopPreferences preferences(docks, noEntries, {});
+        const auto tiles = [&] {
+            return preferences.open(QStringLiteral("com.apple.dock"))
+                ->value(QStringLiteral("persistent-apps"))
+                .toList();
+        };
+        QVERIFY(tiles().isEmpty());
+        const RunningProgram plank(QStringLiteral("plank"));
+        QTRY_COMPARE(tiles().size(), 1);
+        const QVariantMap tile = tiles().first().toMap().value(QStringLiteral("tile-data")).toMap();
+        QCOMPARE(tile.value(QStringLiteral("file-label")).toString(), QStringLiteral("plank"));
+        QCOMPARE(tile.value(QStringLiteral("file-data")).toMap().value(QStringLiteral("_CFURLString")).toString(),
+            QStringLiteral("file:///usr/share/applications/plank.desktop"));
+    }
+
     void plankIsTheDockWhileItRuns()
     {
         setPlank("hide-mode", QStringLiteral("none"));
         const DesktopDocks docks = desktopDocks();
-        const DesktopPreferences preferences(docks);
+        const DesktopPreferences preferences(docks, noEntries);
         QCOMPARE(docks.concerningDock(), std::nullopt);
         RunningProgram plank(QStringLiteral("plank"));
         QTRY_COMPARE(concerning(docks).dock.kind, Kind::plank);

@@ -1,4 +1,5 @@
-#include "platform/linux/desktop/DesktopEntries.h"
+#include "platform/linux/apps/DesktopEntries.h"
+#include "fakes/FakeClock.h"
 #include "harness/TestCase.h"
 
 #include <QDir>
@@ -37,7 +38,10 @@ private Q_SLOTS:
         TestCase::cleanup();
     }
 
-    void applicationsEndInDesktop() { QCOMPARE(DesktopEntries().applicationExtension(), QStringLiteral("desktop")); }
+    void applicationsEndInDesktop()
+    {
+        QCOMPARE(DesktopEntries(m_clock).applicationExtension(), QStringLiteral("desktop"));
+    }
 
     void identifierIsThePathBelowTheApplicationsFolder_data()
     {
@@ -61,7 +65,7 @@ private Q_SLOTS:
     void identifierIsThePathBelowTheApplicationsFolder()
     {
         QFETCH(QString, path);
-        const auto info = DesktopEntries().info(entry(path, "[Desktop Entry]\nType=Application\nName=Tool\n"));
+        const auto info = infoAt(entry(path, "[Desktop Entry]\nType=Application\nName=Tool\n"));
         QVERIFY(info);
         QTEST(info->identifier.value_or(QString()), "identifier");
     }
@@ -73,7 +77,7 @@ private Q_SLOTS:
         const QString link = m_folder->filePath(QStringLiteral("home/applications/org.example.Linked.desktop"));
         QVERIFY(QDir().mkpath(m_folder->filePath(QStringLiteral("home/applications"))));
         QVERIFY(QFile::link(target, link));
-        const auto info = DesktopEntries().info(link);
+        const auto info = infoAt(link);
         QVERIFY(info);
         QCOMPARE(info->identifier, QStringLiteral("org.example.Linked"));
         QCOMPARE(info->displayName, QStringLiteral("Real"));
@@ -92,8 +96,8 @@ private Q_SLOTS:
 
     void genericNameStandsInForAMissingName()
     {
-        const auto info = DesktopEntries().info(
-            entry(QStringLiteral("a.desktop"), "[Desktop Entry]\nType=Application\nGenericName=Text Editor\n"));
+        const auto info =
+            infoAt(entry(QStringLiteral("a.desktop"), "[Desktop Entry]\nType=Application\nGenericName=Text Editor\n"));
         QVERIFY(info);
         QCOMPARE(info->displayName, std::nullopt);
         QCOMPARE(info->name, QStringLiteral("Text Editor"));
@@ -101,7 +105,7 @@ private Q_SLOTS:
 
     void nameIsAbsentBesideADisplayName()
     {
-        const auto info = DesktopEntries().info(
+        const auto info = infoAt(
             entry(QStringLiteral("a.desktop"), "[Desktop Entry]\nType=Application\nName=Pad\nGenericName=Editor\n"));
         QVERIFY(info);
         QCOMPARE(info->displayName, QStringLiteral("Pad"));
@@ -110,8 +114,7 @@ private Q_SLOTS:
 
     void anEmptyNameIsKept()
     {
-        const auto info =
-            DesktopEntries().info(entry(QStringLiteral("a.desktop"), "[Desktop Entry]\nType=Application\nName=\n"));
+        const auto info = infoAt(entry(QStringLiteral("a.desktop"), "[Desktop Entry]\nType=Application\nName=\n"));
         QVERIFY(info);
         QCOMPARE(info->displayName, QString());
     }
@@ -125,8 +128,8 @@ private Q_SLOTS:
 
     void aNameThatIsNotUtf8IsAbsent()
     {
-        const auto info = DesktopEntries().info(
-            entry(QStringLiteral("a.desktop"), "[Desktop Entry]\nType=Application\nName=\xff\xfe\n"));
+        const auto info =
+            infoAt(entry(QStringLiteral("a.desktop"), "[Desktop Entry]\nType=Application\nName=\xff\xfe\n"));
         QVERIFY(info);
         QCOMPARE(info->displayName, std::nullopt);
     }
@@ -153,7 +156,7 @@ private Q_SLOTS:
     void whatIsNoApplicationEntryIsAbsent()
     {
         QFETCH(QByteArray, content);
-        QVERIFY(!DesktopEntries().info(entry(QStringLiteral("a.desktop"), content)));
+        QVERIFY(!infoAt(entry(QStringLiteral("a.desktop"), content)));
     }
 
     void theLargestEntryIsRead()
@@ -171,18 +174,18 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(folder));
         const QString dangling = m_folder->filePath(QStringLiteral("dangling.desktop"));
         QVERIFY(QFile::link(m_folder->filePath(QStringLiteral("nowhere")), dangling));
-        QVERIFY(!DesktopEntries().info(fifo));
-        QVERIFY(!DesktopEntries().info(folder));
-        QVERIFY(!DesktopEntries().info(dangling));
-        QVERIFY(!DesktopEntries().info(QStringLiteral("/dev/zero")));
-        QVERIFY(!DesktopEntries().info(QString()));
-        QVERIFY(!DesktopEntries().info(m_folder->filePath(QStringLiteral("missing.desktop"))));
+        QVERIFY(!infoAt(fifo));
+        QVERIFY(!infoAt(folder));
+        QVERIFY(!infoAt(dangling));
+        QVERIFY(!infoAt(QStringLiteral("/dev/zero")));
+        QVERIFY(!infoAt(QString()));
+        QVERIFY(!infoAt(m_folder->filePath(QStringLiteral("missing.desktop"))));
     }
 
     void aPathWithAZeroCharacterIsAbsent()
     {
         const QString path = entry(QStringLiteral("a.desktop"), "[Desktop Entry]\nType=Application\nName=Tool\n");
-        QVERIFY(!DesktopEntries().info(path + QChar(u'\0') + QStringLiteral(".desktop")));
+        QVERIFY(!infoAt(path + QChar(u'\0') + QStringLiteral(".desktop")));
     }
 
 private:
@@ -197,9 +200,12 @@ private:
         return path;
     }
 
-    static QString displayName(const QString &path)
+    /// Before the folders are read: what the file itself says.
+    [[nodiscard]] std::optional<BundleInfo> infoAt(const QString &path) { return DesktopEntries(m_clock).info(path); }
+
+    QString displayName(const QString &path)
     {
-        const auto info = DesktopEntries().info(path);
+        const auto info = infoAt(path);
         return info ? info->displayName.value_or(QString()) : QString();
     }
 
@@ -210,6 +216,7 @@ private:
         qputenv("LANGUAGE", language);
     }
 
+    moorline::test::FakeClock m_clock;
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 

@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 
 namespace {
@@ -159,7 +160,11 @@ private:
     static void open(const QStringList &desktopNames, SettingsPane pane = SettingsPane::desktopAndDock)
     {
         const DesktopDocks docks(nullptr, {});
-        DesktopSettings(docks, desktopNames).open(pane);
+        DesktopSettings(
+            docks,
+            [](const QString &program, const QStringList &arguments) { QProcess::startDetached(program, arguments); },
+            desktopNames)
+            .open(pane);
     }
 
     QString record() const { return m_folder->filePath(QStringLiteral("started")); }

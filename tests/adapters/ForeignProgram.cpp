@@ -11,6 +11,9 @@ namespace {
 constexpr std::uint32_t pagerSource = 2;
 constexpr std::uint32_t iconicState = 3;
 
+// What a synthetic event has set in its type.
+constexpr std::uint8_t sentEventFlag = 0x80;
+
 // Position and size by the user, so that no window manager chooses them; gravity static, so that it means the content.
 constexpr std::uint32_t userPosition = 1U << 0U;
 constexpr std::uint32_t userSize = 1U << 1U;
@@ -34,6 +37,14 @@ xcb_atom_t ForeignProgram::atom(const QByteArray &name) const
         xcb_intern_atom(m_connection.get(), false, static_cast<std::uint16_t>(name.size()), name.constData()),
         nullptr));
     return reply->atom;
+}
+
+QString ForeignProgram::atomName(xcb_atom_t atom) const
+{
+    const XReply<xcb_get_atom_name_reply_t> reply(
+        xcb_get_atom_name_reply(m_connection.get(), xcb_get_atom_name(m_connection.get(), atom), nullptr));
+    return reply ? QString::fromLatin1(xcb_get_atom_name_name(reply.get()), xcb_get_atom_name_name_length(reply.get()))
+                 : QString();
 }
 
 xcb_window_t ForeignProgram::create(const WindowPlan &plan) const
@@ -294,7 +305,43 @@ void ForeignProgram::readEvents()
             m_clicked.append(reinterpret_cast<const xcb_button_press_event_t &>(*event).event);
         else if (event->response_type == XCB_KEY_PRESS)
             m_typed.append(reinterpret_cast<const xcb_key_press_event_t &>(*event).event);
+        else if ((event->response_type & ~sentEventFlag) == XCB_CLIENT_MESSAGE)
+            noteMessage(reinterpret_cast<const xcb_client_message_event_t &>(*event));
     }
+}
+
+void ForeignProgram::noteMessage(const xcb_client_message_event_t &message)
+{
+    const std::uint32_t *data = message.data.data32;
+    if (message.type != atom("WM_PROTOCOLS")) {
+        const QString window = message.window == root() ? QStringLiteral("root") : QString::number(message.window);
+        m_requests.append(QStringLiteral("%1 %2 %3 %4 %5")
+                              .arg(atomName(message.type), window)
+                              .arg(data[0])
+                              .arg(data[1])
+                              .arg(data[2]));
+    } else if (data[0] == atom("WM_DELETE_WINDOW")) {
+        m_closed.append(message.window);
+    }
+}
+
+void ForeignProgram::listenToRequests() const
+{
+    constexpr std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_connection.get(), root(), XCB_CW_EVENT_MASK, &mask);
+    flush();
+}
+
+QStringList ForeignProgram::requests()
+{
+    readEvents();
+    return m_requests;
+}
+
+qsizetype ForeignProgram::closeRequests(xcb_window_t window)
+{
+    readEvents();
+    return m_closed.count(window);
 }
 
 qsizetype ForeignProgram::clicks(xcb_window_t window)

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QMargins>
 #include <QRect>
+#include <QStringList>
 #include <array>
 #include <initializer_list>
 #include <memory>
@@ -34,6 +35,7 @@ public:
 
     [[nodiscard]] xcb_window_t root() const { return m_screen->root; }
     [[nodiscard]] xcb_atom_t atom(const QByteArray &name) const;
+    [[nodiscard]] QString atomName(xcb_atom_t atom) const;
 
     // Windows
     [[nodiscard]] xcb_window_t create(const WindowPlan &plan) const;
@@ -55,9 +57,16 @@ public:
     // Requests to the window manager
     void activate(xcb_window_t window) const;
     void iconify(xcb_window_t window) const;
+    /// How often the window was asked to close so far. It stays.
+    [[nodiscard]] qsizetype closeRequests(xcb_window_t window);
     void moveToDesktop(xcb_window_t window, std::uint32_t desktop) const;
     void switchToDesktop(std::uint32_t desktop) const;
     void setFullScreen(xcb_window_t window, bool isFullScreen) const;
+
+    /// From here on it hears what others ask of window managers.
+    void listenToRequests() const;
+    /// What was asked so far: "type window first second third". The window is a number, or "root".
+    [[nodiscard]] QStringList requests();
 
     // What the server says
     [[nodiscard]] bool hasWindowManager() const;
@@ -98,6 +107,7 @@ private:
     void writePlan(xcb_window_t window, const WindowPlan &plan) const;
     void flush() const;
     void readEvents();
+    void noteMessage(const xcb_client_message_event_t &message);
 
     struct Disconnecter {
         void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
@@ -106,6 +116,8 @@ private:
     const xcb_screen_t *m_screen;
     QList<xcb_window_t> m_clicked;
     QList<xcb_window_t> m_typed;
+    QList<xcb_window_t> m_closed;
+    QStringList m_requests;
 };
 
 } // namespace moorline::test

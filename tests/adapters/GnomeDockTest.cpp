@@ -1,3 +1,4 @@
+#include "freedesktop/EntryCatalogue.h"
 #include "harness/TestCase.h"
 #include "platform/linux/docks/DesktopDockControl.h"
 #include "platform/linux/docks/DesktopDocks.h"
@@ -19,6 +20,11 @@ const QString extension = QStringLiteral("org.gnome.shell.extensions.dash-to-doc
 const QString markSchema = QStringLiteral("app.moorline.Test");
 const QStringList gnome{QStringLiteral("GNOME")};
 const QStringList ubuntu{QStringLiteral("ubuntu"), QStringLiteral("GNOME")};
+
+std::shared_ptr<const moorline::EntryCatalogue> noEntries()
+{
+    return std::make_shared<moorline::EntryCatalogue>();
+}
 
 /// The settings are changed by another program, as the user would do it.
 class GnomeDockTest final : public moorline::test::TestCase {
@@ -102,7 +108,7 @@ private Q_SLOTS:
         set(extension, "intellihide", text(intellihide));
         settle();
         const DesktopDocks docks(nullptr, gnome);
-        const DesktopPreferences preferences(docks);
+        const DesktopPreferences preferences(docks, noEntries);
         QCOMPARE(only(docks).kind, DesktopDock::Kind::gnome);
         QCOMPARE(only(docks).hiding, hiding);
         QCOMPARE(value(preferences, "autohide").toBool(), hiding == DesktopDock::Hiding::byItself);
@@ -130,7 +136,7 @@ private Q_SLOTS:
         set(extension, "dock-position", position);
         settle();
         const DesktopDocks docks(nullptr, gnome);
-        const DesktopPreferences preferences(docks);
+        const DesktopPreferences preferences(docks, noEntries);
         QCOMPARE(value(preferences, "orientation").toString(), orientation);
         QCOMPARE(value(preferences, "autohide").toBool(), autohide);
     }
@@ -174,7 +180,7 @@ private Q_SLOTS:
         QCOMPARE(only(docks).kind, DesktopDock::Kind::gnome);
         DesktopDockControl control(docks);
         QVERIFY(QCoro::waitFor(control.setRevealDelay(0.75)));
-        QCOMPARE(value(DesktopPreferences(docks), "autohide-delay").toDouble(), 0.75);
+        QCOMPARE(value(DesktopPreferences(docks, noEntries), "autohide-delay").toDouble(), 0.75);
         QTRY_COMPARE(get(extension, "show-delay"), QStringLiteral("0.75"));
     }
 
@@ -182,7 +188,7 @@ private Q_SLOTS:
     {
         settle();
         DesktopDocks docks(nullptr, gnome);
-        DesktopPreferences preferences(docks);
+        DesktopPreferences preferences(docks, noEntries);
         QVERIFY(docks.docks().isEmpty());
         QCOMPARE(value(preferences, "orientation").toString(), QStringLiteral("bottom"));
         QCOMPARE(value(preferences, "autohide"), QVariant(true));
@@ -196,7 +202,7 @@ private Q_SLOTS:
     void onlyTheDocksDomainCanBeOpened()
     {
         const DesktopDocks docks(nullptr, {});
-        const DesktopPreferences preferences(docks);
+        const DesktopPreferences preferences(docks, noEntries);
         QVERIFY(preferences.open(QStringLiteral("com.apple.dock")));
         QVERIFY(!preferences.open(QStringLiteral("com.apple.finder")));
         QVERIFY(!preferences.open(QString()));

@@ -90,6 +90,36 @@ private Q_SLOTS:
         QVERIFY(m_finder->picture({IconKind::application, link, 46, 1}).isNull());
     }
 
+    void anApplicationWithoutAnIconHasThatOfAnyApplication_data()
+    {
+        QTest::addColumn<QByteArray>("entry");
+
+        QTest::newRow("none at all") << QByteArray();
+        QTest::newRow("no icon") << QByteArray("[Desktop Entry]\nType=Application\nName=App\n");
+        QTest::newRow("a missing icon") << QByteArray("[Desktop Entry]\nType=Application\nName=App\nIcon=gone\n");
+        QTest::newRow("a missing file") << QByteArray(
+            "[Desktop Entry]\nType=Application\nName=App\nIcon=/nowhere/gone.png\n");
+    }
+
+    void anApplicationWithoutAnIconHasThatOfAnyApplication()
+    {
+        QFETCH(QByteArray, entry);
+        writeIcon(48, QStringLiteral("application-x-executable"), red);
+        QString path = m_disk->path(QStringLiteral("gone.desktop"));
+        if (!entry.isEmpty())
+            path = m_disk->write(QStringLiteral("app.desktop"), entry);
+        QCOMPARE(middle(m_finder->picture({IconKind::application, path, 46, 1})), red);
+    }
+
+    void aFileWithoutAnIconHasThatOfAnyFile()
+    {
+        const QString gone = m_disk->path(QStringLiteral("gone.txt"));
+        QVERIFY(m_finder->picture({IconKind::file, gone, 22, 1}).isNull());
+        writeIcon(48, QStringLiteral("text-x-generic"), red);
+        QVERIFY(m_finder->folders().refresh());
+        QCOMPARE(middle(m_finder->picture({IconKind::file, gone, 22, 1})), red);
+    }
+
     void aFileHasTheIconOfItsType()
     {
         writeIcon(48, QStringLiteral("text-x-generic"), red);
@@ -97,7 +127,6 @@ private Q_SLOTS:
         const QString text = m_disk->write(QStringLiteral("notes.txt"), "notes");
         QCOMPARE(middle(m_finder->picture({IconKind::file, text, 22, 1})), red);
         QCOMPARE(middle(m_finder->picture({IconKind::file, m_disk->path({}), 22, 1})), blue);
-        QVERIFY(m_finder->picture({IconKind::file, m_disk->path(QStringLiteral("gone.txt")), 22, 1}).isNull());
     }
 
     void aSpecialTypeComesBeforeAGeneralOne()

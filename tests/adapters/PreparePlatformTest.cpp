@@ -1,5 +1,6 @@
 #include "platform/Platform.h"
 
+#include "EntriesOnDisk.h"
 #include "harness/TestCase.h"
 
 #include <QGuiApplication>
@@ -62,6 +63,33 @@ private Q_SLOTS:
         QGuiApplication::setDesktopSettingsAware(true);
         QVERIFY(preparePlatform(DisplayNeed::optional));
         QVERIFY(!QGuiApplication::desktopSettingsAware());
+    }
+
+    void whatIsStartedFindsTheEnvironmentOfTheStart()
+    {
+        const EntriesOnDisk disk;
+        const QString found = disk.path(QStringLiteral("environment"));
+        const QString program = disk.writeProgram(disk.path(QStringLiteral("program")),
+            "#!/bin/sh\nenv -0 >\"$0.part\"\nmv \"$0.part\" \"" + QFile::encodeName(found) + "\"\n");
+        const QString entry = disk.writeEntry(disk.own(QStringLiteral("pad")), "Name=Pad\nExec=" + program.toUtf8());
+        qputenv("DISPLAY", m_display);
+        qunsetenv("QT_QPA_PLATFORM");
+        qputenv("MOORLINE_MARK", "1");
+        QVERIFY(preparePlatform(DisplayNeed::required));
+        QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("xcb"));
+        const Platform platform = createPlatform();
+        platform.workspace->open(entry, {}, {});
+        QTRY_VERIFY(QFile::exists(found));
+        QFile file(found);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray environment = file.readAll();
+        QVERIFY(environment.contains("DISPLAY=" + m_display));
+        QVERIFY(!environment.contains("QT_QPA_PLATFORM"));
+        QVERIFY(!environment.contains("MOORLINE_MARK"));
+        // Nothing was done with a hand, so the server's clock says when.
+        const qsizetype time = environment.indexOf("_TIME");
+        QVERIFY(time > 0 && environment.at(time + 5) != '0');
+        qunsetenv("MOORLINE_MARK");
     }
 
 private:

@@ -1,6 +1,7 @@
 #include "platform/linux/desktop/SessionFont.h"
 
 #include "SettingsManager.h"
+#include "fakes/FakeClock.h"
 #include "harness/TestCase.h"
 #include "platform/linux/x11/DesktopSettingsClient.h"
 #include "platform/linux/x11/XConnection.h"
@@ -41,7 +42,7 @@ private Q_SLOTS:
         setGnomeFont("Gnomish Bold 11");
         m_connection = XConnection::open();
         QVERIFY(m_connection);
-        m_settings = std::make_unique<DesktopSettingsClient>(*m_connection);
+        m_settings = std::make_unique<DesktopSettingsClient>(*m_connection, m_clock);
     }
 
     void cleanup()
@@ -125,6 +126,7 @@ private:
 
     QByteArray m_before;
     std::unique_ptr<QTemporaryDir> m_home;
+    FakeClock m_clock;
     QtFileWatch m_fileWatch;
     std::unique_ptr<XConnection> m_connection;
     std::unique_ptr<DesktopSettingsClient> m_settings;

@@ -1,6 +1,7 @@
 #include "platform/linux/icons/SessionIconTheme.h"
 
 #include "SettingsManager.h"
+#include "fakes/FakeClock.h"
 #include "harness/TestCase.h"
 #include "platform/linux/x11/DesktopSettingsClient.h"
 #include "platform/linux/x11/XConnection.h"
@@ -8,6 +9,8 @@
 #include <QSignalSpy>
 
 namespace moorline::test {
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -34,7 +37,7 @@ private Q_SLOTS:
         setGnomeTheme("Gnomish");
         m_connection = XConnection::open();
         QVERIFY(m_connection);
-        m_settings = std::make_unique<DesktopSettingsClient>(*m_connection);
+        m_settings = std::make_unique<DesktopSettingsClient>(*m_connection, m_clock);
     }
 
     void cleanup()
@@ -47,7 +50,7 @@ private Q_SLOTS:
     void theManagerOfTheDesktopHasTheFirstWord()
     {
         const SettingsManager manager("Papirus");
-        m_settings = std::make_unique<DesktopSettingsClient>(*m_connection);
+        m_settings = std::make_unique<DesktopSettingsClient>(*m_connection, m_clock);
         const SessionIconTheme theme(m_settings.get());
         QCOMPARE(theme.name(), QStringLiteral("Papirus"));
     }
@@ -91,7 +94,41 @@ private Q_SLOTS:
         const SessionIconTheme theme(m_settings.get());
         QTRY_COMPARE(theme.name(), QStringLiteral("Papirus"));
         manager.reset();
-        QTRY_COMPARE(theme.name(), QStringLiteral("Gnomish"));
+        QTRY_COMPARE(m_clock.runningTimers(), 1);
+        m_clock.advance(1999ms);
+        QCOMPARE(theme.name(), QStringLiteral("Papirus"));
+        m_clock.advance(1ms);
+        QCOMPARE(theme.name(), QStringLiteral("Gnomish"));
+    }
+
+    void aManagerThatIsStartedAnewChangesNothing()
+    {
+        auto manager = std::make_unique<SettingsManager>("Papirus");
+        const SessionIconTheme theme(m_settings.get());
+        QTRY_COMPARE(theme.name(), QStringLiteral("Papirus"));
+        QSignalSpy changed(&theme, &SessionIconTheme::nameChanged);
+        manager.reset();
+        QTRY_COMPARE(m_clock.runningTimers(), 1);
+        m_clock.advance(1999ms);
+        manager = std::make_unique<SettingsManager>("Papirus");
+        QTRY_COMPARE(m_clock.runningTimers(), 0);
+        m_clock.advance(1h);
+        QCOMPARE(theme.name(), QStringLiteral("Papirus"));
+        QVERIFY(changed.isEmpty());
+        manager->setIconTheme("Breeze");
+        QTRY_COMPARE(theme.name(), QStringLiteral("Breeze"));
+    }
+
+    void oneThatTellsNothingYetIsWaitedForAsWell()
+    {
+        const SettingsManager manager("Papirus");
+        const SessionIconTheme theme(m_settings.get());
+        QTRY_COMPARE(theme.name(), QStringLiteral("Papirus"));
+        manager.setSettings({});
+        QTRY_COMPARE(m_clock.runningTimers(), 1);
+        QCOMPARE(theme.name(), QStringLiteral("Papirus"));
+        m_clock.advance(2s);
+        QCOMPARE(theme.name(), QStringLiteral("Gnomish"));
     }
 
     void aManagerThatTellsNonsenseLeavesTheWordToGnome()
@@ -112,6 +149,7 @@ private Q_SLOTS:
     }
 
 private:
+    FakeClock m_clock;
     std::unique_ptr<XConnection> m_connection;
     std::unique_ptr<DesktopSettingsClient> m_settings;
 };

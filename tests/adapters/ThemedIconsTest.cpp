@@ -70,6 +70,47 @@ private Q_SLOTS:
         QVERIFY(m_answers.first().isNull());
     }
 
+    void anApplicationIsLookedForWhereItIs()
+    {
+        const QString entry =
+            m_disk->write(QStringLiteral("files.desktop"), "[Desktop Entry]\nType=Application\nName=Files\nIcon=app\n");
+        const QString finder = QStringLiteral("/System/Library/CoreServices/Finder.app");
+        QStringList asked;
+        QList<std::function<void(const QString &)>> waiting;
+        m_icons->setLocator([&](const QString &path, const std::function<void(const QString &)> &located) {
+            asked.append(path);
+            waiting.append(located);
+        });
+        const auto request = load({IconKind::application, finder, 46, 1});
+        auto dropped = load({IconKind::application, finder, 46, 1});
+        const auto other = load(app);
+        QTRY_COMPARE(m_answers.size(), 1);
+        QCOMPARE(asked, QStringList({finder, finder}));
+        dropped.reset();
+        for (const auto &located : std::as_const(waiting))
+            located(entry);
+        QTRY_COMPARE(m_answers.size(), 2);
+        QCOMPARE(middle(m_answers.last()), QColor(Qt::red));
+    }
+
+    void whoIsLocatedAfterTheEndIsNotLookedFor()
+    {
+        std::function<void(const QString &)> waiting;
+        m_icons->setLocator(
+            [&](const QString &, const std::function<void(const QString &)> &located) { waiting = located; });
+        const auto request = load({IconKind::application, QStringLiteral("/Finder.app"), 46, 1});
+        m_icons.reset();
+        waiting(QStringLiteral("/files.desktop"));
+        QVERIFY(m_answers.isEmpty());
+    }
+
+    void otherApplicationsAreWorthAskingForAgain()
+    {
+        QSignalSpy changed(m_icons.get(), &Icons::themeChanged);
+        m_icons->noteApplicationsChanged();
+        QCOMPARE(changed.size(), 1);
+    }
+
     void aRequestMayBeDroppedByItsAnswer()
     {
         bool isAnswered = false;

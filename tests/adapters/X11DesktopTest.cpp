@@ -3,7 +3,6 @@
 #include "platform/linux/docks/DockWindows.h"
 #include "platform/linux/x11/X11Pointer.h"
 #include "platform/linux/x11/X11Screens.h"
-#include "platform/linux/x11/X11Workspace.h"
 
 #include <QProcess>
 #include <QSignalSpy>
@@ -14,10 +13,8 @@ using moorline::DockWindow;
 using moorline::DockWindows;
 using moorline::Screen;
 using moorline::Screens;
-using moorline::Workspace;
 using moorline::X11Pointer;
 using moorline::X11Screens;
-using moorline::X11Workspace;
 
 /// The adapters that only listen.
 class X11DesktopTest final : public moorline::test::X11TestCase {
@@ -90,28 +87,6 @@ private Q_SLOTS:
         xrandr(QStringLiteral("--auto"));
         QTRY_COMPARE(screens.screens().size(), 1);
         QTRY_COMPARE(screens.screens().first().frame, QRectF(0, 0, 1440, 900));
-    }
-
-    void anotherDesktopIsAnotherSpace()
-    {
-        const X11Workspace workspace(*connection);
-        QSignalSpy changes(&workspace, &Workspace::activeSpaceChanged);
-        foreign->switchToDesktop(1);
-        QTRY_COMPARE(changes.size(), 1);
-        foreign->switchToDesktop(0);
-        QTRY_COMPARE(changes.size(), 2);
-    }
-
-    void anotherActiveWindowIsAnotherApplication()
-    {
-        const X11Workspace workspace(*connection);
-        const xcb_window_t first = showActive({});
-        const xcb_window_t second = showActive({});
-        foreign->activate(first);
-        QTRY_COMPARE(foreign->activeWindow(), first);
-        QSignalSpy changes(&workspace, &Workspace::applicationActivated);
-        foreign->activate(second);
-        QTRY_VERIFY(!changes.isEmpty());
     }
 
     void aDockIsListedWithProgramFrameAndStrut()

@@ -14,6 +14,7 @@ private Q_SLOTS:
     void cleanup()
     {
         qunsetenv("XDG_CONFIG_HOME");
+        qunsetenv("XDG_STATE_HOME");
         TestCase::cleanup();
     }
 
@@ -33,6 +34,17 @@ private Q_SLOTS:
     {
         qputenv("XDG_CONFIG_HOME", "configuration");
         QCOMPARE(XdgDirectories().applicationSupport(), QDir::homePath() + QStringLiteral("/.config"));
+    }
+
+    void whatIsNoChoiceIsKeptInTheFolderOfStates()
+    {
+        qputenv("XDG_STATE_HOME", "/somewhere/state");
+        QCOMPARE(moorline::userDefaultsPath(), QStringLiteral("/somewhere/state/app.moorline.Moorline/defaults.json"));
+        for (const char *none : {"", "state"}) {
+            qputenv("XDG_STATE_HOME", none);
+            QCOMPARE(moorline::userDefaultsPath(),
+                QDir::homePath() + QStringLiteral("/.local/state/app.moorline.Moorline/defaults.json"));
+        }
     }
 };
 

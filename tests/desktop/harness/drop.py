@@ -1,4 +1,4 @@
-"""Drags files from an application of its own and drops them on the bar, by the XDND protocol."""
+"""Both sides of a drag between the bar and an application of the test's own, by the XDND protocol."""
 
 from Xlib import X, Xatom, display
 from Xlib.protocol import event
@@ -29,6 +29,11 @@ class FileDrag:
 
     def drop(self, urls, target, x, y):
         """Drops the URLs on a window at a point of the display. Returns once the target has taken them."""
+        assert self.hold(urls, target, x, y), "the window takes no files here"
+        self.let_go(target)
+
+    def hold(self, urls, target, x, y):
+        """Holds the URLs over a point of the display. Returns whether the window there says that it takes them."""
         self._data = "".join(f"{url}\r\n" for url in urls).encode()
         self._messages.clear()
         self._window.set_selection_owner(self._atom("XdndSelection"), X.CurrentTime)
@@ -36,7 +41,10 @@ class FileDrag:
         action = self._atom("XdndActionCopy")
         self._send(target, "XdndPosition", [0, x << 16 | y, X.CurrentTime, action])
         status = self._wait_for("XdndStatus")
-        assert status[1] & 1, "the window takes no files here"
+        return bool(status[1] & 1)
+
+    def let_go(self, target):
+        """Drops what is held over a window, whatever it said. Returns once it has dealt with that."""
         self._send(target, "XdndDrop", [0, X.CurrentTime, 0, 0])
         self._wait_for("XdndFinished")
 
@@ -86,3 +94,62 @@ class FileDrag:
         )
         self._display.send_event(request.requestor, note)
         self._display.flush()
+
+
+class DropWindow:
+    """A window that things are dragged over, and that takes down what it is told of them."""
+
+    def __init__(self, desktop, frame):
+        self._display = display.Display(desktop.environment["DISPLAY"])
+        self._display.set_error_handler(lambda *_: None)
+        screen = self._display.screen()
+        self._window = screen.root.create_window(*frame, 0, screen.root_depth, override_redirect=True)
+        self._window.change_property(self._atom("XdndAware"), Xatom.ATOM, 32, [VERSION])
+        self._window.map()
+        self._display.sync()
+        self._time = None
+        self._entered = None
+        self._notes = []
+
+    def close(self):
+        self._display.close()
+
+    def offered(self):
+        """The types of what is held over the window."""
+
+        def is_known():
+            self._read()
+            return self._entered and self._time is not None
+
+        wait_until(is_known, what="something is held over the window")
+        # More than three would be in a property of the source.
+        assert not self._entered[1] & 1
+        return [self._display.get_atom_name(atom) for atom in self._entered[2:5] if atom]
+
+    def data(self, target):
+        """What is given of a type, which may be nothing."""
+        place = self._atom("MOORLINE_TEST")
+        self._notes.clear()
+        self._window.convert_selection(self._atom("XdndSelection"), self._atom(target), place, self._time)
+
+        def is_answered():
+            self._read()
+            return self._notes
+
+        answer = wait_until(is_answered, what="the source answers")[0]
+        read = self._window.get_full_property(place, X.AnyPropertyType) if answer.property else None
+        return bytes(read.value) if read else b""
+
+    def _atom(self, name):
+        return self._display.intern_atom(name)
+
+    def _read(self):
+        self._display.sync()
+        while self._display.pending_events():
+            received = self._display.next_event()
+            if received.type == X.SelectionNotify:
+                self._notes.append(received)
+            elif received.type == X.ClientMessage and received.client_type == self._atom("XdndEnter"):
+                self._entered = received.data[1]
+            elif received.type == X.ClientMessage and received.client_type == self._atom("XdndPosition"):
+                self._time = received.data[1][3]

@@ -1,0 +1,346 @@
+#include "WorkspaceTestCase.h"
+#include "platform/linux/bus/BusObject.h"
+#include "platform/linux/x11/WindowRequests.h"
+
+#include <QDBusConnection>
+#include <QSignalSpy>
+#include <unistd.h>
+
+namespace {
+
+using moorline::RunningApplication;
+using moorline::Workspace;
+using moorline::test::WindowPlan;
+
+const QString paint = QStringLiteral("paint");
+const QString write = QStringLiteral("write");
+
+WindowPlan plan(const char *windowClass, const QRect &frame = {200, 150, 300, 200})
+{
+    const QByteArray name(windowClass);
+    QByteArray both = name;
+    both.append('\0').append(name).append('\0');
+    return {.frame = frame, .windowClass = both};
+}
+
+/// The applications of a desktop with a window manager.
+class LinuxWorkspaceTest final : public moorline::test::WorkspaceTestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        WorkspaceTestCase::init();
+        start();
+        QTRY_COMPARE(identifiers(), QStringList());
+    }
+
+    void whatHasAWindowRuns()
+    {
+        QVERIFY(showManaged(plan("paint")));
+        QTRY_COMPARE(identifiers(), QStringList{paint});
+        const RunningApplication running = application(paint);
+        QCOMPARE(running.bundlePath, entryPath(paint));
+        QCOMPARE(running.process, qint64(getpid()));
+        QCOMPARE(running.activationPolicy, moorline::ActivationPolicy::regular);
+        QVERIFY(!running.isTerminated);
+    }
+
+    void twoWindowsAreOneApplication()
+    {
+        QVERIFY(showManaged(plan("paint")));
+        const xcb_window_t second = showManaged(plan("paint"));
+        QTRY_COMPARE(identifiers(), QStringList{paint});
+        const quint64 id = application(paint).id;
+        foreign->destroy(second);
+        QTest::qWait(100);
+        QCOMPARE(application(paint).id, id);
+    }
+
+    void applicationsComeInTheOrderOfTheirFirstWindows()
+    {
+        QVERIFY(showManaged(plan("write")));
+        const xcb_window_t second = showManaged(plan("paint"));
+        QTRY_COMPARE(identifiers(), (QStringList{write, paint}));
+        foreign->activate(second);
+        QTest::qWait(100);
+        QCOMPARE(identifiers(), (QStringList{write, paint}));
+    }
+
+    void aProgramWithoutAnEntryHasNoIdentifier()
+    {
+        QVERIFY(showManaged(plan("odd")));
+        QTRY_COMPARE(identifiers(), QStringList{QStringLiteral("nobody")});
+        QVERIFY(!workspace->runningApplications()->first().bundlePath);
+    }
+
+    void whatATaskbarWouldNotShowDoesNotRun()
+    {
+        WindowPlan tool = plan("paint");
+        tool.type = QByteArrayLiteral("_NET_WM_WINDOW_TYPE_UTILITY");
+        QVERIFY(showManaged(tool));
+        WindowPlan shy = plan("write");
+        shy.states = {QByteArrayLiteral("_NET_WM_STATE_SKIP_TASKBAR")};
+        QVERIFY(showManaged(shy));
+        QVERIFY(showManaged(plan("odd")));
+        QTRY_COMPARE(identifiers(), QStringList{QStringLiteral("nobody")});
+    }
+
+    void aProgramMaySayLateWhoItIs()
+    {
+        const xcb_window_t window = showManaged(plan("odd"));
+        QTRY_COMPARE(identifiers(), QStringList{QStringLiteral("nobody")});
+        foreign->setBytes(window, "WM_CLASS", "STRING", QByteArrayLiteral("write\0write\0"));
+        QTRY_COMPARE(identifiers(), QStringList{write});
+        foreign->setBytes(window, "_GTK_APPLICATION_ID", "UTF8_STRING", "paint");
+        QTRY_COMPARE(identifiers(), QStringList{paint});
+    }
+
+    void theServerKnowsTheProcess()
+    {
+        WindowPlan boxed = plan("paint");
+        boxed.process = 2;
+        QVERIFY(showManaged(boxed));
+        QTRY_COMPARE(application(paint).process, qint64(getpid()));
+    }
+
+    void aWindowOfAnotherMachineHasNoProcess()
+    {
+        const xcb_window_t window = foreign->create(plan("paint"));
+        foreign->setBytes(window, "WM_CLIENT_MACHINE", "STRING", "elsewhere.example");
+        foreign->map(window);
+        QTRY_COMPARE(identifiers(), QStringList{paint});
+        QVERIFY(!application(paint).process);
+    }
+
+    void anEntryMayBeInstalledWhileItsProgramRuns()
+    {
+        QVERIFY(showManaged(plan("draw")));
+        QTRY_COMPARE(identifiers(), QStringList{QStringLiteral("nobody")});
+        writeEntry(QStringLiteral("draw"));
+        QTRY_COMPARE(identifiers(), QStringList{QStringLiteral("draw")});
+    }
+
+    void comingsAndGoingsAreTold()
+    {
+        QSignalSpy launched(workspace.get(), &Workspace::applicationLaunched);
+        QSignalSpy terminated(workspace.get(), &Workspace::applicationTerminated);
+        const xcb_window_t window = showManaged(plan("paint"));
+        QTRY_COMPARE(launched.size(), 1);
+        foreign->move(window, {400, 300});
+        QTest::qWait(100);
+        QCOMPARE(launched.size(), 1);
+        QCOMPARE(terminated.size(), 0);
+        foreign->destroy(window);
+        QTRY_COMPARE(terminated.size(), 1);
+        QCOMPARE(identifiers(), QStringList());
+        QCOMPARE(launched.size(), 1);
+    }
+
+    void whoComesToTheFrontIsTold()
+    {
+        const xcb_window_t first = showActive(plan("paint"));
+        QVERIFY(showActive(plan("write")));
+        QTRY_COMPARE(identifiers(), (QStringList{paint, write}));
+        std::optional<RunningApplication> last;
+        connect(workspace.get(), &Workspace::applicationActivated, this,
+            [&](const std::optional<RunningApplication> &application) { last = application; });
+        foreign->activate(first);
+        QTRY_COMPARE(foreign->activeWindow(), first);
+        QTRY_VERIFY(last);
+        QTRY_COMPARE(last->bundleIdentifier, paint);
+    }
+
+    void anotherDesktopIsAnotherSpace()
+    {
+        QSignalSpy changes(workspace.get(), &Workspace::activeSpaceChanged);
+        foreign->switchToDesktop(1);
+        QTRY_COMPARE(changes.size(), 1);
+        foreign->switchToDesktop(0);
+        QTRY_COMPARE(changes.size(), 2);
+    }
+
+    void activatingRaisesAllWindowsAndActivatesTheLast()
+    {
+        const xcb_window_t first = showActive(plan("paint", {100, 100, 300, 200}));
+        const xcb_window_t second = showActive(plan("paint", {150, 150, 300, 200}));
+        foreign->activate(first);
+        QTRY_COMPARE(foreign->activeWindow(), first);
+        const xcb_window_t other = showActive(plan("write", {120, 120, 400, 300}));
+        QTRY_COMPARE(identifiers(), (QStringList{paint, write}));
+        QVERIFY(foreign->isAbove(other, first));
+        QVERIFY(foreign->isAbove(other, second));
+
+        workspace->activate(application(paint));
+        QTRY_COMPARE(foreign->activeWindow(), first);
+        QTRY_VERIFY(foreign->isAbove(first, other));
+        QTRY_VERIFY(foreign->isAbove(second, other));
+        QVERIFY(foreign->isAbove(first, second));
+    }
+
+    void whatIsRaisedDoesNotGetTheFocus()
+    {
+        const xcb_window_t first = showActive(plan("paint"));
+        const xcb_window_t second = showActive(plan("paint"));
+        const xcb_window_t other = showActive(plan("write"));
+        const moorline::WindowRequests requests(*connection);
+        requests.raise({first, second}, other);
+        QTRY_VERIFY(foreign->isAbove(second, other));
+        QVERIFY(foreign->isAbove(second, first));
+        QVERIFY(foreign->isAbove(first, other));
+        QTest::qWait(100);
+        QCOMPARE(foreign->activeWindow(), other);
+    }
+
+    void activatingSwitchesToTheDesktopFirst()
+    {
+        const xcb_window_t window = showActive(plan("paint"));
+        QTRY_COMPARE(identifiers(), QStringList{paint});
+        QSignalSpy changes(workspace.get(), &Workspace::activeSpaceChanged);
+        foreign->switchToDesktop(1);
+        QTRY_COMPARE(changes.size(), 1);
+        workspace->activate(application(paint));
+        QTRY_COMPARE(currentDesktop(), 0U);
+        QTRY_COMPARE(foreign->activeWindow(), window);
+        QVERIFY(foreign->isViewable(window));
+    }
+
+    void activatingLeavesMinimisedWindowsAlone()
+    {
+        const xcb_window_t minimised = showActive(plan("paint"));
+        const xcb_window_t open = showActive(plan("paint"));
+        QVERIFY(showActive(plan("write")));
+        foreign->iconify(minimised);
+        QTRY_VERIFY(!foreign->isViewable(minimised));
+        QTRY_COMPARE(identifiers(), (QStringList{paint, write}));
+        workspace->activate(application(paint));
+        QTRY_COMPARE(foreign->activeWindow(), open);
+        QTest::qWait(100);
+        QVERIFY(!foreign->isViewable(minimised));
+    }
+
+    void activatingWhereAllAreMinimisedReturnsTheLast()
+    {
+        const xcb_window_t first = showActive(plan("paint"));
+        const xcb_window_t second = showActive(plan("paint"));
+        foreign->activate(first);
+        QTRY_COMPARE(foreign->activeWindow(), first);
+        QTest::qWait(100);
+        foreign->iconify(second);
+        foreign->iconify(first);
+        QTRY_VERIFY(!foreign->isViewable(first) && !foreign->isViewable(second));
+        workspace->activate(application(paint));
+        QTRY_COMPARE(foreign->activeWindow(), first);
+        QVERIFY(!foreign->isViewable(second));
+    }
+
+    void quittingClosesTheWindowsOfAllDesktopsThatCanBeAsked()
+    {
+        const xcb_window_t here = showClosable("paint");
+        const xcb_window_t elsewhere = showClosable("paint");
+        foreign->moveToDesktop(elsewhere, 1);
+        QTRY_VERIFY(!foreign->isViewable(elsewhere));
+        const xcb_window_t deaf = showManaged(plan("paint"));
+        const xcb_window_t others = showClosable("write");
+        QTRY_COMPARE(identifiers(), (QStringList{paint, write}));
+        workspace->terminate(application(paint));
+        QTRY_COMPARE(foreign->closeRequests(here), 1);
+        QTRY_COMPARE(foreign->closeRequests(elsewhere), 1);
+        QTest::qWait(100);
+        QCOMPARE(foreign->closeRequests(others), 0);
+        QCOMPARE(foreign->closeRequests(here), 1);
+        QVERIFY(foreign->isManaged(deaf));
+    }
+
+    void quittingIsAnActionOfTheEntryWhereItHasOne()
+    {
+        const QString mark = folder->filePath(QStringLiteral("asked"));
+        writeEntry(QStringLiteral("mail"),
+            "Actions=new-window;Quit;\n[Desktop Action Quit]\nName=Quit\nExec=touch " + QFile::encodeName(mark) + '\n');
+        start();
+        const xcb_window_t window = showClosable("mail");
+        QTRY_COMPARE(identifiers(), QStringList{QStringLiteral("mail")});
+        workspace->terminate(application(QStringLiteral("mail")));
+        QTRY_VERIFY(QFile::exists(mark));
+        QCOMPARE(foreign->closeRequests(window), 0);
+    }
+
+    void quittingIsAnActionOfTheProgramWhereItExportsOne()
+    {
+        bus.adopt(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("quit-asking")));
+        moorline::Bus programs;
+        programs.adopt(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("quit-asked")));
+        QVERIFY(bus.isOpen() && programs.isOpen());
+        QVariantList activated;
+        const moorline::BusObject object(programs, QStringLiteral("/org/example/paint"),
+            {{.name = QStringLiteral("org.gtk.Actions"),
+                .methods =
+                    {{.name = QStringLiteral("List"),
+                         .takes = {},
+                         .gives = {QStringLiteral("as")},
+                         .call =
+                             [](const QVariantList &) {
+                                 return QVariantList{QStringList{QStringLiteral("about"), QStringLiteral("quit")}};
+                             }},
+                        {.name = QStringLiteral("Activate"),
+                            .takes = {QStringLiteral("s"), QStringLiteral("av"), QStringLiteral("a{sv}")},
+                            .gives = {},
+                            .call =
+                                [&](const QVariantList &arguments) {
+                                    activated.append(arguments.first());
+                                    return QVariantList();
+                                }}},
+                .properties = nullptr}});
+        const xcb_window_t window = showClosable("paint");
+        foreign->setBytes(window, "_GTK_UNIQUE_BUS_NAME", "UTF8_STRING", programs.connection().baseService().toUtf8());
+        foreign->setBytes(window, "_GTK_APPLICATION_OBJECT_PATH", "UTF8_STRING", "/org/example/paint");
+        const xcb_window_t plain = showClosable("paint");
+        QTRY_COMPARE(identifiers(), QStringList{paint});
+        workspace->terminate(application(paint));
+        QTRY_COMPARE(activated, QVariantList{QStringLiteral("quit")});
+        QTRY_COMPARE(foreign->closeRequests(plain), 1);
+        QCOMPARE(foreign->closeRequests(window), 0);
+        QDBusConnection::disconnectFromBus(QStringLiteral("quit-asking"));
+        QDBusConnection::disconnectFromBus(QStringLiteral("quit-asked"));
+    }
+
+    void quittingAProgramThatOnlySaysSoClosesItsWindows()
+    {
+        const xcb_window_t window = showClosable("paint");
+        foreign->setBytes(window, "_GTK_UNIQUE_BUS_NAME", "UTF8_STRING", "not a name");
+        foreign->setBytes(window, "_GTK_APPLICATION_OBJECT_PATH", "UTF8_STRING", "nor/a path");
+        QTRY_COMPARE(identifiers(), QStringList{paint});
+        workspace->terminate(application(paint));
+        QTRY_COMPARE(foreign->closeRequests(window), 1);
+    }
+
+    void oneThatIsGoneIsLeftAlone()
+    {
+        const xcb_window_t window = showManaged(plan("paint"));
+        QTRY_COMPARE(identifiers(), QStringList{paint});
+        const RunningApplication gone = application(paint);
+        foreign->destroy(window);
+        QTRY_COMPARE(identifiers(), QStringList());
+        workspace->activate(gone);
+        workspace->terminate(gone);
+    }
+
+private:
+    [[nodiscard]] xcb_window_t showClosable(const char *windowClass) const
+    {
+        const xcb_window_t window = foreign->create(plan(windowClass));
+        foreign->setValues(window, "WM_PROTOCOLS", "ATOM", {foreign->atom("WM_DELETE_WINDOW")});
+        foreign->map(window);
+        return QTest::qWaitFor([&] { return foreign->isManaged(window); }) ? window : xcb_window_t{XCB_WINDOW_NONE};
+    }
+    [[nodiscard]] std::uint32_t currentDesktop() const
+    {
+        return foreign->values(foreign->root(), "_NET_CURRENT_DESKTOP").value(0);
+    }
+};
+
+MOORLINE_TEST(LinuxWorkspaceTest);
+
+} // namespace
+
+#include "LinuxWorkspaceTest.moc"
