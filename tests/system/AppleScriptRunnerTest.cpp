@@ -1,5 +1,5 @@
 #include "system/AppleScriptRunner.h"
-#include "system/Answer.h"
+#include "harness/Answer.h"
 #include "system/ScriptTestCase.h"
 
 using namespace moorline;

@@ -1,4 +1,4 @@
-#include "system/Answer.h"
+#include "harness/Answer.h"
 #include "system/AppleScriptRunner.h"
 #include "system/ScriptTestCase.h"
 

@@ -1,7 +1,7 @@
 #include "system/ScriptedSystemDockControl.h"
 #include "fakes/FakeClock.h"
+#include "harness/Answer.h"
 #include "harness/TestCase.h"
-#include "system/Answer.h"
 #include "system/AppleScriptRunner.h"
 #include "system/Programs.h"
 

@@ -3,8 +3,8 @@
 #include "fakes/FakeScreens.h"
 #include "fakes/FakeSystem.h"
 #include "fakes/FakeWindowServer.h"
+#include "harness/Answer.h"
 #include "harness/TestCase.h"
-#include "system/Answer.h"
 
 #include <limits>
 
