@@ -6,6 +6,7 @@
 #include "chrome/Popover.h"
 #include "chrome/PopupPlacement.h"
 #include "platform/PanelWindow.h"
+#include "platform/Pointer.h"
 
 #include <QtMath>
 #include <algorithm>
