@@ -236,7 +236,7 @@ private Q_SLOTS:
     void whatWouldGrowTooLargeToBeReadIsNotWritten()
     {
         // Pretty-printed, each of these is far longer.
-        const QByteArray document = R"({"many":[)" + QByteArray("[[1]],").repeated(1000000) + "1]}";
+        const QByteArray document = R"({"many":[)" + QByteArray("[[[[[[[[1]]]]]]]],").repeated(25000) + "1]}";
         write(document);
         begin();
         m_sync->change([](Settings &settings) { settings.bottomGap = 9; });
