@@ -1,4 +1,5 @@
 #include "platform/Platform.h"
+#include "platform/linux/Heap.h"
 #include "platform/linux/LinuxStatusBar.h"
 #include "platform/linux/apps/AppStarter.h"
 #include "platform/linux/apps/DesktopEntries.h"
@@ -56,6 +57,9 @@ constexpr auto qtPlatform = "QT_QPA_PLATFORM";
 /// What is asked of the system bus can wait until the bar is there.
 constexpr std::chrono::seconds systemBusDelay{1};
 
+/// Fonts, entries, icons and the bus are read at the start, and most of what that takes is free again soon after.
+constexpr std::chrono::seconds trimDelay{5};
+
 bool hasDisplay()
 {
     struct Disconnecter {
@@ -108,6 +112,7 @@ struct Foundation {
     std::unique_ptr<BusGate> sessionBusGate = nullptr;
     /// Made as soon as the entries are known that it starts.
     std::unique_ptr<AppStarter> starter = nullptr;
+    std::unique_ptr<Clock::Timer> trimTimer = nullptr;
 };
 
 /// As it was before the program set anything in it.
@@ -271,6 +276,7 @@ Port<InstanceClaim> makeInstanceClaim(const X11Desktop *desktop)
 bool preparePlatform(DisplayNeed need)
 {
     rememberEnvironment();
+    shareHeap();
     // Else Qt loads the desktop's theme plug-in, and with it another toolkit into this process: 130 ms and 3 MB more to
     // start.
     QGuiApplication::setDesktopSettingsAware(false);
@@ -293,6 +299,7 @@ Platform createPlatform()
     const auto foundation = layFoundation(clock);
     X11Desktop *desktop = foundation->desktop.get();
     auto ownedEntries = makePort<DesktopEntries>(clock);
+    foundation->trimTimer = clock.after(trimDelay, trimHeap);
     foundation->starter = makeStarter(*foundation, *ownedEntries, clock);
     const auto catalogue = [&entries = *ownedEntries] { return entries.catalogue(); };
     auto ownedIcons = makeIcons(*foundation, *ownedEntries, clock);
