@@ -5,7 +5,7 @@ import pytest
 
 from harness.bar import Bar
 from harness.client import Client
-from harness.desktop import WINDOW_MANAGERS, Desktop
+from harness.desktop import EVERYDAY_WINDOW_MANAGERS, WINDOW_MANAGERS, Desktop
 from harness.stalls import StallWatch
 
 FAILURES = Path(__file__).parents[2] / "build/desktop-failures"
@@ -21,18 +21,26 @@ def pytest_configure():
 
 def pytest_addoption(parser):
     parser.addoption("--window-manager", choices=WINDOW_MANAGERS, help="run only what runs under this one")
+    parser.addoption("--large", action="store_true", help="also run what needs programs too large for every run")
 
 
 def pytest_generate_tests(metafunc):
     if "desktop" in metafunc.fixturenames:
-        only_openbox = metafunc.definition.get_closest_marker("only_openbox")
-        metafunc.parametrize("window_manager", ["openbox"] if only_openbox else list(WINDOW_MANAGERS))
+        only = [name for name in WINDOW_MANAGERS if metafunc.definition.get_closest_marker(f"only_{name}")]
+        metafunc.parametrize("window_manager", only or list(EVERYDAY_WINDOW_MANAGERS))
 
 
 def pytest_collection_modifyitems(config, items):
     wanted = config.getoption("--window-manager")
-    if wanted:
-        items[:] = [item for item in items if item.callspec.params["window_manager"] == wanted]
+    large = config.getoption("--large")
+    left_out = [
+        item
+        for item in items
+        if (wanted and item.callspec.params["window_manager"] != wanted)
+        or (not large and item.get_closest_marker("large"))
+    ]
+    items[:] = [item for item in items if item not in left_out]
+    config.hook.pytest_deselected(items=left_out)
 
 
 @pytest.fixture

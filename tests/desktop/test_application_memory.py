@@ -6,6 +6,7 @@ import pytest
 
 from harness.bar import binary, settings_path, write_settings
 from harness.icons import BLUE, GREEN, RED, Icons, install
+from harness.memory import remembered
 from harness.panels import start_plank
 from harness.waiting import assert_holds, wait_until
 
@@ -22,11 +23,6 @@ def open_terminal(desktop, name):
     screen.ask_window_manager(window, "_NET_ACTIVE_WINDOW", [2, 0, 0])
     wait_until(lambda: screen.active_window() == window.id, what=f"{name} is active")
     return window
-
-
-def remembered(desktop):
-    path = desktop.home / ".local/state/app.moorline.Moorline/defaults.json"
-    return json.loads(path.read_text()).get("recentAppOrder") if path.exists() else None
 
 
 def test_the_order_of_recent_applications_survives_a_restart(desktop, start_bar):

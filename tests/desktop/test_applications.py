@@ -1,11 +1,9 @@
 """Applications that run: their dots, how they come to the front, and how they are asked to quit."""
 
-import dbus
-import dbus.bus
-import dbus.lowlevel
 import pytest
 from Xlib import X
 
+from harness.badges import BadgeSender
 from harness.pill import brightness
 from harness.screen import RIGHT_BUTTON
 from harness.waiting import assert_holds, settled, wait_until
@@ -252,15 +250,8 @@ def test_a_badge_shows_as_long_as_its_program_is_there(applications, start_bar, 
         return any(red > 200 and green < 90 and blue < 90 for red, green, blue in picture.getdata())
 
     assert not has_badge()
-    program = dbus.bus.BusConnection(desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
-    # Programs wait for this before they tell anything.
-    wait_until(lambda: program.name_has_owner("com.canonical.Unity"), what="there is a launcher")
-    update = dbus.lowlevel.SignalMessage("/note", "com.canonical.Unity.LauncherEntry", "Update")
-    update.append(
-        "application://note.desktop", {"count": dbus.Int64(7), "count-visible": True}, signature="sa{sv}"
-    )
-    program.send_message(update)
-    program.flush()
+    program = BadgeSender(desktop)
+    program.tell("note", 7)
     wait_until(has_badge, what="the badge shows")
     program.close()
     wait_until(lambda: not has_badge(), what="the badge goes")

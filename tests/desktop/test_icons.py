@@ -8,15 +8,11 @@ from Xlib import X
 
 from harness import icons as applications
 from harness.drop import DropWindow, FileDrag
+from harness.file_manager import MAGENTA, is_like, place_in_file_manager
 from harness.icons import BLUE, GREEN, RED, Icons
 from harness.waiting import wait_until
 
-MAGENTA = (250, 10, 240)
 REORDER = "app.moorline.Moorline.reorder"
-
-
-def is_like(color, other):
-    return all(abs(one - two) < 24 for one, two in zip(color, other))
 
 
 @pytest.fixture
@@ -220,45 +216,22 @@ def test_files_dropped_on_an_icon_are_opened_there(desktop, show_icons):
     assert not bar.settings()["pinnedItems"]
 
 
-def test_a_file_from_the_file_manager_is_opened_where_it_is_dropped(desktop, screen, show_icons):
+def test_a_file_from_the_file_manager_is_opened_where_it_is_dropped(desktop, show_icons):
     opened = desktop.home / "opened"
     viewer = applications.script(desktop, "viewer", f"""\
         printf '%s' "$*" >{opened}.part
         mv {opened}.part {opened}
     """)
-    bar, icons = show_icons(applications.install(desktop, "viewer", RED, f"{viewer} %F"))
+    _, icons = show_icons(applications.install(desktop, "viewer", RED, f"{viewer} %F"))
+    wait_until(lambda: is_like(icons.color(0), RED), what="the icon is drawn")
     folder = desktop.home / "pictures"
     folder.mkdir()
     # Its own picture tells where it is to be seen in the window.
     Image.new("RGB", (128, 128), MAGENTA).save(folder / "a picture.png")
-    desktop.start("files", "pcmanfm", "--no-desktop", folder)
-    window = wait_until(lambda: next(screen.mapped_windows_of_class("pcmanfm"), None), timeout=15, what="the window")
-    place = wait_until(lambda: place_of(screen, window, MAGENTA), timeout=15, what="the picture is shown")
-    screen.move_pointer(*place)
-    screen.press()
-    icons.lead_to(place[0] + 40, place[1] + 40)
-    icons.lead_to(*icons.place(0))
-    time.sleep(0.5)
-    screen.release()
+    icons.drag_onto(0, place_in_file_manager(desktop, folder))
     wait_until(opened.exists, what="the viewer is started")
     assert opened.read_text() == str(folder / "a picture.png")
     assert (folder / "a picture.png").exists()
-
-
-def place_of(screen, window, color):
-    """A point of the window in the middle of what has that colour."""
-    frame = screen.frame(window)
-    picture = screen.picture(frame)
-    found = [
-        (x, y)
-        for x in range(0, frame.width, 4)
-        for y in range(0, frame.height, 4)
-        if is_like(picture.getpixel((x, y)), color)
-    ]
-    if len(found) < 20:
-        return None
-    x, y = found[len(found) // 2]
-    return frame.x + x, frame.y + y
 
 
 def test_an_application_that_takes_no_files_refuses_them(desktop, show_icons):

@@ -10,6 +10,8 @@ ACTION = "org.a11y.atspi.Action"
 COMPONENT = "org.a11y.atspi.Component"
 REGISTRY = "org.a11y.atspi.Registry"
 ROOT = "/org/a11y/atspi/accessible/root"
+# Those of the states that are told of here, by their number.
+STATES = {8: "enabled", 24: "sensitive", 25: "showing", 30: "visible"}
 OF_THE_SCREEN = dbus.UInt32(0)
 # What Qt goes by in place of a desktop that says that assistive technology is used.
 SWITCHED_ON = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": 1}
@@ -31,6 +33,11 @@ class Accessible:
     @property
     def role(self):
         return str(self._object.GetRoleName(dbus_interface=ACCESSIBLE))
+
+    @property
+    def states(self):
+        low, high = (int(word) for word in self._object.GetState(dbus_interface=ACCESSIBLE))
+        return {name for number, name in STATES.items() if (low | high << 32) >> number & 1}
 
     @property
     def children(self):

@@ -11,6 +11,8 @@ from . import pill
 from .screen import RIGHT_BUTTON
 from .waiting import settled, wait_until
 
+ROOT = Path(__file__).resolve().parents[3]
+
 APPLICATION = "app.moorline.Moorline"
 PANEL_HEIGHT = 98
 PANEL_HEIGHT_WITH_NUDGE = 132
@@ -20,7 +22,7 @@ MARGIN = 13
 
 def binary():
     """The program that is tested: $MOORLINE_BINARY, else the release build of this tree."""
-    default = Path(__file__).parents[3] / "build/release/src/app/moorline"
+    default = ROOT / "build/release/src/app/moorline"
     path = Path(os.environ.get("MOORLINE_BINARY", default)).absolute()
     if not path.exists():
         raise RuntimeError(f"there is no program at {path}; build it or set MOORLINE_BINARY")
@@ -28,9 +30,10 @@ def binary():
 
 
 class Bar:
-    """A running bar. Frames are in pixels, from the top left corner of the display."""
+    """A running bar. Frames are in pixels, from the top left corner of the display. `command` is what it is started by,
+    where that is not the program itself."""
 
-    def __init__(self, desktop, settings=None, scale=1, visible=True, **environment):
+    def __init__(self, desktop, settings=None, scale=1, visible=True, command=None, **environment):
         self.desktop = desktop
         self.screen = desktop.screen
         self.scale = scale
@@ -39,8 +42,9 @@ class Bar:
         if scale != 1:
             environment["QT_SCALE_FACTOR"] = scale
         with desktop.stall_watch.expected("the program starts") if desktop.stall_watch else nullcontext():
-            self.process = desktop.start_bar(binary(), QT_FORCE_STDERR_LOGGING=1, MOORLINE_DEBUG=1, **environment)
-            self.window = wait_until(self._find_window, timeout=10, what="the bar maps its window")
+            environment = {"QT_FORCE_STDERR_LOGGING": 1, "MOORLINE_DEBUG": 1, **environment}
+            self.process = desktop.start_bar(*(command or [binary()]), **environment)
+            self.window = wait_until(self._find_window, timeout=60, what="the bar maps its window")
         settled(self.frame)
         if visible:
             wait_until(lambda: self.pill_edges() and self._is_see_through(), what="the pill is drawn")

@@ -22,7 +22,7 @@ class Client:
         self._own_window.map()
         self._display.sync()
         self.window = self.screen.window(self._own_window.id)
-        wait_until(lambda: self.screen.is_mapped(self.window), what=f"{title} is mapped")
+        wait_until(lambda: self.screen.is_mapped(self.window), timeout=30, what=f"{title} is mapped")
 
     def close(self):
         if self._display:
@@ -33,7 +33,7 @@ class Client:
 
     def activate(self):
         self.screen.ask_window_manager(self.window, "_NET_ACTIVE_WINDOW", [SOURCE_PAGER, X.CurrentTime, 0])
-        wait_until(self.is_focused, what="the client is focused")
+        wait_until(self.is_focused, timeout=30, what="the client is focused")
 
     def raise_to_top(self):
         self._own_window.configure(stack_mode=X.Above)

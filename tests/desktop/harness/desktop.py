@@ -10,6 +10,7 @@ from pathlib import Path
 from PIL import Image
 from Xlib import X
 
+from .buses import bus_configuration
 from .processes import Process
 from .screen import Screen
 from .waiting import wait_until
@@ -20,7 +21,11 @@ WINDOW_MANAGERS = {
     "openbox": ["openbox"],
     # Compositing is the compositor's business, so that both window managers are looked at through the same one.
     "xfwm4": ["xfwm4", "--compositor=off"],
+    # Its own compositor and wallpaper, which cannot be switched off.
+    "mutter": ["mutter", "--x11"],
 }
+# What every test runs under that asks for no other.
+EVERYDAY_WINDOW_MANAGERS = ("openbox", "xfwm4")
 
 # What a child must not inherit from the desktop the tests are started on.
 FOREIGN_PREFIXES = ("QT_", "XDG_", "GTK_", "GDK_", "DBUS_", "MOORLINE_", "GSETTINGS_", "DESKTOP_", "SESSION_")
@@ -39,12 +44,13 @@ unredir-if-possible = false;
 class Desktop:
     """Starts empty of programs but for the window manager; use it as a context manager."""
 
-    def __init__(self, window_manager="openbox", size=(1440, 900), compositor=True, fonts=None, wallpaper=WALLPAPER):
+    def __init__(self, window_manager="openbox", size=(1440, 900), compositor=True, fonts=None, wallpaper=WALLPAPER, services=True):
         self.window_manager = window_manager
         self.wallpaper = wallpaper
         self._size = size
         self._has_compositor = compositor
         self._fonts = fonts
+        self._has_services = services
         self._processes = []
         self._clients = []
         self._monitors = {}
@@ -74,12 +80,12 @@ class Desktop:
         self._processes.append((name, process))
         return process
 
-    def start_bar(self, program, **environment):
+    def start_bar(self, *command, **environment):
         """The program under test, watched where this desktop has a watch."""
         if self.stall_watch:
             servers = [process for name, process in self._processes if name in ("display", "bus")]
             environment = {**self.stall_watch.environment(servers), **environment}
-        return self.start("bar", program, **environment)
+        return self.start("bar", *command, **environment)
 
     def stop(self, name):
         """Ends every program that was started under that name."""
@@ -222,7 +228,8 @@ class Desktop:
 
     def _start_bus(self):
         with _pipe() as (read, write):
-            arguments = ["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--print-address={write}"]
+            configuration = bus_configuration(self.directory, self._has_services)
+            arguments = ["dbus-daemon", configuration, "--nofork", "--nopidfile", f"--print-address={write}"]
             self.start("bus", *arguments, pass_fds=(write,))
             os.close(write)
             address = _line(read)
@@ -247,11 +254,13 @@ class Desktop:
         # The check window comes first, long before windows are managed; the work area is published when they are.
         wait_until(
             lambda: self.screen.property_values(self.screen.root, "_NET_WORKAREA"),
+            timeout=30,
             what=f"{self.window_manager} manages the display",
         )
         # The last thing it does: whoever had the keyboard before would lose it to that.
         wait_until(
             lambda: self.screen.focused_window() != X.PointerRoot,
+            timeout=30,
             what=f"{self.window_manager} has led the keyboard somewhere",
         )
 

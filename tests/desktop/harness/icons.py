@@ -5,6 +5,7 @@ import textwrap
 from PIL import Image
 
 from .bar import PILL_HEIGHT
+from .waiting import settled, wait_until
 
 ICON = 46
 STEP = 52
@@ -56,8 +57,29 @@ class Icons:
     def dot_color(self, index):
         return self.screen.pixel(*self._point(STEP * index + ICON / 2 - 0.5, ICON + 4.5))
 
+    def has_dot(self, index):
+        return min(self.dot_color(index)) > 120
+
+    def has_badge(self, index):
+        """Whether there is something red in the icon's upper right corner and around it; the icon may be red itself."""
+        x, y = self._point(STEP * index + ICON, 0)
+        beside = self.screen.picture((x + self.bar.scale, y, 6 * self.bar.scale, 8 * self.bar.scale))
+        return any(red > 200 and green < 90 and blue < 90 for red, green, blue in beside.getdata())
+
+    def fills_the_pill(self):
+        """Whether there are as many icons as were told of, and no more."""
+        edges = self.bar.pill_edges()
+        return edges is not None and abs(edges[2] - edges[0] - self._width * self.bar.scale) <= 2 * self.bar.scale
+
     def click(self, index):
         self.screen.click(*self.place(index))
+
+    def quit(self, index):
+        """Chooses the last entry of the menu of a running application."""
+        self.bar.open_menu(*self.place(index))
+        for key in ("Up", "Return"):
+            self.screen.type_key(key)
+        wait_until(lambda: not self.bar.popups(), what="the menu closes")
 
     def take(self, index):
         """Presses on an icon and leads it a little way."""
@@ -73,6 +95,20 @@ class Icons:
 
     def lead_to(self, x, y):
         self.lead(*self.screen.pointer(), x, y)
+
+    def drag_onto(self, index, start):
+        """Drags what is at a point of the display to an icon, and lets it go once the icon has answered by growing."""
+        x, y = self.place(index)
+        half = ICON * self.bar.scale * 5 // 8
+        around = (x - half, y - half, 2 * half, 2 * half)
+        at_rest = self.screen.picture(around).tobytes()
+        self.screen.move_pointer(*start)
+        self.screen.press()
+        self.lead_to(start[0] + 40, start[1] + 40)
+        self.lead_to(x, y)
+        wait_until(lambda: self.screen.picture(around).tobytes() != at_rest, what="the icon takes what is held over it")
+        settled(lambda: self.screen.picture(around).tobytes(), rounds=10)
+        self.screen.release()
 
     def _point(self, x, y):
         bar = self.bar

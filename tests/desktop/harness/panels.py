@@ -1,5 +1,7 @@
 """The desktop's own panels and docks."""
 
+from xml.etree import ElementTree
+
 from .waiting import wait_until
 
 PANEL_THICKNESS = 30
@@ -15,11 +17,28 @@ strut_policy = follow_size
 wm_menu = 0
 """
 
+# One panel at the bottom edge, with nothing in it yet.
+XFCE_CONFIGURATION = """<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfce4-panel" version="1.0">
+  <property name="configver" type="int" value="2"/>
+  <property name="panels" type="array">
+    <value type="int" value="1"/>
+    <property name="panel-1" type="empty">
+      <property name="position" type="string" value="p=8;x=720;y=880"/>
+      <property name="length" type="uint" value="100"/>
+      <property name="size" type="uint" value="30"/>
+      <property name="position-locked" type="bool" value="true"/>
+      <property name="plugin-ids" type="array"/>
+    </property>
+  </property>
+</channel>
+"""
 
-def start_tint2(desktop):
-    """A panel that always stands at the bottom edge and reserves it."""
+
+def start_tint2(desktop, has_tasks=True):
+    """A panel that always stands at the bottom edge and reserves it. Without tasks there is nothing to be seen of it."""
     configuration = desktop.directory / "tint2rc"
-    configuration.write_text(TINT2_CONFIGURATION)
+    configuration.write_text(TINT2_CONFIGURATION.replace("panel_items = T", f"panel_items = {'T' if has_tasks else 'F'}"))
     desktop.start("tint2", "tint2", "-c", configuration)
     return _wait_for_window(desktop, "tint2")
 
@@ -38,6 +57,29 @@ def start_plank(desktop, hide_mode="none"):
     )
     desktop.start("plank", "plank")
     return _wait_for_window(desktop, "plank")
+
+
+def start_xfce_panel(desktop):
+    """The panel of XFCE at the bottom edge."""
+    _xfce_channel(desktop).parent.mkdir(parents=True)
+    _xfce_channel(desktop).write_text(XFCE_CONFIGURATION)
+    desktop.start("xfce-panel", "xfce4-panel", "--disable-wm-check")
+    return _wait_for_window(desktop, "xfce4-panel")
+
+
+def add_xfce_launcher(desktop, entry):
+    """Has the panel take a desktop entry in, and waits until that is on disk."""
+    before = len(_xfce_items(desktop))
+    desktop.run("xfce4-panel", "--add=launcher", entry)
+    wait_until(lambda: len(_xfce_items(desktop)) > before, timeout=30, what="the panel has written its launchers")
+
+
+def _xfce_channel(desktop):
+    return desktop.config_home / "xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml"
+
+
+def _xfce_items(desktop):
+    return ElementTree.parse(_xfce_channel(desktop)).findall(".//property[@name='items']/value")
 
 
 def _wait_for_window(desktop, name):

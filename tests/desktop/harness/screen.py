@@ -194,9 +194,12 @@ class Screen:
         self.press(button)
         self.release(button)
 
-    def type_key(self, name):
-        """Presses and releases a key by the name of its symbol: "x", "Escape", "Down"."""
-        code = self.display.keysym_to_keycode(XK.string_to_keysym(name))
-        xtest.fake_input(self.display, X.KeyPress, code)
-        xtest.fake_input(self.display, X.KeyRelease, code)
+    def type_key(self, *names):
+        """Presses keys by the names of their symbols, such as "x", "Escape" or "Control_L", one after the other, and
+        lets them go in the other order."""
+        codes = [self.display.keysym_to_keycode(XK.string_to_keysym(name)) for name in names]
+        for code in codes:
+            xtest.fake_input(self.display, X.KeyPress, code)
+        for code in reversed(codes):
+            xtest.fake_input(self.display, X.KeyRelease, code)
         self.display.sync()
