@@ -4,12 +4,12 @@ import sys
 from datetime import date
 from pathlib import Path
 
-import dbus
-import dbus.lowlevel
-
+from harness.accessibility import SWITCHED_ON, AccessibilityBus
+from harness.badges import BadgeSender
 from harness.bar import Bar
 from harness.desktop import Desktop
 from harness.panels import start_tint2
+from harness.programs import Program, installed
 from harness.waiting import settled, wait_until
 from harness.wallpaper import gradient
 from harness.weather import WeatherServer
@@ -17,17 +17,14 @@ from harness.weather import WeatherServer
 SCALE = 2
 SIZE = (1440 * SCALE, 900 * SCALE)
 WIDGETS = ["clock", "calendar", "weather", "forecast", "app-shortcut", "recent-apps", "month-counter"]
-ENTRIES = Path("/usr/share/applications")
-PROGRAMS = {"debian-xterm": "XTerm", "org.xfce.mousepad": "Mousepad", "plank": "Plank"}
-SHORTCUTS = [{"path": "/System/Library/CoreServices/Finder.app", "bundleIdentifier": "com.apple.finder", "name": "Finder"}] + [
-    {"path": str(ENTRIES / f"{entry}.desktop"), "bundleIdentifier": entry, "name": name} for entry, name in PROGRAMS.items()
-]
+EDITOR = "org.xfce.mousepad"
+FILE_MANAGER = {"path": "/System/Library/CoreServices/Finder.app", "bundleIdentifier": "com.apple.finder", "name": "Finder"}
+SHORTCUTS = [FILE_MANAGER, installed(EDITOR, "Mousepad"), installed("featherpad", "FeatherPad")]
 SETTINGS = {
     "enabledWidgets": WIDGETS,
     "pinnedItemsIntroduced": True,
     "clockFormat": "24h",
     "appShortcuts": SHORTCUTS,
-    "hideRecentAppsAlreadyPinned": False,
     "showAppBadges": True,
 }
 PLACE = {"city": "San Francisco", "region": "California", "country": "United States", "latitude": 37.77, "longitude": -122.42}
@@ -44,14 +41,21 @@ def desktop():
 
 
 def started_bar(surroundings):
-    """A running bar with the weather of a mild day."""
+    """A running bar with the weather of a mild day, and two programs: one is pinned, the other is not."""
     weather = surroundings.own(WeatherServer())
     weather.caller = PLACE
     weather.first_day = date.today()
+    bar = Bar(surroundings, SETTINGS, SCALE, MOORLINE_WEATHER_ORIGIN=weather.origin, **SWITCHED_ON)
     # Out of the picture, but in the bar.
-    surroundings.start("xterm", "xterm", "-geometry", "60x10+20+20")
-    bar = Bar(surroundings, SETTINGS, SCALE, MOORLINE_WEATHER_ORIGIN=weather.origin)
-    wait_until(lambda: bar.frame().width > WIDTH_WITH_FORECAST * SCALE, what="the forecast is shown")
+    surroundings.start("terminal", "xterm", "-geometry", "60x10+20+20")
+    Program(surroundings, "xterm").opened()
+    surroundings.start("editor", "mousepad")
+    Program(surroundings, "mousepad").opened()
+    surroundings.own(BadgeSender(surroundings)).tell(EDITOR, 3)
+    bar.items = surroundings.own(AccessibilityBus(surroundings))
+    for name, told in {"Mousepad": "Running, 3", "XTerm": "Running"}.items():
+        wait_until(lambda: bar.items.item(name).description == told, timeout=30, what=f"{name} is there")
+    wait_until(lambda: bar.frame().width > WIDTH_WITH_FORECAST * SCALE, timeout=30, what="the forecast is shown")
     return bar
 
 
@@ -66,30 +70,15 @@ def still_picture(screen, height):
     return bottom_of(screen, height)
 
 
-def tell_badge(surroundings, entry, count):
-    """A program that has so much to tell, for as long as the desktop lasts."""
-    program = dbus.bus.BusConnection(surroundings.environment["DBUS_SESSION_BUS_ADDRESS"])
-    wait_until(lambda: program.name_has_owner("com.canonical.Unity"), what="there is a launcher")
-    update = dbus.lowlevel.SignalMessage("/note", "com.canonical.Unity.LauncherEntry", "Update")
-    told = dbus.Dictionary({"count": dbus.Int64(count), "count-visible": True}, signature="sv")
-    update.append(f"application://{entry}.desktop", told, signature="sa{sv}")
-    program.send_message(update)
-    program.flush()
-    return program
-
-
 def bar_alone():
     with desktop() as surroundings:
         started_bar(surroundings)
-        program = tell_badge(surroundings, "org.xfce.mousepad", 3)
-        picture = still_picture(surroundings.screen, 120)
-        program.close()
-        return picture
+        return still_picture(surroundings.screen, 120)
 
 
 def bar_with_nudge():
     with desktop() as surroundings:
-        start_tint2(surroundings)
+        start_tint2(surroundings, has_tasks=False)
         bar = started_bar(surroundings)
         wait_until(lambda: bar.is_shown(nudge=True), what="the bar makes room for the nudge")
         return still_picture(surroundings.screen, 150)
@@ -103,10 +92,21 @@ def bar_with_menu():
         return still_picture(surroundings.screen, 224)
 
 
+def bar_with_menu_of_icon():
+    with desktop() as surroundings:
+        bar = started_bar(surroundings)
+        left, top, width, height = bar.items.item("Mousepad").extents
+        menu = bar.open_menu(left + width // 2, top + height // 2)
+        # Where a hand would be, about to choose; the icon comes to rest without it.
+        surroundings.screen.move_pointer(menu.center_x, menu.y + 22 * SCALE)
+        return still_picture(surroundings.screen, 224)
+
+
 def main(folder):
     folder = Path(folder)
     folder.mkdir(exist_ok=True)
-    for name, take in {"bar": bar_alone, "nudge": bar_with_nudge, "menu": bar_with_menu}.items():
+    pictures = {"bar": bar_alone, "nudge": bar_with_nudge, "menu": bar_with_menu, "applications": bar_with_menu_of_icon}
+    for name, take in pictures.items():
         path = folder / f"{name}.png"
         take().save(path, optimize=True)
         print(path)
