@@ -254,13 +254,13 @@ class Desktop:
         # The check window comes first, long before windows are managed; the work area is published when they are.
         wait_until(
             lambda: self.screen.property_values(self.screen.root, "_NET_WORKAREA"),
-            timeout=30,
+            timeout=60,
             what=f"{self.window_manager} manages the display",
         )
         # The last thing it does: whoever had the keyboard before would lose it to that.
         wait_until(
             lambda: self.screen.focused_window() != X.PointerRoot,
-            timeout=30,
+            timeout=60,
             what=f"{self.window_manager} has led the keyboard somewhere",
         )
 
