@@ -150,9 +150,12 @@ std::optional<qsizetype> WindowMatcher::byWindow(const WindowFacts &window) cons
         return index;
     QStringList names{window.instanceName, window.className};
     names.removeIf([](const QString &name) { return name.isEmpty() || isInterpreter(name); });
-    for (const QString &name : std::as_const(names)) {
-        if (const auto index = byStartupClass(name))
-            return index;
+    // Two programs may differ in nothing but the case of their class.
+    for (const Qt::CaseSensitivity sensitivity : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
+        for (const QString &name : std::as_const(names)) {
+            if (const auto index = byStartupClass(name, sensitivity))
+                return index;
+        }
     }
     for (const QString &name : std::as_const(names)) {
         if (const auto index = byName(name))
@@ -172,9 +175,11 @@ std::optional<qsizetype> WindowMatcher::byApplicationId(const QString &id) const
     return preferred(m_byBusName.value(id), id);
 }
 
-std::optional<qsizetype> WindowMatcher::byStartupClass(const QString &name) const
+std::optional<qsizetype> WindowMatcher::byStartupClass(const QString &name, Qt::CaseSensitivity sensitivity) const
 {
-    return preferred(m_byStartupClass.value(name.toLower()), name);
+    Indices same = m_byStartupClass.value(name.toLower());
+    same.removeIf([&](qsizetype index) { return m_records[index].startupWmClass.compare(name, sensitivity) != 0; });
+    return preferred(same, name);
 }
 
 std::optional<qsizetype> WindowMatcher::byName(const QString &name) const

@@ -29,7 +29,7 @@ private:
     [[nodiscard]] std::optional<qsizetype> find(const WindowFacts &window, const ProcessFacts *process) const;
     [[nodiscard]] std::optional<qsizetype> byWindow(const WindowFacts &window) const;
     [[nodiscard]] std::optional<qsizetype> byApplicationId(const QString &id) const;
-    [[nodiscard]] std::optional<qsizetype> byStartupClass(const QString &name) const;
+    [[nodiscard]] std::optional<qsizetype> byStartupClass(const QString &name, Qt::CaseSensitivity sensitivity) const;
     [[nodiscard]] std::optional<qsizetype> byName(const QString &name) const;
     [[nodiscard]] std::optional<qsizetype> byProcess(const ProcessFacts &process) const;
     [[nodiscard]] std::optional<qsizetype> byPath(const QString &path) const;

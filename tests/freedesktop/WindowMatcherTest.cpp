@@ -57,6 +57,7 @@ private Q_SLOTS:
     void theApplicationIdMayBeWhatAnEntryStartsOverTheBus();
     void theStartupClassIsTheInstanceThenTheClass();
     void theStartupClassIsComparedIgnoringCase();
+    void theStartupClassInTheSameCaseStandsAboveAnyOther();
     void theStartupClassStandsAboveTheNameOfAnEntry();
     void ofTheSameStartupClassTheEntryOfThatNameCounts();
     void ofTheSameStartupClassTheOneThatIsShownCounts();
@@ -134,6 +135,16 @@ void WindowMatcherTest::theStartupClassIsTheInstanceThenTheClass()
 void WindowMatcherTest::theStartupClassIsComparedIgnoringCase()
 {
     QCOMPARE(found({entry("one", "", "OFFICE")}, window("office", "")), text("one"));
+}
+
+void WindowMatcherTest::theStartupClassInTheSameCaseStandsAboveAnyOther()
+{
+    const QList<EntryRecord> twoCases{entry("upper", "", "OFFICE"), entry("lower", "", "office")};
+    QCOMPARE(found(twoCases, window("office", "")), text("lower"));
+    QCOMPARE(found(twoCases, window("OFFICE", "")), text("upper"));
+    QCOMPARE(found(twoCases, window("Office", "")), text("upper"));
+    // The class as it is written, too, before the instance in another case.
+    QCOMPARE(found({entry("one", "", "SUITE"), entry("two", "", "Writer")}, window("suite", "Writer")), text("two"));
 }
 
 void WindowMatcherTest::theStartupClassStandsAboveTheNameOfAnEntry()
