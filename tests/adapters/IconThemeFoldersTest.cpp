@@ -170,6 +170,22 @@ private Q_SLOTS:
         QCOMPARE(folders.find(app, 48, 1), std::optional(path));
     }
 
+    void aFolderOfAThemeThatWasNotThereIsNoticed()
+    {
+        m_disk->writeTheme(QStringLiteral("system/hicolor"), {48, 64});
+        m_disk->writePng(QStringLiteral("system/hicolor/64x64/other/app.png"), Qt::red);
+        IconThemeFolders folders = reader();
+        QCOMPARE(folders.find(app, 48, 1), std::nullopt);
+        QVERIFY(!folders.refresh());
+        const QString large = m_disk->writePng(QStringLiteral("system/hicolor/64x64/apps/app.png"), Qt::red);
+        QVERIFY(folders.refresh());
+        QCOMPARE(folders.find(app, 48, 1), std::optional(large));
+        QVERIFY(!folders.refresh());
+        const QString exact = m_disk->writePng(QStringLiteral("system/hicolor/48x48/apps/app.png"), Qt::red);
+        QVERIFY(folders.refresh());
+        QCOMPARE(folders.find(app, 48, 1), std::optional(exact));
+    }
+
     void theFoldersThatExistAreToBeWatched()
     {
         m_disk->writeTheme(QStringLiteral("system/hicolor"), {48});

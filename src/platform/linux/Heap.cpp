@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 #ifdef __GLIBC__
-#    include <malloc.h>
+#include <malloc.h>
 #endif
 
 namespace moorline {

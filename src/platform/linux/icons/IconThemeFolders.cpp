@@ -156,18 +156,27 @@ void IconThemeFolders::readTheme(const QString &name, QStringList &seen)
     }
     if (!index)
         return;
-    Theme theme{index->folders, {}};
-    for (const IconFolder &folder : std::as_const(theme.folders)) {
-        QStringList places;
-        for (const QString &root : std::as_const(roots)) {
-            if (visit(root + u'/' + folder.path))
-                places.append(root + u'/' + folder.path);
-        }
-        theme.places.append(places);
-    }
-    m_themes.append(theme);
+    m_themes.append(themeIn(roots, index->folders));
     for (const QString &parent : std::as_const(index->inherits))
         readTheme(parent.trimmed(), seen);
+}
+
+/// Most of the folders that an index names are nowhere.
+IconThemeFolders::Theme IconThemeFolders::themeIn(const QStringList &roots, const QList<IconFolder> &folders)
+{
+    Theme theme;
+    for (const IconFolder &folder : folders) {
+        QStringList places;
+        for (const QString &root : roots) {
+            if (visitBelow(root, root + u'/' + folder.path))
+                places.append(root + u'/' + folder.path);
+        }
+        if (places.isEmpty())
+            continue;
+        theme.folders.append(folder);
+        theme.places.append(places);
+    }
+    return theme;
 }
 
 bool IconThemeFolders::visit(const QString &folder)
@@ -175,6 +184,19 @@ bool IconThemeFolders::visit(const QString &folder)
     const Stamp now = stamp(folder);
     m_stamps.append({folder, now});
     return now.has_value();
+}
+
+bool IconThemeFolders::visitBelow(const QString &root, const QString &folder)
+{
+    const bool exists = stamp(folder).has_value();
+    QString changing = folder;
+    while (changing.size() > root.size() && !stamp(changing))
+        changing.truncate(changing.lastIndexOf(u'/'));
+    const bool isVisited =
+        std::any_of(m_stamps.cbegin(), m_stamps.cend(), [&](const auto &visited) { return visited.first == changing; });
+    if (!isVisited)
+        visit(changing);
+    return exists;
 }
 
 IconThemeFolders::Stamp IconThemeFolders::stamp(const QString &path)

@@ -39,9 +39,14 @@ private:
     [[nodiscard]] QStringList installedThemes() const;
     void read();
     void readTheme(const QString &name, QStringList &seen);
+    /// The folders that are there below the theme's roots, to be looked into.
+    [[nodiscard]] Theme themeIn(const QStringList &roots, const QList<IconFolder> &folders);
     [[nodiscard]] std::optional<QString> findIn(const Theme &theme, const QString &name, int size, int scale) const;
     /// Whether the folder exists; from now on it is one of those looked at.
     bool visit(const QString &folder);
+    /// The same for a folder in a theme. In place of one that is not there, the nearest above it is looked at: it
+    /// changes when the other comes.
+    bool visitBelow(const QString &root, const QString &folder);
     [[nodiscard]] static Stamp stamp(const QString &path);
 
     QStringList m_bases;
