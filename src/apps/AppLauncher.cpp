@@ -76,6 +76,11 @@ QUrl forecastPage(const WeatherLocation &place)
     return page;
 }
 
+QString refusedDrop(const AppShortcut &shortcut)
+{
+    return QStringLiteral("Moorline: %1 refused the drop").arg(shortcut.name);
+}
+
 } // namespace
 
 AppLauncher::AppLauncher(Context context)
@@ -141,16 +146,20 @@ void AppLauncher::open(const QList<QUrl> &urls, const AppShortcut &shortcut)
         m_context.workspace.reveal(urls);
         return;
     }
-    const QString failure = QStringLiteral("Moorline: %1 refused the drop").arg(shortcut.name);
     if (!takesFiles(shortcut)) {
-        qInfo().noquote() << failure + QStringLiteral(": it takes no files");
+        refuseFiles(shortcut);
         return;
     }
     const QString path = located(shortcut);
     // A click that comes before the first window starts nothing more; other files do.
     if (const auto identifier = identifierOf(path); presentable(identifier).isEmpty())
         static_cast<void>(m_pending.begin(path, identifier));
-    m_context.workspace.open(path, urls, reporting(path, failure));
+    m_context.workspace.open(path, urls, reporting(path, refusedDrop(shortcut)));
+}
+
+void AppLauncher::refuseFiles(const AppShortcut &shortcut)
+{
+    qInfo().noquote() << refusedDrop(shortcut) + QStringLiteral(": it takes no files");
 }
 
 bool AppLauncher::takesFiles(const AppShortcut &shortcut) const

@@ -57,6 +57,9 @@ public:
     /// Whether open() has any prospect, as far as the application is known.
     [[nodiscard]] bool takesFiles(const AppShortcut &shortcut) const;
 
+    /// Says in the log that an application takes no files.
+    static void refuseFiles(const AppShortcut &shortcut);
+
     /// Asks every running instance of an application to quit, but never the file manager.
     void quit(const AppShortcut &shortcut);
     /// Whether quit() would ask anyone.

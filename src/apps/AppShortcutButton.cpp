@@ -220,6 +220,11 @@ bool AppShortcutButton::refusesDrop() const
     return !m_context.launcher.takesFiles(m_shortcut);
 }
 
+void AppShortcutButton::dropRefused()
+{
+    m_context.launcher.refuseFiles(m_shortcut);
+}
+
 bool AppShortcutButton::drop(const QMimeData &data)
 {
     // The launcher says why where it takes none.

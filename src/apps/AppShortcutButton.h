@@ -74,6 +74,7 @@ protected:
     void dragEnded(DragEnd end) override;
     [[nodiscard]] bool takesDrop(const QStringList &formats) const override;
     [[nodiscard]] bool refusesDrop() const override;
+    void dropRefused() override;
     bool drop(const QMimeData &data) override;
 
 private:

@@ -110,6 +110,8 @@ protected:
     /// Whether the item refuses what it takesDrop(), and keeps it from the items below all the same: it is meant for
     /// this one alone. Where the source drops it although it was told so, drop() hears of it.
     [[nodiscard]] virtual bool refusesDrop() const;
+    /// What the item refusesDrop() was let go over it all the same. Nothing came: who is told no does not drop.
+    virtual void dropRefused();
     /// Takes what was dropped; false when it was none of the item's after all. The source is told that it was linked
     /// or else copied, and keeps what it has.
     virtual bool drop(const QMimeData &data);
@@ -183,6 +185,8 @@ private:
     bool m_isPressed = false;
     bool m_isDragged = false;
     bool m_isDropHovered = false;
+    /// What is held over it now is refused.
+    bool m_isRefusing = false;
     bool m_isRetired = false;
 };
 

@@ -4,6 +4,7 @@
 
 #include <QGraphicsSceneDragDropEvent>
 #include <QMimeData>
+#include <utility>
 
 // What is dropped on an item.
 
@@ -29,6 +30,10 @@ bool BarItem::takesDrop(const QStringList &) const
 bool BarItem::refusesDrop() const
 {
     return false;
+}
+
+void BarItem::dropRefused()
+{
 }
 
 bool BarItem::drop(const QMimeData &)
@@ -60,7 +65,8 @@ bool BarItem::dropCame(QGraphicsSceneDragDropEvent &offer)
     const bool isReorder = dynamic_cast<const ReorderPayload *>(offer.mimeData());
     const Qt::DropAction answer = answerTo(offer);
     const bool isMeant = answer != Qt::IgnoreAction && (isReorder || takesDrop(offer.mimeData()->formats()));
-    const bool takes = isMeant && (isReorder || !refusesDrop());
+    m_isRefusing = isMeant && !isReorder && refusesDrop();
+    const bool takes = isMeant && !m_isRefusing;
     offer.setDropAction(answer);
     // The scene goes on to the item below when this one does not let the drag in; the source hears of moves alone.
     offer.setAccepted(offer.type() == QEvent::GraphicsSceneDragEnter ? isMeant : takes);
@@ -84,7 +90,13 @@ void BarItem::dragMoveEvent(QGraphicsSceneDragDropEvent *event)
 
 void BarItem::dragLeaveEvent(QGraphicsSceneDragDropEvent *)
 {
+    const Errand errand(*this);
     setState(m_isDropHovered, false, &BarItem::dropHoveredChanged);
+    const BarStage *stage = errand ? effectiveStage() : nullptr;
+    const bool wasRefusing = std::exchange(m_isRefusing, false);
+    // A source that was told no leaves when the button is let go, as it does when the pointer goes on with it.
+    if (wasRefusing && stage && stage->restingPointer())
+        dropRefused();
 }
 
 void BarItem::dropEvent(QGraphicsSceneDragDropEvent *event)

@@ -111,6 +111,18 @@ private Q_SLOTS:
         QCOMPARE(fixture.button->iconScale(), 1.0);
     }
 
+    void whatIsLetGoOnWhatTakesNoFilesIsLogged()
+    {
+        Fixture fixture;
+        fixture.install(fixture.notes, false);
+        fixture.platform.appBundles.change();
+        fixture.button->setStage(&fixture.stage);
+        QCOMPARE(fixture.hand.dragOver(onTheIcon, fixture.files, any), Qt::IgnoreAction);
+        QTest::ignoreMessage(QtInfoMsg, "Moorline: Notes refused the drop: it takes no files");
+        QCOMPARE(fixture.hand.letGo(onTheIcon, fixture.files, any), Qt::IgnoreAction);
+        QVERIFY(fixture.platform.workspace.openings.isEmpty());
+    }
+
     void textIsNotTaken()
     {
         Fixture fixture;

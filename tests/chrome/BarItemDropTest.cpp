@@ -127,6 +127,28 @@ private Q_SLOTS:
         QCOMPARE(drops, 0);
     }
 
+    void whatIsLetGoWhereItIsRefusedIsHeardOf()
+    {
+        StageFixture fixture;
+        Stage stage;
+        stage.item->setStage(&fixture.stage);
+        stage.item->taken = {files};
+        const Offer offer(files);
+        const auto refusals = [&](Qt::MouseButtons buttons) {
+            fixture.pointer.buttons = Qt::LeftButton;
+            stage.dragOver({20, 20}, offer, everyAction);
+            fixture.pointer.buttons = buttons;
+            stage.dragAway();
+            return std::exchange(stage.item->refusals, 0);
+        };
+        QCOMPARE(refusals(Qt::NoButton), 0);
+        stage.item->isRefusing = true;
+        QCOMPARE(refusals(Qt::LeftButton), 0);
+        QCOMPARE(refusals(Qt::NoButton), 1);
+        stage.item->isRefusing = false;
+        QCOMPARE(refusals(Qt::NoButton), 0);
+    }
+
     void whoDropsWhatWasRefusedIsHeard()
     {
         Stage stage;

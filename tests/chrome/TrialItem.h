@@ -36,6 +36,7 @@ public:
     QStringList taken;
     /// What it would take it refuses.
     bool isRefusing = false;
+    int refusals = 0;
 
 protected:
     void drag(const QPointF &place) override
@@ -62,6 +63,7 @@ protected:
         return std::any_of(taken.begin(), taken.end(), [&](const QString &format) { return formats.contains(format); });
     }
     [[nodiscard]] bool refusesDrop() const override { return isRefusing; }
+    void dropRefused() override { ++refusals; }
     bool drop(const QMimeData &) override
     {
         const auto act = onDrop;

@@ -22,6 +22,7 @@ class FileDrag:
         screen = self._display.screen()
         self._window = screen.root.create_window(-10, -10, 1, 1, 0, screen.root_depth, override_redirect=True)
         self._data = b""
+        self._is_taken = False
         self._messages = []
 
     def close(self):
@@ -41,12 +42,17 @@ class FileDrag:
         action = self._atom("XdndActionCopy")
         self._send(target, "XdndPosition", [0, x << 16 | y, X.CurrentTime, action])
         status = self._wait_for("XdndStatus")
-        return bool(status[1] & 1)
+        self._is_taken = bool(status[1] & 1)
+        return self._is_taken
 
     def let_go(self, target):
-        """Drops what is held over a window, whatever it said. Returns once it has dealt with that."""
-        self._send(target, "XdndDrop", [0, X.CurrentTime, 0, 0])
-        self._wait_for("XdndFinished")
+        """Lets go of what is held over a window. Returns once that has dealt with it; where it refused, nothing is
+        dropped, and the source just leaves."""
+        if self._is_taken:
+            self._send(target, "XdndDrop", [0, X.CurrentTime, 0, 0])
+            self._wait_for("XdndFinished")
+        else:
+            self._send(target, "XdndLeave", [0, 0, 0, 0])
 
     def _atom(self, name):
         return self._display.intern_atom(name)
