@@ -43,6 +43,7 @@ AppShortcutButton *AppIconRow::takenOut(QList<AppShortcutButton *> &buttons, con
 AppShortcutButton *AppIconRow::makeButton(const AppShortcut &shortcut)
 {
     auto *button = new AppShortcutButton(m_context, shortcut, m_isPinned, this);
+    connect(button, &QGraphicsObject::xChanged, this, &BarWidget::itemsMoved);
     welcome(*button);
     return button;
 }
@@ -53,7 +54,8 @@ void AppIconRow::welcome(AppShortcutButton &)
 
 void AppIconRow::show(const QList<AppShortcut> &shortcuts)
 {
-    QList<AppShortcutButton *> standing = std::exchange(m_buttons, {});
+    const QList<AppShortcutButton *> before = std::exchange(m_buttons, {});
+    QList<AppShortcutButton *> standing = before;
     for (const AppShortcut &shortcut : shortcuts) {
         AppShortcutButton *button = takenOut(standing, shortcut.id());
         if (button)
@@ -66,6 +68,8 @@ void AppIconRow::show(const QList<AppShortcut> &shortcuts)
     for (AppShortcutButton *button : std::as_const(standing))
         button->retire();
     layOut();
+    if (m_buttons != before)
+        Q_EMIT itemsMoved();
 }
 
 qreal AppIconRow::placeOf(qsizetype index) const

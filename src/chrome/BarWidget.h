@@ -18,6 +18,8 @@ public:
 
 Q_SIGNALS:
     void naturalSizeChanged();
+    /// What can be touched in it stands elsewhere now, or is another item.
+    void itemsMoved();
 
 protected:
     /// In points. Repaints nothing by itself.

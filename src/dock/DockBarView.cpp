@@ -52,6 +52,7 @@ DockBarView::DockBarView(Context context, ContentWidthChange onContentWidthChang
 {
     m_pill->setStage(&m_context.stage);
     connect(m_pill, &Pill::widthChanged, this, &DockBarView::pillWidthChanged);
+    connect(m_pill, &Pill::itemsMoved, this, &DockBarView::itemsMoved);
     connect(m_pill, &Pill::menuRequested, this, &DockBarView::openMenu);
     connect(m_pill, &Pill::filesDropped, &m_context.store, &SettingsStore::pin);
     connect(m_nudge, &AutoHideNudge::accepted, this, [this] { m_context.systemDock.enableAutoHide(); });

@@ -70,6 +70,8 @@ public:
 
 Q_SIGNALS:
     void interactiveAreaChanged();
+    /// What can be touched in the row stands elsewhere now, perhaps.
+    void itemsMoved();
     /// The body became higher or lower.
     void bodyHeightChanged();
 

@@ -47,7 +47,8 @@ DockHostingView::DockHostingView(std::unique_ptr<DockBarView> bar, QWidget *pare
     follow();
     m_look->setSingleShot(true);
     // In a turn of its own: a row that changes moves its items more than once.
-    connect(m_bar, &DockBarView::interactiveAreaChanged, m_look, [this] { m_look->start(0); });
+    for (const auto moved : {&DockBarView::interactiveAreaChanged, &DockBarView::itemsMoved})
+        connect(m_bar, moved, m_look, [this] { m_look->start(0); });
     connect(m_look, &QTimer::timeout, this, &DockHostingView::lookBelowPointer);
 }
 

@@ -76,6 +76,7 @@ void Pill::takeIn(BarWidget &widget)
     widget.setIconSize(m_iconSize);
     widget.setParentItem(this);
     connect(&widget, &BarWidget::naturalSizeChanged, this, &Pill::layOut);
+    connect(&widget, &BarWidget::itemsMoved, this, &Pill::itemsMoved);
     // The event alone would have the interface built, whether anyone asks or not.
     if (!QAccessible::isActive())
         return;
@@ -147,6 +148,7 @@ void Pill::layOut()
         x = place(widget, divider, x, isFirst);
         isFirst = false;
     }
+    Q_EMIT itemsMoved();
     const QSizeF natural(x + pillTrailingPadding, pillHeight);
     if (natural == size())
         return;

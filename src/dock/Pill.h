@@ -43,6 +43,8 @@ public:
 Q_SIGNALS:
     /// The row took another width; the pill already has it.
     void widthChanged();
+    /// What can be touched in the row stands elsewhere now, perhaps.
+    void itemsMoved();
     void filesDropped(const QList<QUrl> &files);
 
 protected:

@@ -31,6 +31,26 @@ struct Fixture : IconsFixture {
 class AppShortcutsWidgetTest final : public TestCase {
     Q_OBJECT
 private Q_SLOTS:
+    void whoeverFollowsThePointerIsToldThatIconsMoved()
+    {
+        Fixture fixture;
+        fixture.pin({fixture.notes, fixture.mail});
+        QSignalSpy moves(fixture.row, &BarWidget::itemsMoved);
+        QSignalSpy sizes(fixture.row, &BarWidget::naturalSizeChanged);
+        fixture.pin({fixture.mail, fixture.notes});
+        QVERIFY(!moves.isEmpty());
+        moves.clear();
+        // In the place of another.
+        fixture.pin({fixture.mail, fixture.finder});
+        QVERIFY(!moves.isEmpty());
+        QVERIFY(sizes.isEmpty());
+        moves.clear();
+        AppShortcut renamed = fixture.mail;
+        renamed.name = QStringLiteral("Post");
+        fixture.pin({renamed, fixture.finder});
+        QVERIFY(moves.isEmpty());
+    }
+
     void withoutShortcutsItTakesNoPlace()
     {
         const Fixture fixture;

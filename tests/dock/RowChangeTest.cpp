@@ -44,8 +44,11 @@ struct Stage : DockFixture {
     Stage()
     {
         makeOther = [this](WidgetKind kind) -> std::unique_ptr<BarWidget> {
-            if (kind != WidgetKind::appShortcut)
-                return std::make_unique<TrialWidget>(QSizeF(80, 40));
+            if (kind != WidgetKind::appShortcut) {
+                auto plain = std::make_unique<TrialWidget>(QSizeF(80, 40));
+                other = plain.get();
+                return plain;
+            }
             auto made = std::make_unique<IconWidget>();
             widget = made.get();
             return made;
@@ -66,6 +69,15 @@ struct Stage : DockFixture {
         QMouseEvent event(type, place, view->viewport()->mapToGlobal(place), button, held, Qt::NoModifier);
         QCoreApplication::sendEvent(view->viewport(), &event);
     }
+    /// The pointer comes, and stays.
+    void rest(const QPoint &place)
+    {
+        // The panel begins 100 points from the left, and ends 87 above the bottom of the screen.
+        panelWindow.frames = {QRectF(100, -11, 600, 98)};
+        pointer.place = {100.0 + place.x(), 87.0 - place.y()};
+        view->viewport()->setAttribute(Qt::WA_UnderMouse);
+        send(QEvent::MouseMove, place, Qt::NoButton);
+    }
     void press() { send(QEvent::MouseButtonPress, spot()); }
     void release() { send(QEvent::MouseButtonRelease, spot(), Qt::NoButton); }
     void drag()
@@ -80,6 +92,8 @@ struct Stage : DockFixture {
     }
 
     QPointer<IconWidget> widget;
+    /// The last that was made of any other kind.
+    QPointer<TrialWidget> other;
     std::unique_ptr<DockHostingView> view;
 };
 
@@ -132,6 +146,34 @@ private Q_SLOTS:
         };
         stage.drag();
         QVERIFY(stayed);
+    }
+
+    void aPointerThatRestsIsOnTheWidgetThatTookThePlace()
+    {
+        Stage stage;
+        stage.rest(stage.spot());
+        QVERIFY(stage.widget->icon->isHovered());
+        // Both are of one width, and so is the row.
+        stage.show({WidgetKind::clock, WidgetKind::appShortcut});
+        runEvents();
+        QVERIFY(!stage.widget->icon->isHovered());
+        QVERIFY(stage.other->isHovered());
+    }
+
+    void aPointerThatRestsIsOnTheItemThatTookThePlace()
+    {
+        Stage stage;
+        auto *second = new Icon(stage.widget);
+        second->setPos(0, 200);
+        runEvents();
+        stage.rest(stage.spot());
+        QVERIFY(stage.widget->icon->isHovered());
+        second->setPos(0, 0);
+        stage.widget->icon->setPos(0, 200);
+        Q_EMIT stage.widget->itemsMoved();
+        runEvents();
+        QVERIFY(!stage.widget->icon->isHovered());
+        QVERIFY(second->isHovered());
     }
 
     void aClickMayTakeItsOwnWidgetAway()
