@@ -150,9 +150,7 @@ LoadedEntries loadEntries(const EntryPlaces &places, const std::atomic_bool &can
     }
     auto catalogue = std::make_shared<EntryCatalogue>(walk.records(), defaults, places.desktopNames);
     auto matcher = std::make_shared<WindowMatcher>(catalogue->records());
-    return {.catalogue = std::move(catalogue),
-        .matcher = std::move(matcher),
-        .events = std::move(events)};
+    return {.catalogue = std::move(catalogue), .matcher = std::move(matcher), .events = std::move(events)};
 }
 
 } // namespace moorline
