@@ -44,7 +44,7 @@ class Bar:
         with desktop.stall_watch.expected("the program starts") if desktop.stall_watch else nullcontext():
             environment = {"QT_FORCE_STDERR_LOGGING": 1, "MOORLINE_DEBUG": 1, **environment}
             self.process = desktop.start_bar(*(command or [binary()]), **environment)
-            self.window = wait_until(self._find_window, timeout=60, what="the bar maps its window")
+            self.window = wait_until(self._find_window, timeout=10, what="the bar maps its window")
         settled(self.frame)
         if visible:
             wait_until(lambda: self.pill_edges() and self._is_see_through(), what="the pill is drawn")
