@@ -1,5 +1,7 @@
 #include "freedesktop/QuitPlan.h"
 
+#include "freedesktop/LaunchRules.h"
+
 #include <algorithm>
 
 namespace moorline {
@@ -25,6 +27,20 @@ QuitPlan planQuit(const QList<EntryAction> &actions, bool exportsQuit, const QLi
             closing.windows.append(window);
     }
     return closing;
+}
+
+bool canBeAskedToQuit(const QList<EntryAction> &actions, const QList<QuitOffer> &windows)
+{
+    return quitActionOf(actions) || std::any_of(windows.begin(), windows.end(), [](const QuitOffer &offer) {
+        return offer.isClosable || offer.hasActions;
+    });
+}
+
+bool isQuitUnheard(const QString &errorName)
+{
+    const QStringList silences{QStringLiteral("org.freedesktop.DBus.Error.NoReply"),
+        QStringLiteral("org.freedesktop.DBus.Error.Timeout"), QStringLiteral("org.freedesktop.DBus.Error.TimedOut")};
+    return isNobodyThere(errorName) || silences.contains(errorName);
 }
 
 } // namespace moorline
