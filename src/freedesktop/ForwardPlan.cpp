@@ -42,4 +42,21 @@ std::optional<ForwardPlan> planForward(
     return plan;
 }
 
+RaiseManner raiseManner(const ManagerFacts &manager)
+{
+    if (manager.restacks)
+        return RaiseManner::restack;
+    // Elsewhere such a request is one for the focus. Xfwm4 gives it to what is put above all, but not to what is put
+    // above one.
+    return manager.name == QLatin1StringView("Xfwm4") ? RaiseManner::placeAbove : RaiseManner::none;
+}
+
+XWindowId raiseBase(const QList<StackedWindow> &windows)
+{
+    const auto topmost = std::find_if(windows.crbegin(), windows.crend(), [](const StackedWindow &window) {
+        return window.isManaged && window.isViewable && !window.isAbove && window.isNormal;
+    });
+    return topmost == windows.crend() ? 0 : topmost->window;
+}
+
 } // namespace moorline

@@ -25,4 +25,41 @@ struct ForwardPlan {
 [[nodiscard]] std::optional<ForwardPlan> planForward(const QList<WindowFacts> &windows,
     const QList<XWindowId> &lastActive, const std::optional<quint32> &currentDesktop);
 
+/// What a window manager says of itself.
+struct ManagerFacts {
+    /// Its name for people; empty where it says none.
+    QString name = {};
+    /// Whether it is said to obey _NET_RESTACK_WINDOW.
+    bool restacks = false;
+
+    bool operator==(const ManagerFacts &) const = default;
+};
+
+/// How windows are raised that shall not get the focus.
+enum class RaiseManner {
+    /// The window manager cannot.
+    none,
+    /// By _NET_RESTACK_WINDOW.
+    restack,
+    /// Each above another one, by a ConfigureRequest.
+    placeAbove,
+};
+
+[[nodiscard]] RaiseManner raiseManner(const ManagerFacts &manager);
+
+/// A window and its part in the stack.
+struct StackedWindow {
+    XWindowId window = 0;
+    bool isManaged = true;
+    bool isViewable = true;
+    /// Kept above others.
+    bool isAbove = false;
+    /// Neither a dialog nor a dock nor anything else of a kind.
+    bool isNormal = true;
+};
+
+/// The window above which others are raised, the topmost on the layer where most are. Zero where there is none.
+/// `windows` come from the bottom of the stack to its top.
+[[nodiscard]] XWindowId raiseBase(const QList<StackedWindow> &windows);
+
 } // namespace moorline

@@ -1,13 +1,13 @@
 #include "freedesktop/ForwardPlan.h"
-#include "freedesktop/QuitPlan.h"
 #include "harness/TestCase.h"
 
 namespace {
 
 using moorline::ForwardPlan;
 using moorline::planForward;
-using moorline::planQuit;
-using moorline::QuitPlan;
+using moorline::raiseBase;
+using moorline::raiseManner;
+using moorline::RaiseManner;
 using moorline::WindowFacts;
 using moorline::XWindowId;
 using Windows = QList<XWindowId>;
@@ -37,10 +37,10 @@ private Q_SLOTS:
     void whereAllAreMinimisedTheLastActiveReturns();
     void withoutDesktopsAllAreRaised();
 
-    void theActionQuitComesFirst();
-    void theExportedActionComesNext();
-    void elseWindowsAreClosed();
-    void windowsThatCannotBeAskedAreLeftAlone();
+    void aWindowManagerThatRestacksIsAskedTo();
+    void theOneThatPlacesWithoutTheFocusIsAskedTo();
+    void othersWouldGiveTheFocusAndAreNotAsked();
+    void othersAreRaisedAboveTheTopmostOrdinaryWindow();
 };
 
 void ForwardPlanTest::withoutAWindowThereIsNothingToDo()
@@ -103,28 +103,31 @@ void ForwardPlanTest::withoutDesktopsAllAreRaised()
         *planForward({{.window = 1}, {.window = 2}}, {1}, std::nullopt), (ForwardPlan{.raised = {2}, .activated = 1}));
 }
 
-void ForwardPlanTest::theActionQuitComesFirst()
+void ForwardPlanTest::aWindowManagerThatRestacksIsAskedTo()
 {
-    const QList<moorline::EntryAction> actions{{.id = QStringLiteral("quit-all")}, {.id = QStringLiteral("Quit")}};
-    QCOMPARE(planQuit(actions, true, {1}, {1}), QuitPlan(moorline::QuitByEntryAction{QStringLiteral("Quit")}));
-    QCOMPARE(moorline::quitActionOf(actions), QStringLiteral("Quit"));
-    QVERIFY(!moorline::quitActionOf({{.id = QStringLiteral("new-window")}, {.id = QStringLiteral("quit-all")}}));
+    QCOMPARE(raiseManner({.name = QStringLiteral("Metacity"), .restacks = true}), RaiseManner::restack);
+    QCOMPARE(raiseManner({.name = QStringLiteral("Xfwm4"), .restacks = true}), RaiseManner::restack);
 }
 
-void ForwardPlanTest::theExportedActionComesNext()
+void ForwardPlanTest::theOneThatPlacesWithoutTheFocusIsAskedTo()
 {
-    QCOMPARE(
-        planQuit({{.id = QStringLiteral("new-window")}}, true, {1}, {1}), QuitPlan(moorline::QuitByExportedAction{}));
+    QCOMPARE(raiseManner({.name = QStringLiteral("Xfwm4")}), RaiseManner::placeAbove);
 }
 
-void ForwardPlanTest::elseWindowsAreClosed()
+void ForwardPlanTest::othersWouldGiveTheFocusAndAreNotAsked()
 {
-    QCOMPARE(planQuit({}, false, {1, 2}, {2, 1}), QuitPlan(moorline::QuitByClosing{{1, 2}}));
+    for (const char *name : {"", "i3", "xfwm4", "Xfwm4 fork"})
+        QCOMPARE(raiseManner({.name = QLatin1StringView(name)}), RaiseManner::none);
 }
 
-void ForwardPlanTest::windowsThatCannotBeAskedAreLeftAlone()
+void ForwardPlanTest::othersAreRaisedAboveTheTopmostOrdinaryWindow()
 {
-    QCOMPARE(planQuit({}, false, {1, 2}, {2, 3}), QuitPlan(moorline::QuitByClosing{{2}}));
+    QCOMPARE(raiseBase({{.window = 1}, {.window = 2}}), XWindowId(2));
+    QCOMPARE(raiseBase({{.window = 1}, {.window = 2, .isManaged = false}, {.window = 3, .isViewable = false},
+                 {.window = 4, .isAbove = true}, {.window = 5, .isNormal = false}}),
+        XWindowId(1));
+    QCOMPARE(raiseBase({{.window = 4, .isAbove = true}}), XWindowId(0));
+    QCOMPARE(raiseBase({}), XWindowId(0));
 }
 
 MOORLINE_TEST(ForwardPlanTest);
