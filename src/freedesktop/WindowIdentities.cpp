@@ -55,7 +55,18 @@ WindowIdentities::Identity WindowIdentities::matched(const WindowFacts &window, 
         .className = window.className,
         .applicationId = window.applicationId,
         .process = window.process,
-        .entry = m_matcher->match(window, process)};
+        .entry = m_matcher->match(window, process),
+        .isDecided = process || m_matcher->isDecidedWithoutProcess(window)};
+}
+
+QSet<XWindowId> WindowIdentities::undecided() const
+{
+    QSet<XWindowId> windows;
+    for (auto known = m_known.cbegin(); known != m_known.cend(); ++known) {
+        if (!known->isDecided)
+            windows.insert(known.key());
+    }
+    return windows;
 }
 
 } // namespace moorline

@@ -2,6 +2,7 @@
 
 #include "freedesktop/WindowMatcher.h"
 
+#include <QSet>
 #include <functional>
 #include <memory>
 
@@ -23,6 +24,8 @@ public:
     /// The ids of entries by window. Windows that belong to none are not in it, unless they are dialogs of one that
     /// does.
     [[nodiscard]] QHash<XWindowId, QString> identify(const QList<WindowFacts> &windows, const ProcessLookup &processes);
+    /// Of the windows that were identified last, those whose process was not known and might say something else.
+    [[nodiscard]] QSet<XWindowId> undecided() const;
 
 private:
     struct Identity {
@@ -31,6 +34,7 @@ private:
         QString applicationId;
         std::optional<qint64> process;
         std::optional<QString> entry;
+        bool isDecided = true;
     };
 
     [[nodiscard]] Identity matched(const WindowFacts &window, const ProcessLookup &processes) const;

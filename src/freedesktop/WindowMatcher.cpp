@@ -125,6 +125,12 @@ std::optional<QString> WindowMatcher::match(const WindowFacts &window, const Pro
     return index ? std::optional(m_records[*index].id) : std::nullopt;
 }
 
+/// A sandbox stands above all that a window says, whichever of the sandboxed applications it is.
+bool WindowMatcher::isDecidedWithoutProcess(const WindowFacts &window) const
+{
+    return !window.process || (m_byFlatpak.isEmpty() && m_bySnap.isEmpty() && byWindow(window));
+}
+
 std::optional<QString> WindowMatcher::matchWithin(
     const Indices &sandboxed, const WindowFacts &window, const ProcessFacts &process) const
 {

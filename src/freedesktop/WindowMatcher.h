@@ -20,6 +20,8 @@ public:
 
     /// The id of the entry; absent where the window belongs to none. `process` is null where nothing is known of it.
     [[nodiscard]] std::optional<QString> match(const WindowFacts &window, const ProcessFacts *process) const;
+    /// Whether nothing that could be learnt of its process would change whose the window is.
+    [[nodiscard]] bool isDecidedWithoutProcess(const WindowFacts &window) const;
 
 private:
     using Indices = QList<qsizetype>;

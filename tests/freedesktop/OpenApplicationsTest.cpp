@@ -44,6 +44,7 @@ private Q_SLOTS:
     void aDialogBelongsToItsOwner();
     void aDialogThatSaysSomethingIsItsOwn();
     void aWindowOfAnotherMachineHasNoProcess();
+    void aWindowIsUndecidedUntilItsProcessIsKnown();
 
 private:
     const ProcessFacts *lookUp(qint64 process);
@@ -227,6 +228,21 @@ void OpenApplicationsTest::aWindowOfAnotherMachineHasNoProcess()
 {
     QVERIFY(identify({window(1, "odd")}).isEmpty());
     QVERIFY(m_asked.isEmpty());
+}
+
+void OpenApplicationsTest::aWindowIsUndecidedUntilItsProcessIsKnown()
+{
+    const QList<WindowFacts> windows{
+        window(1, "odd", 700), window(2, "odd", 800), window(3, "paint", 800), window(4, "odd")};
+    m_process.process = 0;
+    identify(windows);
+    QCOMPARE(m_identities.undecided(), (QSet<XWindowId>{1, 2}));
+    m_process.process = 700;
+    m_identities.forget(700);
+    identify(windows);
+    QCOMPARE(m_identities.undecided(), QSet<XWindowId>{2});
+    identify({});
+    QCOMPARE(m_identities.undecided(), QSet<XWindowId>());
 }
 
 MOORLINE_TEST(OpenApplicationsTest);

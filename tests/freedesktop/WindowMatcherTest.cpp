@@ -93,6 +93,10 @@ private Q_SLOTS:
     void aSandboxWithoutAKnownClassIsItsOwnEntry();
     void aSandboxIsKnownByWhatAnEntryRuns();
     void aSandboxWithoutAnEntryIsLikeAnyOther();
+
+    void whatTheWindowSaysDecidesWhereNoSandboxCouldSayElse();
+    void whereThereAreSandboxesTheProcessDecides_data();
+    void whereThereAreSandboxesTheProcessDecides();
 };
 
 void WindowMatcherTest::nobodyOwnsAWindowThatSaysNothing()
@@ -445,6 +449,41 @@ void WindowMatcherTest::aSandboxWithoutAnEntryIsLikeAnyOther()
     ProcessFacts inside = process("/app/bin/paint", "paint");
     inside.flatpakId = text("org.example.Paint");
     QCOMPARE(found({entry("paint", "", "Paint")}, window("paint", "Paint"), inside), text("paint"));
+}
+
+void WindowMatcherTest::whatTheWindowSaysDecidesWhereNoSandboxCouldSayElse()
+{
+    const WindowMatcher matcher({entry("paint", "paint")});
+    WindowFacts facts = window("paint", "Paint");
+    facts.process = 700;
+    QVERIFY(matcher.isDecidedWithoutProcess(facts));
+    facts.instanceName = facts.className = text("odd");
+    QVERIFY(!matcher.isDecidedWithoutProcess(facts));
+    // On another machine.
+    facts.process.reset();
+    QVERIFY(matcher.isDecidedWithoutProcess(facts));
+}
+
+void WindowMatcherTest::whereThereAreSandboxesTheProcessDecides_data()
+{
+    QTest::addColumn<EntryRecord>("sandboxed");
+    EntryRecord boxed = entry("org.example.Paint");
+    boxed.flatpakId = text("org.example.Paint");
+    QTest::newRow("flatpak") << boxed;
+    boxed = entry("paint_paint");
+    boxed.snapName = text("paint");
+    QTest::newRow("snap") << boxed;
+    QTest::newRow("by what it runs") << entry("mine", "flatpak run org.example.Paint");
+}
+
+void WindowMatcherTest::whereThereAreSandboxesTheProcessDecides()
+{
+    QFETCH(EntryRecord, sandboxed);
+    const WindowMatcher matcher({entry("paint", "paint"), sandboxed});
+    WindowFacts facts = window("paint", "Paint");
+    QVERIFY(matcher.isDecidedWithoutProcess(facts));
+    facts.process = 700;
+    QVERIFY(!matcher.isDecidedWithoutProcess(facts));
 }
 
 MOORLINE_TEST(WindowMatcherTest);
