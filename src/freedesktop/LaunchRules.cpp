@@ -24,6 +24,9 @@ constexpr Terminal terminals[] = {
     {QLatin1StringView("x-terminal-emulator"), QLatin1StringView("-e")},
 };
 
+/// A menu fades away before what was chosen in it is done.
+constexpr std::chrono::seconds longestMeaning{2};
+
 /// More than any manager of units takes for a name, with what stands around it.
 constexpr qsizetype longestId = 128;
 
@@ -109,6 +112,11 @@ QList<QByteArray> launchEnvironment(const QList<QByteArray> &inherited, const QL
             environment.append(variable);
     }
     return environment + additions;
+}
+
+bool isStillMeant(std::chrono::milliseconds age)
+{
+    return age <= longestMeaning;
 }
 
 QByteArray startupId(const QString &entryId, qint64 process, quint64 number, quint32 userTime)

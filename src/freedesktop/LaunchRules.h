@@ -2,6 +2,7 @@
 
 #include "freedesktop/EntryRecord.h"
 
+#include <chrono>
 #include <functional>
 
 namespace moorline {
@@ -13,6 +14,11 @@ namespace moorline {
 /// Each is a "NAME=value".
 [[nodiscard]] QList<QByteArray> launchEnvironment(
     const QList<QByteArray> &inherited, const QList<QByteArray> &additions);
+
+/// Whether what the user did to the program's windows so long ago is what is being answered now. What is asked for
+/// later came another way, by the tray or the bus, and a window manager would take the time for one from before the
+/// user went on to other windows.
+[[nodiscard]] bool isStillMeant(std::chrono::milliseconds age);
 
 /// Names one launch, and says when the user asked for it, by the X server's clock. `number` tells it from the others of
 /// this process.

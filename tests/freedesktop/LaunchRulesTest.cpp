@@ -53,6 +53,14 @@ private Q_SLOTS:
         QVERIFY(moorline::takesFiles(QString(1'000'000, u'x') + QStringLiteral(" %F")));
     }
 
+    void whatWasDoneTwoSecondsAgoIsStillMeant()
+    {
+        using namespace std::chrono_literals;
+        QVERIFY(moorline::isStillMeant(0ms));
+        QVERIFY(moorline::isStillMeant(2000ms));
+        QVERIFY(!moorline::isStillMeant(2001ms));
+    }
+
     void whatWasMeantForTheProgramItselfIsNotHandedOn()
     {
         QCOMPARE(moorline::launchEnvironment(
