@@ -24,9 +24,9 @@ void loadWording(QTranslator &wording, const QString &catalogue)
 }
 
 /// What the program does from its first window to its last, on objects that are gone afterwards.
-int run(const RunPlan &plan)
+int run(const RunPlan &plan, const Preparation &preparation)
 {
-    Platform platform = createPlatform();
+    Platform platform = createPlatform(preparation);
     // One-shot runs may come beside the bar that a person looks at.
     if (displayNeed(plan) == DisplayNeed::required && !platform.instanceClaim->take()) {
         qInfo("Moorline: already running");
@@ -50,7 +50,8 @@ int run(const RunPlan &plan)
 int main(int argc, char **argv)
 {
     const RunPlan plan = runPlan(QProcessEnvironment::systemEnvironment());
-    if (!preparePlatform(displayNeed(plan))) {
+    const auto preparation = preparePlatform(displayNeed(plan));
+    if (!preparation) {
         QTextStream(stderr) << "Moorline: there is no display to show the bar on\n";
         return EXIT_FAILURE;
     }
@@ -60,7 +61,7 @@ int main(int argc, char **argv)
     QGuiApplication::setDesktopFileName(applicationIdentifier);
     QGuiApplication::setQuitOnLastWindowClosed(false);
 
-    const int status = run(plan);
+    const int status = run(plan, *preparation);
     // A thread may still be inside a library that looks for a proxy or a name and does not return. Qt's application
     // object would wait for it, and what libraries take down at the end of a process would go from under it.
     std::fflush(nullptr);

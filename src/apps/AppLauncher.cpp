@@ -81,6 +81,11 @@ QString refusedDrop(const AppShortcut &shortcut)
     return QStringLiteral("Moorline: %1 refused the drop").arg(shortcut.name);
 }
 
+QString failureToOpen(const QString &path)
+{
+    return QStringLiteral("Moorline: failed to open ") + QFileInfo(path).fileName();
+}
+
 } // namespace
 
 AppLauncher::AppLauncher(Context context)
@@ -115,12 +120,12 @@ void AppLauncher::openFinder()
     const QString path = m_context.workspace.applicationPath(identifier).value_or(identifier);
     if (presentable(identifier).isEmpty() && (isOnlyOutOfSight(identifier) || !m_pending.begin(path, identifier)))
         return;
-    m_context.fileManager.comeForward();
+    m_context.fileManager.comeForward(reporting(path, failureToOpen(path)));
 }
 
 void AppLauncher::openRegularApp(const QString &path)
 {
-    bringForward(path, QStringLiteral("Moorline: failed to open ") + QFileInfo(path).fileName());
+    bringForward(path, failureToOpen(path));
 }
 
 void AppLauncher::openWeatherApp(const WeatherLocation &place)
@@ -238,7 +243,9 @@ QList<RunningApplication> AppLauncher::quittable(const AppShortcut &shortcut) co
     const QStringList identifiers = identityOf(shortcut, m_context.bundles).identifiers;
     if (!shortcut.bundleIdentifier || identifiers.contains(finderIdentifier))
         return {};
-    return running(identifiers);
+    QList<RunningApplication> applications = running(identifiers);
+    applications.removeIf([this](const RunningApplication &one) { return !m_context.workspace.canTerminate(one); });
+    return applications;
 }
 
 void AppLauncher::bringForward(const QString &path, const QString &failure)

@@ -74,23 +74,27 @@ ScriptedFileManager::ScriptedFileManager(Context context)
 {
 }
 
-void ScriptedFileManager::comeForward()
+void ScriptedFileManager::comeForward(Workspace::Opened opened)
 {
-    run(finderScript(finderNewWindowTargetPath(m_context.preferences, m_context.home)));
+    run(finderScript(finderNewWindowTargetPath(m_context.preferences, m_context.home)), std::move(opened));
 }
 
-QCoro::Task<> ScriptedFileManager::run(QString script)
+QCoro::Task<> ScriptedFileManager::run(QString script, Workspace::Opened opened)
 {
     QPointer<ScriptedFileManager> alive{this};
     const auto answer = co_await m_context.scripts.run(script, scriptTimeout);
-    if (alive && !answer)
-        showHome();
+    if (!alive)
+        co_return;
+    if (!answer)
+        showHome(opened);
+    else if (opened)
+        opened(std::nullopt);
 }
 
 /// Needs nobody's permission, but knows nothing of the folder for new windows.
-void ScriptedFileManager::showHome()
+void ScriptedFileManager::showHome(const Workspace::Opened &opened)
 {
-    m_context.workspace.showFolder(m_context.home);
+    m_context.workspace.showFolder(m_context.home, opened);
     const auto running = m_context.workspace.runningApplications().value_or(QList<RunningApplication>());
     const auto finder = std::find_if(running.begin(), running.end(),
         [](const RunningApplication &application) { return application.bundleIdentifier == finderIdentifier; });

@@ -11,7 +11,6 @@ namespace moorline {
 
 class AppleScriptRunner;
 class Preferences;
-class Workspace;
 
 /// macOS's Finder, brought forward by a script and, where scripts are not allowed, by the workspace.
 class ScriptedFileManager final : public QObject, public FileManager {
@@ -30,11 +29,11 @@ public:
 
     explicit ScriptedFileManager(Context context);
 
-    void comeForward() override;
+    void comeForward(Workspace::Opened opened) override;
 
 private:
-    QCoro::Task<> run(QString script);
-    void showHome();
+    QCoro::Task<> run(QString script, Workspace::Opened opened);
+    void showHome(const Workspace::Opened &opened);
 
     Context m_context;
 };

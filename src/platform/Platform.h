@@ -88,11 +88,17 @@ enum class DisplayNeed {
     required,
 };
 
-/// What has to be settled before the application object exists, chiefly which Qt platform draws. False when a display
-/// is required and there is none.
-[[nodiscard]] bool preparePlatform(DisplayNeed need);
+/// What is only known before the application object exists.
+struct Preparation {
+    /// What the program was started with, as "NAME=value", before it set anything in it. Empty where no adapter asks.
+    QList<QByteArray> environment = {};
+};
+
+/// Settles what has to be settled before the application object exists, chiefly which Qt platform draws. Absent when a
+/// display is required and there is none.
+[[nodiscard]] std::optional<Preparation> preparePlatform(DisplayNeed need);
 
 /// The adapters of the system this program was built for. The application object must exist.
-[[nodiscard]] Platform createPlatform();
+[[nodiscard]] Platform createPlatform(const Preparation &preparation);
 
 } // namespace moorline

@@ -54,6 +54,9 @@ public:
     /// is known by its windows alone.
     [[nodiscard]] virtual bool endsWithLastWindow() const = 0;
 
+    /// Whether there is a way to ask this application to quit; one that has none is not offered to.
+    [[nodiscard]] virtual bool canTerminate(const RunningApplication &application) const = 0;
+
     /// Brings an application and all its windows to the front.
     virtual void activate(const RunningApplication &application) = 0;
     /// Asks an application to quit, as its own menu would; it may refuse.
@@ -65,8 +68,8 @@ public:
     virtual void openAddress(const QUrl &address) = 0;
     /// Shows files in the file manager, selected, and brings it to the front.
     virtual void reveal(const QList<QUrl> &files) = 0;
-    /// Shows a folder in a window of the file manager, nothing selected.
-    virtual void showFolder(const QString &path) = 0;
+    /// Shows a folder in a window of the file manager, nothing selected. `opened` may be empty.
+    virtual void showFolder(const QString &path, Opened opened) = 0;
 
 Q_SIGNALS:
     /// Another space (virtual desktop) became the active one.

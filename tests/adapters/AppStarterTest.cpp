@@ -434,6 +434,9 @@ private Q_SLOTS:
         const QRegularExpression name(text("^app-moorline-my\\\\x2dpad-[0-9a-f]{8}\\.scope$"));
         QVERIFY(name.match(call.arguments().at(0).toString()).hasMatch());
         QCOMPARE(call.arguments().at(1).toString(), text("fail"));
+        // Nothing of it ran yet.
+        QCOMPARE(m_started.size(), 0);
+        QTRY_COMPARE(m_started.size(), 1);
         QCOMPARE(processesOf(call), QList<uint>{uint(m_started.first().at(2).toLongLong())});
     }
 
@@ -482,20 +485,37 @@ private Q_SLOTS:
     {
         writeFileManager();
         start();
-        m_starter->showFolder(text("/a b/100%"));
+        m_starter->showFolder(text("/a b/100%"), nullptr);
         QCOMPARE(onlyRecord().arguments, QList<QByteArray>{"/a b/100%"});
     }
 
-    void theLaunchOfAFileManagerThatDoesNotStartIsOver()
+    void aFileManagerThatDoesNotStartSaysWhy()
     {
         writeEntry("files", "MimeType=inode/directory;\nCategories=FileManager;\nExec=/nowhere/files %U");
-        start();
-        StarterWorkspace workspace(*m_entries, *m_starter);
-        QSignalSpy ended(&workspace, &Workspace::launchEnded);
-        workspace.showFolder(text("/a"));
-        QTRY_COMPARE(ended.size(), 1);
-        QCOMPARE(ended.first(), QVariantList{m_disk->own(text("files"))});
+        showFolder();
+        QTRY_COMPARE(m_answers.size(), 1);
+        QVERIFY(error() && !error()->isEmpty());
+        const StarterWorkspace workspace(*m_entries, *m_starter);
         QCOMPARE(workspace.applicationPath(text("com.apple.finder")), std::optional(m_disk->own(text("files"))));
+    }
+
+    void withoutAFileManagerAFolderIsShownByWhoeverOffersIt()
+    {
+        Service manager("org.freedesktop.FileManager1");
+        showFolder();
+        QTRY_COMPARE(m_answers.size(), 1);
+        QCOMPARE(error(), std::nullopt);
+        QCOMPARE(manager.calls.size(), 1);
+        QCOMPARE(manager.calls.first().member(), text("ShowFolders"));
+        QCOMPARE(manager.calls.first().arguments().at(0).toStringList(), QStringList(text("file:///a")));
+    }
+
+    void withoutAnybodyWhoShowsAFolderThatIsSaidAtOnce()
+    {
+        showFolder();
+        QTRY_COMPARE(m_answers.size(), 1);
+        QCOMPARE(error(), text("no file manager is installed"));
+        QCOMPARE(m_clock.runningTimers(), 0);
     }
 
     void theFileManagerIsStartedFromFindersPlace()
@@ -556,6 +576,12 @@ private:
     {
         start();
         m_starter->open(path, files, [this](const std::optional<QString> &error) { m_answers.append({error}); });
+    }
+
+    void showFolder()
+    {
+        start();
+        m_starter->showFolder(text("/a"), [this](const std::optional<QString> &error) { m_answers.append({error}); });
     }
 
     [[nodiscard]] std::optional<QString> error() const

@@ -19,7 +19,7 @@ private Q_SLOTS:
     {
         FakeWorkspace workspace;
         workspace.launch(QStringLiteral("paint"), QStringLiteral("/paint.desktop"));
-        LinuxFileManager(workspace, home).comeForward();
+        LinuxFileManager(workspace, home).comeForward(nullptr);
         QCOMPARE(workspace.folders, QStringList{home});
         QVERIFY(workspace.activated.isEmpty());
     }
@@ -29,9 +29,23 @@ private Q_SLOTS:
         FakeWorkspace workspace;
         workspace.launch(QStringLiteral("paint"), QStringLiteral("/paint.desktop"));
         const RunningApplication running = workspace.launch(finder, QStringLiteral("/files.desktop"));
-        LinuxFileManager(workspace, home).comeForward();
+        LinuxFileManager(workspace, home).comeForward(nullptr);
         QCOMPARE(workspace.activated, QList<RunningApplication>{running});
         QVERIFY(workspace.folders.isEmpty());
+    }
+
+    void whoAsksIsToldHowItEnded()
+    {
+        FakeWorkspace workspace;
+        QList<std::optional<QString>> answers;
+        const auto opened = [&answers](const std::optional<QString> &error) { answers.append(error); };
+        LinuxFileManager(workspace, home).comeForward(opened);
+        QCOMPARE(answers.size(), 0);
+        workspace.folderShown(QStringLiteral("there is none"));
+        QCOMPARE(answers, QList<std::optional<QString>>{QStringLiteral("there is none")});
+        workspace.launch(finder, QStringLiteral("/files.desktop"));
+        LinuxFileManager(workspace, home).comeForward(opened);
+        QCOMPARE(answers.last(), std::nullopt);
     }
 
     void oneThatOnlyDrawsTheDesktopShowsTheHomeFolder()
@@ -39,7 +53,7 @@ private Q_SLOTS:
         FakeWorkspace workspace;
         workspace.launch(finder, QStringLiteral("/files.desktop"));
         workspace.running->first().activationPolicy = moorline::ActivationPolicy::accessory;
-        LinuxFileManager(workspace, home).comeForward();
+        LinuxFileManager(workspace, home).comeForward(nullptr);
         QCOMPARE(workspace.folders, QStringList{home});
         QVERIFY(workspace.activated.isEmpty());
     }
@@ -48,7 +62,7 @@ private Q_SLOTS:
     {
         FakeWorkspace workspace;
         workspace.running.reset();
-        LinuxFileManager(workspace, home).comeForward();
+        LinuxFileManager(workspace, home).comeForward(nullptr);
         QCOMPARE(workspace.folders, QStringList{home});
     }
 };

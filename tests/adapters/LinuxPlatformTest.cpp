@@ -28,7 +28,7 @@ private Q_SLOTS:
         QVERIFY(door.isOpen());
         qputenv("DBUS_SYSTEM_BUS_ADDRESS", systemBus.address());
 
-        const Platform platform = createPlatform();
+        const Platform platform = createPlatform({});
         // Longer than the session bus is waited for.
         QTest::qWait(1500);
         QVERIFY(!isAnybodyAtTheDoor(door));

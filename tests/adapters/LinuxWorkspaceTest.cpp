@@ -1,8 +1,7 @@
 #include "WorkspaceTestCase.h"
-#include "platform/linux/bus/BusObject.h"
+#include "platform/linux/apps/WindowRaising.h"
 #include "platform/linux/x11/WindowRequests.h"
 
-#include <QDBusConnection>
 #include <QSignalSpy>
 #include <unistd.h>
 
@@ -14,14 +13,6 @@ using moorline::test::WindowPlan;
 
 const QString paint = QStringLiteral("paint");
 const QString write = QStringLiteral("write");
-
-WindowPlan plan(const char *windowClass, const QRect &frame = {200, 150, 300, 200})
-{
-    const QByteArray name(windowClass);
-    QByteArray both = name;
-    both.append('\0').append(name).append('\0');
-    return {.frame = frame, .windowClass = both};
-}
 
 /// The applications of a desktop with a window manager.
 class LinuxWorkspaceTest final : public moorline::test::WorkspaceTestCase {
@@ -184,7 +175,7 @@ private Q_SLOTS:
         const xcb_window_t second = showActive(plan("paint"));
         const xcb_window_t other = showActive(plan("write"));
         const moorline::WindowRequests requests(*connection);
-        requests.raise({first, second}, other);
+        moorline::raiseWithoutFocus({first, second}, clients->snapshot(), requests);
         QTRY_VERIFY(foreign->isAbove(second, other));
         QVERIFY(foreign->isAbove(second, first));
         QVERIFY(foreign->isAbove(first, other));
@@ -234,84 +225,25 @@ private Q_SLOTS:
         QVERIFY(!foreign->isViewable(second));
     }
 
-    void quittingClosesTheWindowsOfAllDesktopsThatCanBeAsked()
+    void whatWasStartedHereIsKnownByItsProcessUntilThatEnds()
     {
-        const xcb_window_t here = showClosable("paint");
-        const xcb_window_t elsewhere = showClosable("paint");
-        foreign->moveToDesktop(elsewhere, 1);
-        QTRY_VERIFY(!foreign->isViewable(elsewhere));
-        const xcb_window_t deaf = showManaged(plan("paint"));
-        const xcb_window_t others = showClosable("write");
-        QTRY_COMPARE(identifiers(), (QStringList{paint, write}));
-        workspace->terminate(application(paint));
-        QTRY_COMPARE(foreign->closeRequests(here), 1);
-        QTRY_COMPARE(foreign->closeRequests(elsewhere), 1);
-        QTest::qWait(100);
-        QCOMPARE(foreign->closeRequests(others), 0);
-        QCOMPARE(foreign->closeRequests(here), 1);
-        QVERIFY(foreign->isManaged(deaf));
-    }
-
-    void quittingIsAnActionOfTheEntryWhereItHasOne()
-    {
-        const QString mark = folder->filePath(QStringLiteral("asked"));
-        writeEntry(QStringLiteral("mail"),
-            "Actions=new-window;Quit;\n[Desktop Action Quit]\nName=Quit\nExec=touch " + QFile::encodeName(mark) + '\n');
-        start();
-        const xcb_window_t window = showClosable("mail");
-        QTRY_COMPARE(identifiers(), QStringList{QStringLiteral("mail")});
-        workspace->terminate(application(QStringLiteral("mail")));
-        QTRY_VERIFY(QFile::exists(mark));
-        QCOMPARE(foreign->closeRequests(window), 0);
-    }
-
-    void quittingIsAnActionOfTheProgramWhereItExportsOne()
-    {
-        bus.adopt(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("quit-asking")));
-        moorline::Bus programs;
-        programs.adopt(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("quit-asked")));
-        QVERIFY(bus.isOpen() && programs.isOpen());
-        QVariantList activated;
-        const moorline::BusObject object(programs, QStringLiteral("/org/example/paint"),
-            {{.name = QStringLiteral("org.gtk.Actions"),
-                .methods =
-                    {{.name = QStringLiteral("List"),
-                         .takes = {},
-                         .gives = {QStringLiteral("as")},
-                         .call =
-                             [](const QVariantList &) {
-                                 return QVariantList{QStringList{QStringLiteral("about"), QStringLiteral("quit")}};
-                             }},
-                        {.name = QStringLiteral("Activate"),
-                            .takes = {QStringLiteral("s"), QStringLiteral("av"), QStringLiteral("a{sv}")},
-                            .gives = {},
-                            .call =
-                                [&](const QVariantList &arguments) {
-                                    activated.append(arguments.first());
-                                    return QVariantList();
-                                }}},
-                .properties = nullptr}});
-        const xcb_window_t window = showClosable("paint");
-        foreign->setBytes(window, "_GTK_UNIQUE_BUS_NAME", "UTF8_STRING", programs.connection().baseService().toUtf8());
-        foreign->setBytes(window, "_GTK_APPLICATION_OBJECT_PATH", "UTF8_STRING", "/org/example/paint");
-        const xcb_window_t plain = showClosable("paint");
+        Q_EMIT starter->started(entryPath(paint), QStringLiteral("id"), getpid());
+        const xcb_window_t window = showManaged(plan("odd"));
         QTRY_COMPARE(identifiers(), QStringList{paint});
-        workspace->terminate(application(paint));
-        QTRY_COMPARE(activated, QVariantList{QStringLiteral("quit")});
-        QTRY_COMPARE(foreign->closeRequests(plain), 1);
-        QCOMPARE(foreign->closeRequests(window), 0);
-        QDBusConnection::disconnectFromBus(QStringLiteral("quit-asking"));
-        QDBusConnection::disconnectFromBus(QStringLiteral("quit-asked"));
+        foreign->destroy(window);
+        QTRY_COMPARE(identifiers(), QStringList());
+        Q_EMIT starter->ended(entryPath(paint), getpid());
+        QVERIFY(showManaged(plan("odd")));
+        QTRY_COMPARE(identifiers(), QStringList{QStringLiteral("nobody")});
     }
 
-    void quittingAProgramThatOnlySaysSoClosesItsWindows()
+    void aWindowIsNotToldOfBeforeItIsKnownWhoseItIs()
     {
-        const xcb_window_t window = showClosable("paint");
-        foreign->setBytes(window, "_GTK_UNIQUE_BUS_NAME", "UTF8_STRING", "not a name");
-        foreign->setBytes(window, "_GTK_APPLICATION_OBJECT_PATH", "UTF8_STRING", "nor/a path");
-        QTRY_COMPARE(identifiers(), QStringList{paint});
-        workspace->terminate(application(paint));
-        QTRY_COMPARE(foreign->closeRequests(window), 1);
+        Q_EMIT starter->started(entryPath(paint), QStringLiteral("id"), getpid());
+        QList<QStringList> told;
+        connect(workspace.get(), &Workspace::applicationLaunched, this, [&] { told.append(identifiers()); });
+        QVERIFY(showManaged(plan("odd")));
+        QTRY_COMPARE(told, QList<QStringList>{{paint}});
     }
 
     void oneThatIsGoneIsLeftAlone()
@@ -326,13 +258,6 @@ private Q_SLOTS:
     }
 
 private:
-    [[nodiscard]] xcb_window_t showClosable(const char *windowClass) const
-    {
-        const xcb_window_t window = foreign->create(plan(windowClass));
-        foreign->setValues(window, "WM_PROTOCOLS", "ATOM", {foreign->atom("WM_DELETE_WINDOW")});
-        foreign->map(window);
-        return QTest::qWaitFor([&] { return foreign->isManaged(window); }) ? window : xcb_window_t{XCB_WINDOW_NONE};
-    }
     [[nodiscard]] std::uint32_t currentDesktop() const
     {
         return foreign->values(foreign->root(), "_NET_CURRENT_DESKTOP").value(0);

@@ -1,5 +1,7 @@
 #include "platform/linux/x11/UserTime.h"
 #include "X11TestCase.h"
+#include "fakes/FakeClock.h"
+#include "platform/linux/apps/PresentTime.h"
 
 #include <QDropEvent>
 #include <QMimeData>
@@ -13,8 +15,8 @@ class UserTimeTest final : public X11TestCase {
 private Q_SLOTS:
     void nothingWasDoneAtFirst()
     {
-        const UserTime time(*connection);
-        QCOMPARE(time.last(), 0U);
+        const UserTime time(*connection, m_clock);
+        QVERIFY(!time.last());
     }
 
     void theLastDeedCounts_data()
@@ -33,23 +35,51 @@ private Q_SLOTS:
     {
         QFETCH(QEvent::Type, type);
         QFETCH(quint64, timestamp);
-        const UserTime time(*connection);
+        const UserTime time(*connection, m_clock);
         send(QEvent::MouseButtonPress, 100);
-        QCOMPARE(time.last(), 100U);
+        QCOMPARE(time.last()->time, 100U);
         send(type, timestamp);
-        QTEST(time.last(), "last");
+        QTEST(time.last()->time, "last");
     }
 
     void aDropIsDoneNow()
     {
-        const UserTime time(*connection);
+        const UserTime time(*connection, m_clock);
         const quint32 before = connection->serverTime();
         const QMimeData data;
         QDropEvent drop({}, Qt::CopyAction, &data, Qt::NoButton, Qt::NoModifier);
         QObject target;
         QCoreApplication::sendEvent(&target, &drop);
-        QVERIFY(time.last() >= before);
-        QVERIFY(time.last() <= connection->serverTime());
+        QVERIFY(time.last()->time >= before);
+        QVERIFY(time.last()->time <= connection->serverTime());
+    }
+
+    void aDeedGrowsOld()
+    {
+        const UserTime time(*connection, m_clock);
+        send(QEvent::MouseButtonPress, 100);
+        m_clock.advance(std::chrono::seconds(3));
+        QCOMPARE(time.last()->age, std::chrono::milliseconds(3000));
+        send(QEvent::KeyPress, 200);
+        QCOMPARE(time.last()->age, std::chrono::milliseconds(0));
+    }
+
+    void whatIsAskedForLongAfterTheLastDeedIsAskedForNow()
+    {
+        const UserTime time(*connection, m_clock);
+        send(QEvent::MouseButtonRelease, 100);
+        m_clock.advance(std::chrono::seconds(2));
+        QCOMPARE(presentTime(time, *connection), 100U);
+        m_clock.advance(std::chrono::milliseconds(1));
+        const quint32 before = connection->serverTime();
+        QVERIFY(presentTime(time, *connection) >= before);
+    }
+
+    void whatIsAskedForWithoutADeedIsAskedForNow()
+    {
+        const UserTime time(*connection, m_clock);
+        const quint32 before = connection->serverTime();
+        QVERIFY(presentTime(time, *connection) >= before);
     }
 
 private:
@@ -60,6 +90,8 @@ private:
         QObject target;
         QCoreApplication::sendEvent(&target, &event);
     }
+
+    FakeClock m_clock;
 };
 
 MOORLINE_TEST(UserTimeTest);

@@ -7,7 +7,6 @@
 namespace {
 
 using moorline::Workspace;
-using moorline::test::WindowPlan;
 
 const QString paint = QStringLiteral("paint");
 
@@ -96,6 +95,20 @@ private Q_SLOTS:
         start();
         QSignalSpy activated(workspace.get(), &Workspace::applicationActivated);
         QTRY_COMPARE(identifiers(), QStringList{paint});
+        QTest::qWait(100);
+        QCOMPARE(activated.size(), 0);
+    }
+
+    void whoIsInFrontAtTheStartDidNotComeThereWhenItBecameKnown()
+    {
+        beManager();
+        // Nobody knows it by its class.
+        const xcb_window_t window = foreign->show(plan("odd"));
+        list({window});
+        setActive(window);
+        start();
+        QSignalSpy activated(workspace.get(), &Workspace::applicationActivated);
+        QTRY_COMPARE(identifiers(), QStringList{QStringLiteral("nobody")});
         QTest::qWait(100);
         QCOMPARE(activated.size(), 0);
     }
@@ -206,14 +219,6 @@ private Q_SLOTS:
     }
 
 private:
-    static WindowPlan plan(const char *windowClass = "paint")
-    {
-        const QByteArray name(windowClass);
-        QByteArray both = name;
-        both.append('\0').append(name).append('\0');
-        return {.windowClass = both};
-    }
-
     void beManager()
     {
         m_proof = foreign->create({.bypassesManager = true});

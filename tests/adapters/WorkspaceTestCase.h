@@ -18,6 +18,21 @@ class WorkspaceTestCase : public X11TestCase {
     Q_OBJECT
 
 protected:
+    static WindowPlan plan(const char *windowClass = "paint", const QRect &frame = {200, 150, 300, 200})
+    {
+        const QByteArray name(windowClass);
+        QByteArray both = name;
+        both.append('\0').append(name).append('\0');
+        return {.frame = frame, .windowClass = both};
+    }
+    [[nodiscard]] xcb_window_t showClosable(const char *windowClass) const
+    {
+        const xcb_window_t window = foreign->create(plan(windowClass));
+        foreign->setValues(window, "WM_PROTOCOLS", "ATOM", {foreign->atom("WM_DELETE_WINDOW")});
+        foreign->map(window);
+        return QTest::qWaitFor([&] { return foreign->isManaged(window); }) ? window : xcb_window_t{XCB_WINDOW_NONE};
+    }
+
     void writeEntry(const QString &id, const QByteArray &more = {}) const
     {
         QFile file(entryPath(id));
@@ -81,7 +96,7 @@ protected Q_SLOTS:
     {
         X11TestCase::init();
         folder = std::make_unique<QTemporaryDir>();
-        userTime = std::make_unique<UserTime>(*connection);
+        userTime = std::make_unique<UserTime>(*connection, clock);
         writeEntry(QStringLiteral("paint"));
         writeEntry(QStringLiteral("write"));
     }

@@ -76,6 +76,18 @@ private Q_SLOTS:
         QCOMPARE(desk.workspace.terminated, (QList<RunningApplication>{first, second}));
     }
 
+    void whatNobodyCanAskIsNotOfferedToQuit()
+    {
+        NotesDesk desk;
+        const auto deaf = desk.workspace.launch(notesIdentifier, notesPath);
+        desk.workspace.deaf = {deaf.id};
+        QVERIFY(!desk.launcher.canQuit(notes));
+        const auto other = desk.workspace.launch(notesIdentifier, notesPath);
+        QVERIFY(desk.launcher.canQuit(notes));
+        desk.launcher.quit(notes);
+        QCOMPARE(desk.workspace.terminated, QList<RunningApplication>{other});
+    }
+
     void whatGoesByAnotherIdentifierTodayQuitsToo()
     {
         NotesDesk desk;

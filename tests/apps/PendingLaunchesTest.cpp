@@ -182,6 +182,22 @@ private Q_SLOTS:
         QCOMPARE(desk.fileManager.timesForward, 1);
     }
 
+    void aFileManagerThatCannotBeShownIsAskedAgainAtTheNextClick()
+    {
+        Desk desk;
+        desk.launcher.launch(finder);
+        QTest::ignoreMessage(QtInfoMsg, "Moorline: failed to open com.apple.finder: there is none");
+        desk.fileManager.cameForward(QStringLiteral("there is none"));
+        QCoreApplication::processEvents();
+        desk.launcher.launch(finder);
+        QCOMPARE(desk.fileManager.timesForward, 2);
+        desk.fileManager.cameForward(std::nullopt);
+        QCoreApplication::processEvents();
+        // It will show itself.
+        desk.launcher.launch(finder);
+        QCOMPARE(desk.fileManager.timesForward, 2);
+    }
+
     void theFileManagerIsStartedOnce()
     {
         Desk desk;

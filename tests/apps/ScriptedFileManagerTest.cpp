@@ -104,7 +104,7 @@ private Q_SLOTS:
     {
         Finder finder("true");
         finder.preferences.domains[finderDomain] = {{targetKey, QStringLiteral("PfDe")}};
-        finder.manager->comeForward();
+        finder.manager->comeForward(nullptr);
         QTRY_VERIFY(!Programs::areRunning());
         QCOMPARE(finder.programs.recorded("osascript"),
             QStringLiteral("<-e>\n<%1>\n").arg(finderScript(QStringLiteral("/Users/me/Desktop"))));
@@ -116,7 +116,7 @@ private Q_SLOTS:
     {
         Finder finder("exit 1");
         finder.preferences.domains[finderDomain] = {{targetKey, QStringLiteral("PfDe")}};
-        finder.manager->comeForward();
+        finder.manager->comeForward(nullptr);
         QTRY_COMPARE(finder.workspace.folders, QStringList{home});
         QCOMPARE(finder.workspace.activated, QList<RunningApplication>{finder.finder});
     }
@@ -125,15 +125,30 @@ private Q_SLOTS:
     {
         Finder finder("exit 1");
         finder.workspace.running = std::nullopt;
-        finder.manager->comeForward();
+        finder.manager->comeForward(nullptr);
         QTRY_COMPARE(finder.workspace.folders, QStringList{home});
         QVERIFY(finder.workspace.activated.isEmpty());
+    }
+
+    void whoAsksIsToldHowItEnded()
+    {
+        QList<std::optional<QString>> answers;
+        const auto opened = [&answers](const std::optional<QString> &error) { answers.append(error); };
+        Finder finder("true");
+        finder.manager->comeForward(opened);
+        QTRY_COMPARE(answers, QList<std::optional<QString>>{std::nullopt});
+        Finder refused("exit 1");
+        refused.manager->comeForward(opened);
+        QTRY_VERIFY(refused.workspace.folderShown);
+        QCOMPARE(answers.size(), 1);
+        refused.workspace.folderShown(QStringLiteral("no"));
+        QCOMPARE(answers.last(), QStringLiteral("no"));
     }
 
     void theScriptHasFiveSeconds()
     {
         Finder finder("exec >&- 2>&-; touch \"$home/there\"; exec sleep 60");
-        finder.manager->comeForward();
+        finder.manager->comeForward(nullptr);
         QTRY_VERIFY(finder.programs.exists("there"));
         QTRY_COMPARE(finder.clock.runningTimers(), 1);
         finder.clock.advance(4999ms);
@@ -146,7 +161,7 @@ private Q_SLOTS:
     void aScriptMayOutliveTheFileManager()
     {
         Finder finder("exit 1");
-        finder.manager->comeForward();
+        finder.manager->comeForward(nullptr);
         finder.manager.reset();
         QTRY_VERIFY(!Programs::areRunning());
         QCoreApplication::processEvents();

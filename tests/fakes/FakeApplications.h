@@ -37,6 +37,10 @@ public:
     }
     [[nodiscard]] bool activatesInPassing() const override { return isFocusSloppy; }
     [[nodiscard]] bool endsWithLastWindow() const override { return isKnownByWindows; }
+    [[nodiscard]] bool canTerminate(const RunningApplication &application) const override
+    {
+        return !deaf.contains(application.id);
+    }
     void activate(const RunningApplication &application) override { activated.append(application); }
     void terminate(const RunningApplication &application) override { terminated.append(application); }
     void open(const QString &applicationPath, const QList<QUrl> &files, Opened opened) override
@@ -45,7 +49,11 @@ public:
     }
     void openAddress(const QUrl &address) override { addresses.append(address); }
     void reveal(const QList<QUrl> &files) override { revealed.append(files); }
-    void showFolder(const QString &path) override { folders.append(path); }
+    void showFolder(const QString &path, Opened opened) override
+    {
+        folders.append(path);
+        folderShown = std::move(opened);
+    }
 
     /// An application starts, with a bundle of the same name.
     RunningApplication launch(const QString &bundleIdentifier, const QString &path)
@@ -74,6 +82,8 @@ public:
     QHash<QString, QString> installed;
     bool isFocusSloppy = false;
     bool isKnownByWindows = false;
+    /// Those that nobody can ask to quit, by id.
+    QSet<quint64> deaf;
 
     mutable int timesAsked = 0;
     mutable QStringList pathsAsked;
@@ -83,6 +93,8 @@ public:
     QList<QUrl> addresses;
     QList<QList<QUrl>> revealed;
     QStringList folders;
+    /// Of the last of them.
+    Opened folderShown;
 
 private:
     quint64 m_lastId = 0;
@@ -203,9 +215,15 @@ public:
 
 class FakeFileManager final : public FileManager {
 public:
-    void comeForward() override { ++timesForward; }
+    void comeForward(Workspace::Opened opened) override
+    {
+        ++timesForward;
+        cameForward = std::move(opened);
+    }
 
     int timesForward = 0;
+    /// Of the last time.
+    Workspace::Opened cameForward;
 };
 
 } // namespace moorline::test

@@ -6,6 +6,7 @@
 #include "platform/linux/apps/LauncherEntrySource.h"
 #include "platform/linux/apps/LinuxFileManager.h"
 #include "platform/linux/apps/LinuxWorkspace.h"
+#include "platform/linux/apps/PresentTime.h"
 #include "platform/linux/apps/StarterWorkspace.h"
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/bus/BusGate.h"
@@ -77,7 +78,7 @@ struct X11Desktop {
         , docks(clients)
         , settings(*connection, clock)
         , startupMessages(*connection)
-        , userTime(*connection)
+        , userTime(*connection, clock)
     {
     }
 
@@ -115,33 +116,20 @@ struct Foundation {
     std::unique_ptr<Clock::Timer> trimTimer = nullptr;
 };
 
-/// As it was before the program set anything in it.
-QList<QByteArray> &startEnvironment()
+QList<QByteArray> currentEnvironment()
 {
-    static QList<QByteArray> environment;
+    QList<QByteArray> environment;
+    for (char **variable = environ; variable && *variable; ++variable)
+        environment.append(QByteArray(*variable));
     return environment;
 }
 
-void rememberEnvironment()
+std::unique_ptr<AppStarter> makeStarter(
+    Foundation &foundation, DesktopEntries &entries, Clock &clock, const QList<QByteArray> &environment)
 {
-    QList<QByteArray> &environment = startEnvironment();
-    environment.clear();
-    for (char **variable = environ; variable && *variable; ++variable)
-        environment.append(QByteArray(*variable));
-}
-
-std::unique_ptr<AppStarter> makeStarter(Foundation &foundation, DesktopEntries &entries, Clock &clock)
-{
-    if (startEnvironment().isEmpty())
-        rememberEnvironment();
     X11Desktop *desktop = foundation.desktop.get();
-    const auto userTime = [desktop]() -> quint32 {
-        if (!desktop)
-            return 0;
-        const quint32 last = desktop->userTime.last();
-        return last != 0 ? last : desktop->connection->serverTime();
-    };
-    return std::make_unique<AppStarter>(entries, foundation.sessionBus.bus, clock, startEnvironment(),
+    const auto userTime = [desktop] { return desktop ? presentTime(desktop->userTime, *desktop->connection) : 0; };
+    return std::make_unique<AppStarter>(entries, foundation.sessionBus.bus, clock, environment,
         desktop ? &desktop->startupMessages : nullptr, userTime);
 }
 
@@ -273,9 +261,9 @@ Port<InstanceClaim> makeInstanceClaim(const X11Desktop *desktop)
 
 } // namespace
 
-bool preparePlatform(DisplayNeed need)
+std::optional<Preparation> preparePlatform(DisplayNeed need)
 {
-    rememberEnvironment();
+    const Preparation preparation{.environment = currentEnvironment()};
     shareHeap();
     // Else Qt loads the desktop's theme plug-in, and with it another toolkit into this process: 130 ms and 3 MB more to
     // start.
@@ -283,16 +271,17 @@ bool preparePlatform(DisplayNeed need)
     const QByteArray chosen = qgetenv(qtPlatform);
     // Chosen for this program alone, while "wayland" and the like are often set for a whole session.
     if (chosen == "offscreen" || chosen == "minimal" || chosen == "vnc")
-        return true;
+        return preparation;
     // Also in a Wayland session with an X server: only there may a program place its own window.
     if (hasDisplay()) {
         readFontsAhead();
-        return qputenv(qtPlatform, "xcb");
+        return qputenv(qtPlatform, "xcb") ? std::optional(preparation) : std::nullopt;
     }
-    return need == DisplayNeed::optional && qputenv(qtPlatform, "offscreen");
+    const bool canDo = need == DisplayNeed::optional && qputenv(qtPlatform, "offscreen");
+    return canDo ? std::optional(preparation) : std::nullopt;
 }
 
-Platform createPlatform()
+Platform createPlatform(const Preparation &preparation)
 {
     auto ownedClock = makePort<QtClock>();
     QtClock &clock = *ownedClock;
@@ -300,7 +289,7 @@ Platform createPlatform()
     X11Desktop *desktop = foundation->desktop.get();
     auto ownedEntries = makePort<DesktopEntries>(clock);
     foundation->trimTimer = clock.after(trimDelay, trimHeap);
-    foundation->starter = makeStarter(*foundation, *ownedEntries, clock);
+    foundation->starter = makeStarter(*foundation, *ownedEntries, clock, preparation.environment);
     const auto catalogue = [&entries = *ownedEntries] { return entries.catalogue(); };
     auto ownedIcons = makeIcons(*foundation, *ownedEntries, clock);
     auto ownedWorkspace = makeWorkspace(*foundation, *ownedEntries, clock);

@@ -79,18 +79,19 @@ Port<StatusBar> makeStatusBar()
 
 } // namespace
 
-bool preparePlatform(DisplayNeed need)
+std::optional<Preparation> preparePlatform(DisplayNeed need)
 {
     // Else Qt makes the program a foreground application when it starts, and activates it over the one in use.
     qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1");
     if (qEnvironmentVariableIsSet(qtPlatform) || hasWindowServer())
-        return true;
-    if (need == DisplayNeed::required)
-        return false;
-    return qputenv(qtPlatform, "offscreen");
+        return Preparation();
+    if (need == DisplayNeed::required || !qputenv(qtPlatform, "offscreen"))
+        return std::nullopt;
+    return Preparation();
 }
 
-Platform createPlatform()
+/// Launch Services gives every application its own environment.
+Platform createPlatform([[maybe_unused]] const Preparation &preparation)
 {
     // Neither an icon in the Dock nor a menu bar, also for a program that runs outside its bundle.
     [NSApp setActivationPolicy:NSApplicationActivationPolicyAccessory];

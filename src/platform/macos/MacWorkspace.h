@@ -15,12 +15,17 @@ public:
     [[nodiscard]] std::optional<QString> applicationPath(const QString &bundleIdentifier) const override;
     [[nodiscard]] bool activatesInPassing() const override { return false; }
     [[nodiscard]] bool endsWithLastWindow() const override { return false; }
+    /// Whether it listens is the application's own affair.
+    [[nodiscard]] bool canTerminate([[maybe_unused]] const RunningApplication &application) const override
+    {
+        return true;
+    }
     void activate(const RunningApplication &application) override;
     void terminate(const RunningApplication &application) override;
     void open(const QString &applicationPath, const QList<QUrl> &files, Opened opened) override;
     void openAddress(const QUrl &address) override;
     void reveal(const QList<QUrl> &files) override;
-    void showFolder(const QString &path) override;
+    void showFolder(const QString &path, Opened opened) override;
 
 private:
     NotificationObserver m_spaceObserver;

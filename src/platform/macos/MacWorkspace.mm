@@ -130,9 +130,11 @@ void MacWorkspace::reveal(const QList<QUrl> &files)
     [NSWorkspace.sharedWorkspace activateFileViewerSelectingURLs:toNSURLs(files)];
 }
 
-void MacWorkspace::showFolder(const QString &path)
+void MacWorkspace::showFolder(const QString &path, Opened opened)
 {
-    [NSWorkspace.sharedWorkspace selectFile:nil inFileViewerRootedAtPath:toNSString(path)];
+    const BOOL isShown = [NSWorkspace.sharedWorkspace selectFile:nil inFileViewerRootedAtPath:toNSString(path)];
+    if (opened)
+        opened(isShown ? std::nullopt : std::optional(QStringLiteral("the folder could not be shown")));
 }
 
 } // namespace moorline

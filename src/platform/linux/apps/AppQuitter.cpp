@@ -1,6 +1,5 @@
 #include "platform/linux/apps/AppQuitter.h"
 
-#include "freedesktop/QuitPlan.h"
 #include "platform/linux/apps/AppStarter.h"
 #include "platform/linux/apps/DesktopEntries.h"
 #include "platform/linux/bus/Bus.h"
@@ -38,6 +37,11 @@ bool isUniqueName(const QString &text)
     return text.size() < 256 && name.match(text).hasMatch();
 }
 
+QDBusMessage quitCall(const QString &busName, const QString &path)
+{
+    return actionsCall(busName, path, QStringLiteral("Activate")) << quitAction << QVariantList() << QVariantMap();
+}
+
 } // namespace
 
 AppQuitter::AppQuitter(const Context &context)
@@ -46,17 +50,42 @@ AppQuitter::AppQuitter(const Context &context)
 {
 }
 
+bool AppQuitter::canQuit(const OpenApplication &application) const
+{
+    const EntryRecord *record = entryOf(application);
+    if (record && canBeAskedToQuit(record->actions, {}))
+        return true;
+    // One after the other, as the first usually settles it.
+    return std::any_of(application.taskbarWindows.begin(), application.taskbarWindows.end(), [this](XWindowId window) {
+        const QuitOffer offer{
+            .isClosable = m_requests.canBeAskedToClose(window), .hasActions = exporterOf(window).has_value()};
+        return canBeAskedToQuit({}, {offer});
+    });
+}
+
 void AppQuitter::quit(const OpenApplication &application, xcb_timestamp_t time)
 {
-    const EntryCatalogue &catalogue = *m_context.entries.catalogue();
-    if (const EntryRecord *record = application.entry ? catalogue.byId(*application.entry) : nullptr) {
+    if (const EntryRecord *record = entryOf(application)) {
         // What the entry offers needs no look at the windows.
         const QuitPlan plan = planQuit(record->actions, false, {}, {});
         if (const auto *byEntry = std::get_if<QuitByEntryAction>(&plan)) {
-            m_context.starter.startAction(record->path, byEntry->action);
-            return;
+            const auto heard = [alive = QPointer<AppQuitter>(this), application, time](bool isHeard) {
+                if (alive && !isHeard)
+                    alive->quitWindows(application, time);
+            };
+            return m_context.starter.startAction(record->path, byEntry->action, heard);
         }
     }
+    quitWindows(application, time);
+}
+
+const EntryRecord *AppQuitter::entryOf(const OpenApplication &application) const
+{
+    return application.entry ? m_context.entries.catalogue()->byId(*application.entry) : nullptr;
+}
+
+void AppQuitter::quitWindows(const OpenApplication &application, xcb_timestamp_t time)
+{
     const QList<Part> parts = partsOf(application);
     for (const Part &part : parts)
         quitPart(part, time);
@@ -95,20 +124,23 @@ QCoro::Task<> AppQuitter::quitPart(Part part, xcb_timestamp_t time)
             co_return;
         exportsQuit = answer.value<QStringList>().value_or(QStringList()).contains(quitAction);
     }
-    QList<XWindowId> closable = part.windows;
-    closable.removeIf([this](XWindowId window) { return !m_requests.canBeAskedToClose(window); });
-    const QuitPlan plan = planQuit({}, exportsQuit, part.windows, closable);
-    if (std::holds_alternative<QuitByExportedAction>(plan))
-        activateQuit(*part.exporter);
-    else if (const auto *closing = std::get_if<QuitByClosing>(&plan))
+    QuitPlan plan = planFor(part, exportsQuit);
+    if (std::holds_alternative<QuitByExportedAction>(plan)) {
+        const BusAnswer answer = co_await ask(*this, m_context.sessionBus, m_context.clock,
+            quitCall(part.exporter->busName, part.exporter->path), answerLimit);
+        if (!alive || !answer.isError() || !isQuitUnheard(answer.errorName()))
+            co_return;
+        plan = planFor(part, false);
+    }
+    if (const auto *closing = std::get_if<QuitByClosing>(&plan))
         close(closing->windows, time);
 }
 
-void AppQuitter::activateQuit(const Exporter &exporter)
+QuitPlan AppQuitter::planFor(const Part &part, bool exportsQuit) const
 {
-    auto call = actionsCall(exporter.busName, exporter.path, QStringLiteral("Activate"));
-    call << quitAction << QVariantList() << QVariantMap();
-    m_context.sessionBus.connection().send(call);
+    QList<XWindowId> closable = part.windows;
+    closable.removeIf([this](XWindowId window) { return !m_requests.canBeAskedToClose(window); });
+    return planQuit({}, exportsQuit, part.windows, closable);
 }
 
 void AppQuitter::close(const QList<XWindowId> &windows, xcb_timestamp_t time) const

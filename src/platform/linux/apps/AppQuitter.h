@@ -1,6 +1,7 @@
 #pragma once
 
 #include "freedesktop/OpenApplications.h"
+#include "freedesktop/QuitPlan.h"
 #include "platform/Clock.h"
 #include "platform/linux/x11/WindowRequests.h"
 
@@ -29,7 +30,10 @@ public:
 
     explicit AppQuitter(const Context &context);
 
-    /// `time` is when the user asked for it, by the X server's clock.
+    /// Whether there is any way to ask. Waits for the server.
+    [[nodiscard]] bool canQuit(const OpenApplication &application) const;
+    /// Where nobody hears of it by one way, the next one is taken, at last that of closing the windows. `time` is when
+    /// the user asked for it, by the X server's clock.
     void quit(const OpenApplication &application, xcb_timestamp_t time);
 
 private:
@@ -48,8 +52,10 @@ private:
 
     [[nodiscard]] QList<Part> partsOf(const OpenApplication &application) const;
     [[nodiscard]] std::optional<Exporter> exporterOf(XWindowId window) const;
+    [[nodiscard]] const EntryRecord *entryOf(const OpenApplication &application) const;
+    void quitWindows(const OpenApplication &application, xcb_timestamp_t time);
     QCoro::Task<> quitPart(Part part, xcb_timestamp_t time);
-    void activateQuit(const Exporter &exporter);
+    [[nodiscard]] QuitPlan planFor(const Part &part, bool exportsQuit) const;
     void close(const QList<XWindowId> &windows, xcb_timestamp_t time) const;
 
     Context m_context;

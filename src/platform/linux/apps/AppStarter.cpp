@@ -1,10 +1,11 @@
 #include "platform/linux/apps/AppStarter.h"
 
 #include "freedesktop/LaunchRules.h"
+#include "freedesktop/QuitPlan.h"
+#include "platform/linux/apps/ApplicationCalls.h"
 #include "platform/linux/apps/DesktopEntries.h"
 #include "platform/linux/apps/EntryLaunch.h"
 #include "platform/linux/apps/EntryReader.h"
-#include "platform/linux/apps/LaunchScope.h"
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/bus/PendingBusCall.h"
 #include "platform/linux/x11/StartupMessages.h"
@@ -25,22 +26,12 @@ Q_LOGGING_CATEGORY(logStart, "moorline.apps.start", QtInfoMsg)
 constexpr std::chrono::seconds longestActivation{25};
 constexpr std::chrono::seconds longestRequest{10};
 
-const QString folderManager = QStringLiteral("org.freedesktop.FileManager1");
-
 QList<QByteArray> encoded(const QList<QUrl> &addresses)
 {
     QList<QByteArray> uris;
     for (const QUrl &address : addresses)
         uris.append(address.toEncoded(QUrl::FullyEncoded));
     return uris;
-}
-
-QStringList texts(const QList<QByteArray> &uris)
-{
-    QStringList texts;
-    for (const QByteArray &uri : uris)
-        texts.append(QString::fromLatin1(uri));
-    return texts;
 }
 
 QList<QUrl> foldersOf(const QList<QUrl> &files)
@@ -52,31 +43,6 @@ QList<QUrl> foldersOf(const QList<QUrl> &files)
             folders.append(folder);
     }
     return folders;
-}
-
-QVariantMap platformData(const QByteArray &startupId)
-{
-    const QString token = QString::fromLatin1(startupId);
-    return {{QStringLiteral("desktop-startup-id"), token}, {QStringLiteral("activation-token"), token}};
-}
-
-QDBusMessage applicationCall(const EntryRecord &record, const QString &method)
-{
-    return QDBusMessage::createMethodCall(
-        record.id, busPath(record.id), QStringLiteral("org.freedesktop.Application"), method);
-}
-
-QDBusMessage activation(const EntryRecord &record, const QList<QByteArray> &uris, const QByteArray &startupId)
-{
-    if (uris.isEmpty())
-        return applicationCall(record, QStringLiteral("Activate")) << platformData(startupId);
-    return applicationCall(record, QStringLiteral("Open")) << texts(uris) << platformData(startupId);
-}
-
-QDBusMessage actionCall(const EntryRecord &record, const QString &action, const QByteArray &startupId)
-{
-    return applicationCall(record, QStringLiteral("ActivateAction"))
-        << action << QVariantList() << platformData(startupId);
 }
 
 void tell(const AppStarter::Opened &opened, const std::optional<QString> &error)
@@ -96,6 +62,7 @@ AppStarter::AppStarter(DesktopEntries &entries, Bus &sessionBus, Clock &clock, Q
     , m_messages(messages)
     , m_userTime(std::move(userTime))
     , m_children(clock)
+    , m_scopes(sessionBus, clock)
 {
     connect(&m_children, &ChildProcesses::ended, this, &AppStarter::noteEnd);
 }
@@ -118,20 +85,37 @@ void AppStarter::open(const QString &path, const QList<QUrl> &files, Opened open
     });
 }
 
-void AppStarter::startAction(const QString &path, const QString &action)
+void AppStarter::startAction(const QString &path, const QString &action, const Heard &heard)
 {
     const EntryRecord *record = m_entries.catalogue()->byPath(path);
     if (!record)
-        return;
+        return heard(false);
     // Nothing comes to the front by it, so nobody waits for a window.
     const Launch launch{.path = {}, .id = record->id, .startupId = newStartupId(record->id)};
-    if (isStartedByBus(*record) && m_bus.isOpen()) {
-        m_bus.connection().send(actionCall(*record, action, launch.startupId));
-        return;
-    }
-    m_background.run<LaunchOutcome>(
-        [path, action, manner = manner(launch, *record)] { return launchAction(path, action, manner); },
-        [this, launch, one = *record](const LaunchOutcome &outcome) { take(launch, one, outcome); });
+    if (isStartedByBus(*record) && m_bus.isOpen())
+        askForAction(launch, *record, action, heard);
+    else
+        runAction(launch, *record, action, heard);
+}
+
+QCoro::Task<> AppStarter::askForAction(Launch launch, EntryRecord record, QString action, Heard heard)
+{
+    const QPointer<AppStarter> alive(this);
+    const BusAnswer answer =
+        co_await ask(*this, m_bus, m_clock, actionCall(record, action, launch.startupId), longestRequest);
+    if (!alive)
+        co_return;
+    if (answer.isError() && isNobodyThere(answer.errorName()))
+        runAction(launch, record, action, heard);
+    else
+        heard(!answer.isError() || !isQuitUnheard(answer.errorName()));
+}
+
+void AppStarter::runAction(const Launch &launch, const EntryRecord &record, const QString &action, const Heard &heard)
+{
+    runApart(
+        launch, record,
+        [path = record.path, action](const LaunchManner &how) { return launchAction(path, action, how); }, heard);
 }
 
 void AppStarter::openAddress(const QUrl &address)
@@ -150,19 +134,20 @@ void AppStarter::openAddress(const QUrl &address)
 
 void AppStarter::reveal(const QList<QUrl> &files)
 {
-    askFileManager(QStringLiteral("ShowItems"), files, foldersOf(files));
+    if (!files.isEmpty())
+        askFileManager(QStringLiteral("ShowItems"), files, foldersOf(files), nullptr);
 }
 
-void AppStarter::showFolder(const QString &path)
+void AppStarter::showFolder(const QString &path, Opened opened)
 {
     const QUrl folder = QUrl::fromLocalFile(path);
-    m_entries.whenLoaded([alive = QPointer<AppStarter>(this), folder] {
+    m_entries.whenLoaded([alive = QPointer<AppStarter>(this), folder, opened = std::move(opened)] {
         if (!alive)
             return;
         if (alive->m_entries.catalogue()->fileManager())
-            alive->openFolders({folder});
+            alive->openFolders({folder}, opened);
         else
-            alive->askFileManager(QStringLiteral("ShowFolders"), {folder}, {});
+            alive->askFileManager(QStringLiteral("ShowFolders"), {folder}, {folder}, opened);
     });
 }
 
@@ -170,9 +155,9 @@ void AppStarter::startProgram(const QString &program, const QStringList &argumen
 {
     const EntryRecord record{.path = {}, .id = program.section(u'/', -1)};
     const Launch launch{.path = {}, .id = record.id, .startupId = newStartupId(record.id)};
-    m_background.run<LaunchOutcome>(
-        [program, arguments, manner = manner(launch, record)] { return launchProgram(program, arguments, manner); },
-        [this, launch, record](const LaunchOutcome &outcome) { take(launch, record, outcome); });
+    runApart(
+        launch, record,
+        [program, arguments](const LaunchManner &how) { return launchProgram(program, arguments, how); }, nullptr);
 }
 
 QByteArray AppStarter::newStartupId(const QString &entryId)
@@ -180,13 +165,15 @@ QByteArray AppStarter::newStartupId(const QString &entryId)
     return startupId(entryId, QCoreApplication::applicationPid(), ++m_launches, m_userTime());
 }
 
-LaunchManner AppStarter::manner(const Launch &launch, const EntryRecord &record) const
+LaunchManner AppStarter::manner(const Launch &launch, const EntryRecord &record)
 {
     QList<QByteArray> own{"DESKTOP_STARTUP_ID=" + launch.startupId, "XDG_ACTIVATION_TOKEN=" + launch.startupId};
     // The window of what runs in a terminal is the terminal's.
     if (!record.terminal && !record.path.isEmpty())
         own.append("GIO_LAUNCHED_DESKTOP_FILE=" + QFile::encodeName(record.path));
-    return {.environment = launchEnvironment(m_environment, own), .home = QFile::encodeName(QDir::homePath())};
+    return {.environment = launchEnvironment(m_environment, own),
+        .home = QFile::encodeName(QDir::homePath()),
+        .hold = m_scopes.hold(record.id, record.name.value_or(record.id))};
 }
 
 void AppStarter::begin(const Launch &launch, const std::optional<EntryRecord> &record)
@@ -206,7 +193,7 @@ QCoro::Task<> AppStarter::activate(Launch launch, EntryRecord record)
     const QPointer<AppStarter> alive(this);
     announce(record, launch);
     const BusAnswer answer =
-        co_await ask(*this, m_bus, m_clock, activation(record, launch.uris, launch.startupId), longestActivation);
+        co_await ask(*this, m_bus, m_clock, activationCall(record, launch.uris, launch.startupId), longestActivation);
     if (!alive)
         co_return;
     if (answer.isError() && isNobodyThere(answer.errorName()) && !record.exec.isEmpty()) {
@@ -222,9 +209,23 @@ QCoro::Task<> AppStarter::activate(Launch launch, EntryRecord record)
 void AppStarter::run(const Launch &launch, const EntryRecord &record)
 {
     announce(record, launch);
-    m_background.run<LaunchOutcome>([path = record.path, uris = launch.uris,
-                                        manner = manner(launch, record)] { return launchEntry(path, uris, manner); },
-        [this, launch, record](const LaunchOutcome &outcome) { take(launch, record, outcome); });
+    runApart(
+        launch, record,
+        [path = record.path, uris = launch.uris](const LaunchManner &how) { return launchEntry(path, uris, how); },
+        nullptr);
+}
+
+void AppStarter::runApart(const Launch &launch, const EntryRecord &record,
+    const std::function<LaunchOutcome(const LaunchManner &)> &work, const Heard &then)
+{
+    const LaunchManner how = manner(launch, record);
+    m_background.run<LaunchOutcome>([work, how] { return work(how); },
+        [this, launch, record, hold = how.hold, then](const LaunchOutcome &outcome) {
+            m_scopes.release(hold);
+            take(launch, record, outcome);
+            if (then)
+                then(!outcome.error);
+        });
 }
 
 void AppStarter::take(const Launch &launch, const EntryRecord &record, const LaunchOutcome &outcome)
@@ -233,7 +234,6 @@ void AppStarter::take(const Launch &launch, const EntryRecord &record, const Lau
         qCDebug(logStart) << "not started:" << record.id << *outcome.error;
         unannounce(launch.startupId);
     }
-    moveToOwnScope(m_bus, record.id, record.name.value_or(record.id), outcome.processes);
     for (const qint64 process : outcome.processes) {
         m_origins.insert(process, {launch.path, launch.startupId, record.startupNotify});
         m_children.watch(process);
@@ -264,30 +264,30 @@ void AppStarter::noteEnd(qint64 process)
         Q_EMIT ended(origin.path, process);
 }
 
-QCoro::Task<> AppStarter::askFileManager(QString method, QList<QUrl> subjects, QList<QUrl> fallback)
+QCoro::Task<> AppStarter::askFileManager(QString method, QList<QUrl> subjects, QList<QUrl> fallback, Opened opened)
 {
     const QPointer<AppStarter> alive(this);
-    auto call = QDBusMessage::createMethodCall(
-        folderManager, QStringLiteral("/org/freedesktop/FileManager1"), folderManager, method);
-    call << texts(encoded(subjects)) << QString::fromLatin1(newStartupId(folderManager));
+    const auto call =
+        folderCall(method, encoded(subjects), newStartupId(QStringLiteral("org.freedesktop.FileManager1")));
     const BusAnswer answer = co_await ask(*this, m_bus, m_clock, call, longestRequest);
-    if (alive && answer.isError() && isNobodyThere(answer.errorName()))
-        openFolders(fallback);
+    if (!alive)
+        co_return;
+    if (answer.isError() && isNobodyThere(answer.errorName()))
+        openFolders(fallback, opened);
+    else
+        tell(opened, answer.isError() ? std::optional(answer.errorText()) : std::nullopt);
 }
 
-void AppStarter::openFolders(const QList<QUrl> &folders)
+void AppStarter::openFolders(const QList<QUrl> &folders, const Opened &opened)
 {
-    if (folders.isEmpty())
-        return;
-    m_entries.whenLoaded([alive = QPointer<AppStarter>(this), folders] {
-        const EntryRecord *manager = alive ? alive->m_entries.catalogue()->fileManager() : nullptr;
-        if (!manager)
+    m_entries.whenLoaded([alive = QPointer<AppStarter>(this), folders, opened] {
+        if (!alive)
             return;
+        const EntryRecord *manager = alive->m_entries.catalogue()->fileManager();
+        if (!manager)
+            return tell(opened, QStringLiteral("no file manager is installed"));
         const bool canShow = takesFiles(manager->exec);
-        alive->open(manager->path, canShow ? folders : QList<QUrl>(), [alive, path = manager->path](const auto &error) {
-            if (alive && error)
-                Q_EMIT alive->failed(path);
-        });
+        alive->open(manager->path, canShow ? folders : QList<QUrl>(), opened);
     });
 }
 

@@ -3,6 +3,7 @@
 #include "freedesktop/EntryRecord.h"
 #include "platform/linux/apps/Background.h"
 #include "platform/linux/apps/ChildProcesses.h"
+#include "platform/linux/apps/LaunchScopes.h"
 
 #include <QCoroTask>
 #include <QHash>
@@ -24,7 +25,7 @@ class AppStarter final : public QObject {
 public:
     /// Called once, from the event loop: with a description of what went wrong, or without one.
     using Opened = std::function<void(const std::optional<QString> &error)>;
-    /// When the user last did something, by the X server's clock; zero where nobody knows.
+    /// When the user asked for what is being done now, by the X server's clock; zero where nobody knows.
     using UserTime = std::function<quint32()>;
 
     /// What is lent outlives it. `environment` is what the program was started with, as "NAME=value"; `messages` is
@@ -35,14 +36,16 @@ public:
 
     /// Starts the application of the entry at `path`, or has it open the files. `opened` may be empty.
     void open(const QString &path, const QList<QUrl> &files, Opened opened);
+    /// Called once: whether there was anybody to do it.
+    using Heard = std::function<void(bool isHeard)>;
     /// Has the application of the entry at `path` do one of the further things that the entry offers.
-    void startAction(const QString &path, const QString &action);
+    void startAction(const QString &path, const QString &action, const Heard &heard);
     /// With the browser of the user's choice.
     void openAddress(const QUrl &address);
     /// Has the file manager show the files selected, or else the folders they are in.
     void reveal(const QList<QUrl> &files);
-    /// In a window of the file manager.
-    void showFolder(const QString &path);
+    /// In a window of the file manager. `opened` may be empty.
+    void showFolder(const QString &path, Opened opened);
     /// A program that has no entry, by its name in PATH or its path.
     void startProgram(const QString &program, const QStringList &arguments);
 
@@ -51,8 +54,6 @@ Q_SIGNALS:
     void started(const QString &path, const QString &startupId, qint64 process);
     /// That process ended. Others of the application may go on.
     void ended(const QString &path, qint64 process);
-    /// The file manager, whose entry is at `path`, could not be started.
-    void failed(const QString &path);
 
 private:
     /// One thing that is being started.
@@ -72,16 +73,22 @@ private:
     };
 
     [[nodiscard]] QByteArray newStartupId(const QString &entryId);
-    [[nodiscard]] LaunchManner manner(const Launch &launch, const EntryRecord &record) const;
+    [[nodiscard]] LaunchManner manner(const Launch &launch, const EntryRecord &record);
     void begin(const Launch &launch, const std::optional<EntryRecord> &record);
     QCoro::Task<> activate(Launch launch, EntryRecord record);
     void run(const Launch &launch, const EntryRecord &record);
+    QCoro::Task<> askForAction(Launch launch, EntryRecord record, QString action, Heard heard);
+    void runAction(const Launch &launch, const EntryRecord &record, const QString &action, const Heard &heard);
+    /// On another thread. `then` may be empty.
+    void runApart(const Launch &launch, const EntryRecord &record,
+        const std::function<LaunchOutcome(const LaunchManner &)> &work, const Heard &then);
     void take(const Launch &launch, const EntryRecord &record, const LaunchOutcome &outcome);
     void announce(const EntryRecord &record, const Launch &launch) const;
     void unannounce(const QByteArray &startupId) const;
     void noteEnd(qint64 process);
-    QCoro::Task<> askFileManager(QString method, QList<QUrl> subjects, QList<QUrl> fallback);
-    void openFolders(const QList<QUrl> &folders);
+    /// `fallback` are the folders to open where nobody answers.
+    QCoro::Task<> askFileManager(QString method, QList<QUrl> subjects, QList<QUrl> fallback, Opened opened);
+    void openFolders(const QList<QUrl> &folders, const Opened &opened);
 
     DesktopEntries &m_entries;
     Bus &m_bus;
@@ -92,6 +99,7 @@ private:
     quint64 m_launches = 0;
     QHash<qint64, Origin> m_origins;
     ChildProcesses m_children;
+    LaunchScopes m_scopes;
     Background m_background;
 };
 

@@ -1,11 +1,10 @@
 #include "platform/linux/apps/DesktopEntries.h"
 
 #include "freedesktop/LaunchRules.h"
-#include "platform/linux/apps/EntryLoader.h"
-#include "platform/linux/apps/EntryReader.h"
 
 #include <QDir>
 #include <QPointer>
+#include <algorithm>
 
 namespace moorline {
 
@@ -13,6 +12,9 @@ namespace {
 
 /// Installing a program writes many files, one after the other.
 constexpr std::chrono::milliseconds batchTime{500};
+
+/// More than anybody pins, for those who carry whole folders over the bar.
+constexpr qsizetype mostOutside = 256;
 
 } // namespace
 
@@ -44,10 +46,16 @@ QString DesktopEntries::applicationExtension() const
     return QStringLiteral("desktop");
 }
 
-std::optional<EntryRecord> DesktopEntries::read(const QString &path) const
+const std::optional<EntryRecord> &DesktopEntries::outside(const QString &path) const
 {
-    auto record = readEntry(path, entryId(QDir::cleanPath(path), m_places.folders));
-    return record && !record->hidden ? std::move(record) : std::nullopt;
+    if (const auto known = m_outside.constFind(path); known != m_outside.constEnd())
+        return *known;
+    if (m_outside.size() >= mostOutside)
+        m_outside.clear();
+    // Before it is read: what comes meanwhile is told of.
+    if (m_events)
+        m_events->watchFile(path);
+    return *m_outside.insert(path, readOutside(path, m_places));
 }
 
 BundleInfo DesktopEntries::infoOf(const EntryRecord &record) const
@@ -66,13 +74,13 @@ std::optional<BundleInfo> DesktopEntries::info(const QString &path) const
         return infoOf(*stand);
     if (const EntryRecord *known = m_catalogue->byPath(path))
         return infoOf(*known);
-    const auto record = read(path);
+    const auto &record = outside(path);
     return record ? std::optional(infoOf(*record)) : std::nullopt;
 }
 
 std::optional<QString> DesktopEntries::locate(const QString &path, const std::optional<QString> &identifier) const
 {
-    return m_catalogue->locate(path, identifier, [this](const QString &other) { return read(other).has_value(); });
+    return m_catalogue->locate(path, identifier, [this](const QString &other) { return outside(other).has_value(); });
 }
 
 QCoro::Task<QList<InstalledBundle>> DesktopEntries::installed()
@@ -105,20 +113,24 @@ void DesktopEntries::load()
     m_reload.reset();
     m_isLoading = true;
     m_isOutdated = false;
-    m_background.run<LoadedEntries>(
-        [places = m_places, cancelled = m_cancelled] { return loadEntries(places, *cancelled); },
+    m_background.run<LoadedEntries>([places = m_places, asked = m_outside.keys(),
+                                        cancelled = m_cancelled] { return loadEntries(places, asked, *cancelled); },
         [this](const LoadedEntries &loaded) { take(loaded); });
 }
 
 void DesktopEntries::take(const LoadedEntries &loaded)
 {
     m_isLoading = false;
-    const bool isChange = !m_isLoaded || !(*m_catalogue == *loaded.catalogue);
-    m_isLoaded = true;
+    const bool isChange = !m_isLoaded || !(*m_catalogue == *loaded.catalogue) || isNews(loaded.outside);
+    const bool isFirst = !std::exchange(m_isLoaded, true);
     if (isChange) {
         m_catalogue = loaded.catalogue;
         m_matcher = loaded.matcher;
     }
+    // Nobody watched what was read until now, and everybody asks again.
+    if (isFirst)
+        m_outside.clear();
+    takeOutside(loaded);
     follow(loaded.events);
     if (std::exchange(m_isOutdated, false))
         noteNews();
@@ -130,6 +142,24 @@ void DesktopEntries::take(const LoadedEntries &loaded)
         then();
     for (const Promise<bool> &promise : waiting)
         promise.resolve(true);
+}
+
+void DesktopEntries::takeOutside(const LoadedEntries &loaded)
+{
+    const QStringList known = m_outside.keys();
+    for (const QString &path : known) {
+        // Asked for while the others were read.
+        if (!loaded.outside.contains(path))
+            loaded.events->watchFile(path);
+    }
+    m_outside.insert(loaded.outside);
+    m_outside.removeIf([this](const auto &entry) { return m_catalogue->byPath(entry.key()) != nullptr; });
+}
+
+bool DesktopEntries::isNews(const OutsideEntries &entries) const
+{
+    return std::any_of(entries.keyBegin(), entries.keyEnd(),
+        [&](const QString &path) { return m_outside.contains(path) && m_outside.value(path) != entries.value(path); });
 }
 
 void DesktopEntries::follow(std::shared_ptr<FolderEvents> events)

@@ -6,15 +6,13 @@
 #include "platform/AppBundles.h"
 #include "platform/Clock.h"
 #include "platform/linux/apps/Background.h"
+#include "platform/linux/apps/EntryLoader.h"
 #include "support/Promise.h"
 
 #include <QSocketNotifier>
 #include <atomic>
 
 namespace moorline {
-
-class FolderEvents;
-struct LoadedEntries;
 
 /// Those of this session, by its environment.
 [[nodiscard]] EntryPlaces sessionEntryPlaces();
@@ -30,7 +28,8 @@ public:
 
     [[nodiscard]] QString applicationExtension() const override;
     /// Absent unless `path` is a regular file of at most 1 MiB with an entry of type Application, or stands for one.
-    /// Until the entries are read, the answer comes from that one file.
+    /// A path that is in none of the folders for applications is read when it is first asked for, and from then on with
+    /// the others; so is any until the entries are read.
     [[nodiscard]] std::optional<BundleInfo> info(const QString &path) const override;
     [[nodiscard]] std::optional<QString> locate(
         const QString &path, const std::optional<QString> &identifier) const override;
@@ -46,11 +45,14 @@ public:
     [[nodiscard]] const EntryPlaces &places() const { return m_places; }
 
 private:
-    [[nodiscard]] std::optional<EntryRecord> read(const QString &path) const;
+    [[nodiscard]] const std::optional<EntryRecord> &outside(const QString &path) const;
     [[nodiscard]] BundleInfo infoOf(const EntryRecord &record) const;
     [[nodiscard]] bool isCurrent() const { return m_isLoaded && !m_isLoading && !m_reload; }
     void load();
     void take(const LoadedEntries &loaded);
+    void takeOutside(const LoadedEntries &loaded);
+    /// Whether these say something else than what was told before.
+    [[nodiscard]] bool isNews(const OutsideEntries &entries) const;
     void follow(std::shared_ptr<FolderEvents> events);
     void noteNews();
 
@@ -58,6 +60,7 @@ private:
     EntryPlaces m_places;
     std::shared_ptr<const EntryCatalogue> m_catalogue;
     std::shared_ptr<const WindowMatcher> m_matcher;
+    mutable OutsideEntries m_outside;
     bool m_isLoaded = false;
     bool m_isLoading = false;
     /// Something happened while the entries were being read.

@@ -1,6 +1,7 @@
 #include "platform/linux/apps/EntryLaunch.h"
 
 #include "freedesktop/LaunchRules.h"
+#include "platform/linux/apps/LaunchHold.h"
 #include "platform/linux/desktop/DesktopEntryFile.h"
 
 #include <QFile>
@@ -20,12 +21,22 @@ QString textOf(const GLibPointer<GError> &error)
 
 constexpr auto spawnFlags = GSpawnFlags(G_SPAWN_SEARCH_PATH | G_SPAWN_DO_NOT_REAP_CHILD);
 
-/// Between fork and exec: only calls that may be made there. `home` is null where the directory was chosen already.
-void leaveParent(gpointer home)
+/// What a process does before it runs anything.
+struct Leave {
+    /// Null where the directory was chosen already.
+    const char *home;
+    const LaunchHold *hold;
+};
+
+/// Between fork and exec: only calls that may be made there.
+void leaveParent(gpointer what)
 {
+    const auto *leave = static_cast<const Leave *>(what);
     ::setsid();
-    if (home && ::chdir(static_cast<const char *>(home)) != 0)
+    if (leave->home && ::chdir(leave->home) != 0)
         ::_exit(1);
+    if (leave->hold)
+        leave->hold->wait();
 }
 
 void noteProcess([[maybe_unused]] GDesktopAppInfo *info, GPid process, gpointer processes)
@@ -112,11 +123,11 @@ LaunchOutcome launch(
     const bool hasOwnDirectory = entry.text(G_KEY_FILE_DESKTOP_KEY_PATH).has_value();
     const auto context = contextWith(manner.environment);
     outliveBus();
-    QByteArray home = manner.home;
+    Leave leave{.home = hasOwnDirectory ? nullptr : manner.home.constData(), .hold = manner.hold.get()};
     GError *error = nullptr;
     LaunchOutcome outcome;
     if (!g_desktop_app_info_launch_uris_as_manager(info.get(), listOf(uris).get(), context.get(), spawnFlags,
-            leaveParent, hasOwnDirectory ? nullptr : home.data(), noteProcess, &outcome.processes, &error))
+            leaveParent, &leave, noteProcess, &outcome.processes, &error))
         outcome.error = textOf(GLibPointer<GError>(error));
     return outcome;
 }
@@ -158,9 +169,10 @@ LaunchOutcome launchProgram(const QString &program, const QStringList &arguments
     for (QByteArray &variable : variables)
         environment.push_back(variable.data());
     environment.push_back(nullptr);
+    Leave leave{.home = nullptr, .hold = manner.hold.get()};
     GError *error = nullptr;
     GPid process = 0;
-    if (!g_spawn_async(manner.home.constData(), argv.data(), environment.data(), spawnFlags, leaveParent, nullptr,
+    if (!g_spawn_async(manner.home.constData(), argv.data(), environment.data(), spawnFlags, leaveParent, &leave,
             &process, &error))
         return {.error = textOf(GLibPointer<GError>(error))};
     return {.processes = {process}};

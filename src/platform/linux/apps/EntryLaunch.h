@@ -4,9 +4,12 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <memory>
 #include <optional>
 
 namespace moorline {
+
+class LaunchHold;
 
 /// How something is to be started.
 struct LaunchManner {
@@ -14,6 +17,8 @@ struct LaunchManner {
     QList<QByteArray> environment;
     /// The working directory, where the entry names none that is there.
     QByteArray home;
+    /// Where each process waits before it runs anything; null where it does not.
+    std::shared_ptr<const LaunchHold> hold = nullptr;
 };
 
 struct LaunchOutcome {

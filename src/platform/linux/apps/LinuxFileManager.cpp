@@ -1,7 +1,6 @@
 #include "platform/linux/apps/LinuxFileManager.h"
 
 #include "freedesktop/EntryCatalogue.h"
-#include "platform/Workspace.h"
 
 #include <algorithm>
 
@@ -23,14 +22,15 @@ LinuxFileManager::LinuxFileManager(Workspace &workspace, const QString &homeFold
 {
 }
 
-void LinuxFileManager::comeForward()
+void LinuxFileManager::comeForward(Workspace::Opened opened)
 {
     const auto running = m_workspace.runningApplications().value_or(QList<RunningApplication>());
     const auto manager = std::find_if(running.begin(), running.end(), isFileManagerWithWindow);
     if (manager == running.end())
-        m_workspace.showFolder(m_homeFolder);
-    else
-        m_workspace.activate(*manager);
+        return m_workspace.showFolder(m_homeFolder, std::move(opened));
+    m_workspace.activate(*manager);
+    if (opened)
+        opened(std::nullopt);
 }
 
 } // namespace moorline

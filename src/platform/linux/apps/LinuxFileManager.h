@@ -6,15 +6,13 @@
 
 namespace moorline {
 
-class Workspace;
-
 /// Whichever file manager the desktop has. Its folder for new windows is the home folder.
 class LinuxFileManager final : public FileManager {
 public:
     /// `workspace` outlives it.
     LinuxFileManager(Workspace &workspace, const QString &homeFolder);
 
-    void comeForward() override;
+    void comeForward(Workspace::Opened opened) override;
 
 private:
     Workspace &m_workspace;

@@ -3,8 +3,9 @@
 #include "freedesktop/ForwardPlan.h"
 #include "platform/linux/apps/AppStarter.h"
 #include "platform/linux/apps/DesktopEntries.h"
+#include "platform/linux/apps/PresentTime.h"
+#include "platform/linux/apps/WindowRaising.h"
 #include "platform/linux/x11/ClientWindows.h"
-#include "platform/linux/x11/UserTime.h"
 #include "platform/linux/x11/XConnection.h"
 
 #include <algorithm>
@@ -34,15 +35,6 @@ bool isOneNew(const Applications &before, const Applications &now)
         const RunningApplication *same = find(before, one.id);
         return !same || *same != one;
     });
-}
-
-/// Of those on the layer where most are.
-xcb_window_t topmostWindow(const ClientSnapshot &snapshot)
-{
-    const auto topmost = std::find_if(snapshot.windows.crbegin(), snapshot.windows.crend(), [](const auto &window) {
-        return window.isManaged && window.isViewable && !window.isAbove && window.kind == WindowKind::normal;
-    });
-    return topmost == snapshot.windows.crend() ? xcb_window_t{XCB_WINDOW_NONE} : topmost->window;
 }
 
 } // namespace
@@ -75,8 +67,14 @@ void LinuxWorkspace::activate(const RunningApplication &application)
     const xcb_timestamp_t now = time();
     if (plan->desktop)
         m_requests.switchToDesktop(*plan->desktop, now);
-    m_requests.raise(plan->raised, topmostWindow(m_context.clients.snapshot()));
+    raiseWithoutFocus(plan->raised, m_context.clients.snapshot(), m_requests);
     m_requests.activate(plan->activated, now);
+}
+
+bool LinuxWorkspace::canTerminate(const RunningApplication &application) const
+{
+    const RunningSet::Member *member = m_running.find(application.id);
+    return member && m_quitter.canQuit(member->application);
 }
 
 void LinuxWorkspace::terminate(const RunningApplication &application)
@@ -135,8 +133,7 @@ QList<WindowFacts> LinuxWorkspace::taskbarWindows(const OpenApplication &applica
 
 xcb_timestamp_t LinuxWorkspace::time() const
 {
-    const quint32 last = m_context.userTime.last();
-    return last == 0 ? m_context.connection.serverTime() : last;
+    return presentTime(m_context.userTime, m_context.connection);
 }
 
 } // namespace moorline

@@ -37,6 +37,8 @@ public:
     }
     /// With most window managers it can be had that the focus follows the pointer.
     [[nodiscard]] bool activatesInPassing() const override { return true; }
+    /// Waits for the server.
+    [[nodiscard]] bool canTerminate(const RunningApplication &application) const override;
     void activate(const RunningApplication &application) override;
     void terminate(const RunningApplication &application) override;
 
@@ -47,7 +49,7 @@ private:
     [[nodiscard]] RunningApplication described(const RunningSet::Member &member) const;
     /// Those of the application that a taskbar would show, bottom to top.
     [[nodiscard]] QList<WindowFacts> taskbarWindows(const OpenApplication &application) const;
-    /// When the user last did something, by the server's clock.
+    /// When the user asked for what is being done now, by the server's clock.
     [[nodiscard]] xcb_timestamp_t time() const;
 
     Context m_context;

@@ -93,13 +93,19 @@ void RunningSet::refresh()
     m_settling.reset();
     const ClientSnapshot &snapshot = m_clients.snapshot();
     m_members.reset();
-    if (snapshot.hasWindowManager())
-        m_members = membersAmong(inMappingOrder(factsOf(snapshot), snapshot.mappingOrder));
+    if (snapshot.hasWindowManager()) {
+        const auto windows = identified(inMappingOrder(factsOf(snapshot), snapshot.mappingOrder));
+        m_hasBegun = m_hasBegun || !m_newWindows.deadline();
+        // Whoever was there before did not come now.
+        if (!m_hasBegun)
+            return;
+        m_members = membersAmong(windows);
+    }
     Q_EMIT refreshed();
     noteActive(snapshot);
 }
 
-QList<RunningSet::Member> RunningSet::membersAmong(const QList<WindowFacts> &windows)
+QList<WindowFacts> RunningSet::identified(const QList<WindowFacts> &windows)
 {
     QSet<qint64> processes;
     for (const WindowFacts &window : windows) {
@@ -107,10 +113,19 @@ QList<RunningSet::Member> RunningSet::membersAmong(const QList<WindowFacts> &win
             processes.insert(*window.process);
     }
     m_processes.keepOnly(processes);
-    const auto entries = m_identities.identify(windows, [this](qint64 process) { return m_processes.find(process); });
+    m_entryOf = m_identities.identify(windows, [this](qint64 process) { return m_processes.find(process); });
+    QList<WindowFacts> known = m_newWindows.presentable(windows, m_identities.undecided(), m_clock.uptime());
+    m_patience.reset();
+    if (const auto deadline = m_newWindows.deadline())
+        m_patience = m_clock.after(*deadline - m_clock.uptime(), [this] { refresh(); });
+    return known;
+}
+
+QList<RunningSet::Member> RunningSet::membersAmong(const QList<WindowFacts> &windows)
+{
     const QHash<QString, quint64> known = std::exchange(m_ids, {});
     QList<Member> members;
-    const QList<OpenApplication> applications = openApplications(windows, entries);
+    const QList<OpenApplication> applications = openApplications(windows, m_entryOf);
     for (const OpenApplication &application : applications) {
         if (!application.taskbarWindows.isEmpty())
             members.append({.id = idOf(application.key, known), .application = application});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "freedesktop/NewWindows.h"
 #include "freedesktop/OpenApplications.h"
 #include "freedesktop/WindowIdentities.h"
 #include "platform/Clock.h"
@@ -30,8 +31,8 @@ public:
     /// What is lent outlives it.
     RunningSet(ClientWindows &clients, DesktopEntries &entries, Clock &clock);
 
-    /// In the order in which they were started, as far as that is known. Absent while no window manager runs, and until
-    /// the entries were read.
+    /// In the order in which they were started, as far as that is known. Absent while no window manager runs, until the
+    /// entries were read, and until it is known whose the windows are that were there before.
     [[nodiscard]] const std::optional<QList<Member>> &members() const { return m_members; }
     /// Null where it does not run any more.
     [[nodiscard]] const Member *find(quint64 id) const;
@@ -54,6 +55,8 @@ private:
     void scheduleRefresh();
     void refresh();
     void noteActive(const ClientSnapshot &snapshot);
+    /// Those windows of which it is known whose they are, and those of which it will not be known soon.
+    [[nodiscard]] QList<WindowFacts> identified(const QList<WindowFacts> &windows);
     [[nodiscard]] QList<Member> membersAmong(const QList<WindowFacts> &windows);
     [[nodiscard]] quint64 idOf(const QString &key, const QHash<QString, quint64> &known);
 
@@ -62,6 +65,8 @@ private:
     Clock &m_clock;
     ProcessBook m_processes;
     WindowIdentities m_identities;
+    QHash<XWindowId, QString> m_entryOf;
+    NewWindows m_newWindows;
     std::optional<QList<Member>> m_members;
     QHash<QString, quint64> m_ids;
     quint64 m_lastId = 0;
@@ -70,7 +75,10 @@ private:
     QList<XWindowId> m_lastActive;
     bool m_isLoaded = false;
     bool m_knowsActive = false;
+    bool m_hasBegun = false;
     std::unique_ptr<Clock::Timer> m_settling;
+    /// While a window is kept back.
+    std::unique_ptr<Clock::Timer> m_patience;
 };
 
 /// The windows that a window manager keeps, in the order of the snapshot.

@@ -10,7 +10,6 @@ StarterWorkspace::StarterWorkspace(DesktopEntries &entries, AppStarter &starter)
     , m_starter(starter)
 {
     connect(&starter, &AppStarter::ended, this, &Workspace::launchEnded);
-    connect(&starter, &AppStarter::failed, this, &Workspace::launchEnded);
 }
 
 std::optional<QString> StarterWorkspace::applicationPath(const QString &bundleIdentifier) const
@@ -33,9 +32,9 @@ void StarterWorkspace::reveal(const QList<QUrl> &files)
     m_starter.reveal(files);
 }
 
-void StarterWorkspace::showFolder(const QString &path)
+void StarterWorkspace::showFolder(const QString &path, Opened opened)
 {
-    m_starter.showFolder(path);
+    m_starter.showFolder(path, std::move(opened));
 }
 
 } // namespace moorline

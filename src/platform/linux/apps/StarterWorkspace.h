@@ -19,12 +19,16 @@ public:
     [[nodiscard]] std::optional<QString> applicationPath(const QString &bundleIdentifier) const override;
     [[nodiscard]] bool activatesInPassing() const override { return false; }
     [[nodiscard]] bool endsWithLastWindow() const override { return true; }
+    [[nodiscard]] bool canTerminate([[maybe_unused]] const RunningApplication &application) const override
+    {
+        return false;
+    }
     void activate([[maybe_unused]] const RunningApplication &application) override { }
     void terminate([[maybe_unused]] const RunningApplication &application) override { }
     void open(const QString &applicationPath, const QList<QUrl> &files, Opened opened) override;
     void openAddress(const QUrl &address) override;
     void reveal(const QList<QUrl> &files) override;
-    void showFolder(const QString &path) override;
+    void showFolder(const QString &path, Opened opened) override;
 
 private:
     DesktopEntries &m_entries;

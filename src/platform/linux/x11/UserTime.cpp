@@ -29,8 +29,9 @@ bool isDeed(QEvent::Type type)
 
 } // namespace
 
-UserTime::UserTime(XConnection &connection)
+UserTime::UserTime(XConnection &connection, const Clock &clock)
     : m_connection(connection)
+    , m_clock(clock)
 {
     QCoreApplication::instance()->installEventFilter(this);
 }
@@ -40,12 +41,23 @@ bool UserTime::eventFilter(QObject *watched, QEvent *event)
     if (isDeed(event->type())) {
         // Events that the program makes itself carry none.
         if (const quint64 time = static_cast<const QInputEvent *>(event)->timestamp(); time != 0)
-            m_last = static_cast<quint32>(time);
+            note(static_cast<quint32>(time));
     } else if (event->type() == QEvent::Drop) {
         // What is let go here was led by another program's events, and Qt does not tell when.
-        m_last = m_connection.serverTime();
+        note(m_connection.serverTime());
     }
     return QObject::eventFilter(watched, event);
+}
+
+void UserTime::note(quint32 time)
+{
+    m_last = time;
+    m_heard = m_clock.uptime();
+}
+
+std::optional<UserTime::Deed> UserTime::last() const
+{
+    return m_last == 0 ? std::nullopt : std::optional(Deed{.time = m_last, .age = m_clock.uptime() - m_heard});
 }
 
 } // namespace moorline

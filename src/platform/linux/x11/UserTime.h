@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/Clock.h"
+
 #include <QObject>
+#include <optional>
 
 namespace moorline {
 
@@ -11,18 +14,29 @@ class XConnection;
 class UserTime final : public QObject {
     Q_OBJECT
 public:
-    /// `connection` outlives it. The application object must exist.
-    explicit UserTime(XConnection &connection);
+    struct Deed {
+        /// In the server's milliseconds.
+        quint32 time = 0;
+        /// How long ago it was heard of.
+        std::chrono::milliseconds age;
+    };
 
-    /// In the server's milliseconds; zero as long as nothing was done.
-    [[nodiscard]] quint32 last() const { return m_last; }
+    /// Both outlive it. The application object must exist.
+    UserTime(XConnection &connection, const Clock &clock);
+
+    /// Absent as long as nothing was done.
+    [[nodiscard]] std::optional<Deed> last() const;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void note(quint32 time);
+
     XConnection &m_connection;
+    const Clock &m_clock;
     quint32 m_last = 0;
+    std::chrono::milliseconds m_heard{};
 };
 
 } // namespace moorline

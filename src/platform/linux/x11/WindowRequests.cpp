@@ -32,23 +32,26 @@ void WindowRequests::close(xcb_window_t window, xcb_timestamp_t time) const
     send(window, m_connection.atom(XAtom::netCloseWindow), {time, pagerSource});
 }
 
-void WindowRequests::raise(const QList<xcb_window_t> &windows, xcb_window_t topmost) const
+void WindowRequests::restack(const QList<xcb_window_t> &windows) const
 {
-    if (windows.isEmpty())
-        return;
-    if (restacks()) {
-        for (const xcb_window_t window : windows)
-            send(window, m_connection.atom(XAtom::netRestackWindow),
-                {pagerSource, XCB_WINDOW_NONE, XCB_STACK_MODE_ABOVE});
-    } else if (obeysConfigureRequests()) {
-        xcb_window_t sibling = topmost;
-        for (const xcb_window_t window : windows) {
-            if (window != sibling)
-                requestPlaceAbove(window, sibling);
-            sibling = window;
-        }
-        xcb_flush(m_connection.native());
+    for (const xcb_window_t window : windows)
+        send(window, m_connection.atom(XAtom::netRestackWindow), {pagerSource, XCB_WINDOW_NONE, XCB_STACK_MODE_ABOVE});
+}
+
+void WindowRequests::placeAbove(const QList<xcb_window_t> &windows, xcb_window_t sibling) const
+{
+    for (const xcb_window_t window : windows) {
+        if (window != sibling)
+            requestPlaceAbove(window, sibling);
+        sibling = window;
     }
+    xcb_flush(m_connection.native());
+}
+
+QString WindowRequests::managerName() const
+{
+    const auto proof = m_connection.property(m_connection.root(), XAtom::netSupportingWmCheck).value(XCB_ATOM_WINDOW);
+    return proof ? QString::fromUtf8(m_connection.property(*proof, XAtom::netWmName).bytes()) : QString();
 }
 
 bool WindowRequests::restacks() const
@@ -58,15 +61,7 @@ bool WindowRequests::restacks() const
         .contains(m_connection.atom(XAtom::netRestackWindow));
 }
 
-/// Elsewhere such a request is one for the focus.
-bool WindowRequests::obeysConfigureRequests() const
-{
-    const auto manager = m_connection.property(m_connection.root(), XAtom::netSupportingWmCheck).value(XCB_ATOM_WINDOW);
-    return manager && m_connection.property(*manager, XAtom::netWmName).bytes() == "Xfwm4";
-}
-
-/// As ICCCM has it of clients whose window may be in a frame. Xfwm4 gives the focus to what is put above all, but not
-/// to what is put above one.
+/// As ICCCM has it of clients whose window may be in a frame.
 void WindowRequests::requestPlaceAbove(xcb_window_t window, xcb_window_t sibling) const
 {
     xcb_configure_request_event_t event{};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QString>
 #include <initializer_list>
 #include <xcb/xcb.h>
 
@@ -19,16 +20,19 @@ public:
     void activate(xcb_window_t window, xcb_timestamp_t time) const;
     /// A window that cannot be asked to close may be killed.
     void close(xcb_window_t window, xcb_timestamp_t time) const;
-    /// Over `topmost`, one after the other, without giving them the focus. Does nothing where the window manager
-    /// cannot. Waits for the server.
-    void raise(const QList<xcb_window_t> &windows, xcb_window_t topmost) const;
+    /// Above all, one after the other.
+    void restack(const QList<xcb_window_t> &windows) const;
+    /// Above `sibling`, one after the other.
+    void placeAbove(const QList<xcb_window_t> &windows, xcb_window_t sibling) const;
 
+    /// What the window manager calls itself; empty where it does not say. Waits for the server.
+    [[nodiscard]] QString managerName() const;
+    /// Whether the window manager says that it obeys restack(). Waits for the server.
+    [[nodiscard]] bool restacks() const;
     /// Whether the program of a window wants to be asked before it closes. Waits for the server.
     [[nodiscard]] bool canBeAskedToClose(xcb_window_t window) const;
 
 private:
-    [[nodiscard]] bool restacks() const;
-    [[nodiscard]] bool obeysConfigureRequests() const;
     void requestPlaceAbove(xcb_window_t window, xcb_window_t sibling) const;
     void send(xcb_window_t window, xcb_atom_t type, std::initializer_list<std::uint32_t> values) const;
 

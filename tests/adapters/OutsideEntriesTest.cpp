@@ -1,0 +1,112 @@
+#include "EntriesOnDisk.h"
+#include "fakes/FakeClock.h"
+#include "harness/TestCase.h"
+#include "platform/linux/apps/DesktopEntries.h"
+
+#include <QSignalSpy>
+
+namespace moorline::test {
+
+using namespace std::chrono_literals;
+
+/// Entries in none of the folders for applications, which are asked for by their paths.
+class OutsideEntriesTest final : public TestCase {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        TestCase::init();
+        m_disk = std::make_unique<EntriesOnDisk>();
+        m_path = m_disk->path(QStringLiteral("desk/tool.desktop"));
+        m_entries = std::make_unique<DesktopEntries>(m_clock, m_disk->places());
+    }
+
+    void cleanup()
+    {
+        m_entries.reset();
+        m_disk.reset();
+        TestCase::cleanup();
+    }
+
+    void aFileIsReadAgainOnlyWhenItChanged()
+    {
+        write("Name=Tool");
+        awaitLoaded();
+        QCOMPARE(name(), QStringLiteral("Tool"));
+        for (const char *next : {"Hammer", "Tongs"}) {
+            const QString before = name();
+            write(QByteArray("Name=") + next);
+            // Nobody has been told of the change.
+            QCOMPARE(name(), before);
+            QCOMPARE(m_entries->locate(m_path, std::nullopt), m_path);
+            QVERIFY(hearsOfChange());
+            QCOMPARE(name(), QLatin1StringView(next));
+        }
+    }
+
+    void whatWasAskedForBeforeAnythingWasReadIsFollowedToo()
+    {
+        write("Name=Tool");
+        QCOMPARE(name(), QStringLiteral("Tool"));
+        awaitLoaded();
+        QCOMPARE(name(), QStringLiteral("Tool"));
+        write("Name=Hammer");
+        QVERIFY(hearsOfChange());
+        QCOMPARE(name(), QStringLiteral("Hammer"));
+    }
+
+    void aFileThatGoesIsGoneAndMayComeBack()
+    {
+        awaitLoaded();
+        QCOMPARE(name(), QStringLiteral("nothing"));
+        QDir().mkpath(QFileInfo(m_path).path());
+        write("Name=Tool");
+        QVERIFY(hearsOfChange());
+        QCOMPARE(name(), QStringLiteral("Tool"));
+        QVERIFY(QFile::remove(m_path));
+        QVERIFY(m_entries->locate(m_path, std::nullopt));
+        QVERIFY(hearsOfChange());
+        QCOMPARE(m_entries->locate(m_path, std::nullopt), std::nullopt);
+    }
+
+    void whatChangesNothingIsNoNews()
+    {
+        write("Name=Tool");
+        awaitLoaded();
+        QCOMPARE(name(), QStringLiteral("Tool"));
+        QSignalSpy changed(m_entries.get(), &AppBundles::changed);
+        write("Name=Tool");
+        QTRY_COMPARE(m_clock.runningTimers(), 1);
+        m_clock.advance(500ms);
+        awaitLoaded();
+        QCOMPARE(changed.size(), 0);
+    }
+
+private:
+    void write(const QByteArray &lines) const { m_disk->writeEntry(m_path, lines); }
+    [[nodiscard]] QString name() const
+    {
+        const auto info = m_entries->info(m_path);
+        return info ? info->displayName.value_or(QString()) : QStringLiteral("nothing");
+    }
+    void awaitLoaded() const { static_cast<void>(QCoro::waitFor(m_entries->installed())); }
+    /// As the batch is over.
+    [[nodiscard]] bool hearsOfChange()
+    {
+        QSignalSpy changed(m_entries.get(), &AppBundles::changed);
+        return QTest::qWaitFor([&] { return m_clock.runningTimers() == 1; })
+            && (m_clock.advance(500ms), QTest::qWaitFor([&] { return !changed.isEmpty(); }));
+    }
+
+    FakeClock m_clock;
+    std::unique_ptr<EntriesOnDisk> m_disk;
+    std::unique_ptr<DesktopEntries> m_entries;
+    QString m_path;
+};
+
+MOORLINE_TEST(OutsideEntriesTest);
+
+} // namespace moorline::test
+
+#include "OutsideEntriesTest.moc"
