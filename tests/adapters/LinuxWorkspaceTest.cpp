@@ -130,16 +130,11 @@ private Q_SLOTS:
 
     void whoComesToTheFrontIsTold()
     {
-        const xcb_window_t first = showActive(plan("paint"));
-        QVERIFY(showActive(plan("write")));
-        QTRY_COMPARE(identifiers(), (QStringList{paint, write}));
-        std::optional<RunningApplication> last;
-        connect(workspace.get(), &Workspace::applicationActivated, this,
-            [&](const std::optional<RunningApplication> &application) { last = application; });
-        foreign->activate(first);
-        QTRY_COMPARE(foreign->activeWindow(), first);
-        QTRY_VERIFY(last);
-        QTRY_COMPARE(last->bundleIdentifier, paint);
+        const xcb_window_t first = showInFront("paint");
+        QVERIFY(first);
+        QVERIFY(showInFront("write"));
+        QCOMPARE(identifiers(), (QStringList{paint, write}));
+        QVERIFY(bringToFront(first, "paint"));
     }
 
     void anotherDesktopIsAnotherSpace()
@@ -153,12 +148,11 @@ private Q_SLOTS:
 
     void activatingRaisesAllWindowsAndActivatesTheLast()
     {
-        const xcb_window_t first = showActive(plan("paint", {100, 100, 300, 200}));
-        const xcb_window_t second = showActive(plan("paint", {150, 150, 300, 200}));
-        foreign->activate(first);
-        QTRY_COMPARE(foreign->activeWindow(), first);
-        const xcb_window_t other = showActive(plan("write", {120, 120, 400, 300}));
-        QTRY_COMPARE(identifiers(), (QStringList{paint, write}));
+        const xcb_window_t first = showInFront("paint", {100, 100, 300, 200});
+        const xcb_window_t second = showInFront("paint", {150, 150, 300, 200});
+        QVERIFY(bringToFront(first, "paint"));
+        const xcb_window_t other = showInFront("write", {120, 120, 400, 300});
+        QCOMPARE(identifiers(), (QStringList{paint, write}));
         QVERIFY(foreign->isAbove(other, first));
         QVERIFY(foreign->isAbove(other, second));
 
@@ -173,7 +167,7 @@ private Q_SLOTS:
     {
         const xcb_window_t first = showActive(plan("paint"));
         const xcb_window_t second = showActive(plan("paint"));
-        const xcb_window_t other = showActive(plan("write"));
+        const xcb_window_t other = showInFront("write");
         const moorline::WindowRequests requests(*connection);
         moorline::raiseWithoutFocus({first, second}, clients->snapshot(), requests);
         QTRY_VERIFY(foreign->isAbove(second, other));
@@ -185,8 +179,7 @@ private Q_SLOTS:
 
     void activatingSwitchesToTheDesktopFirst()
     {
-        const xcb_window_t window = showActive(plan("paint"));
-        QTRY_COMPARE(identifiers(), QStringList{paint});
+        const xcb_window_t window = showInFront("paint");
         QSignalSpy changes(workspace.get(), &Workspace::activeSpaceChanged);
         foreign->switchToDesktop(1);
         QTRY_COMPARE(changes.size(), 1);
@@ -198,9 +191,9 @@ private Q_SLOTS:
 
     void activatingLeavesMinimisedWindowsAlone()
     {
-        const xcb_window_t minimised = showActive(plan("paint"));
-        const xcb_window_t open = showActive(plan("paint"));
-        QVERIFY(showActive(plan("write")));
+        const xcb_window_t minimised = showInFront("paint");
+        const xcb_window_t open = showInFront("paint");
+        QVERIFY(showInFront("write"));
         foreign->iconify(minimised);
         QTRY_VERIFY(!foreign->isViewable(minimised));
         QTRY_COMPARE(identifiers(), (QStringList{paint, write}));
@@ -212,11 +205,9 @@ private Q_SLOTS:
 
     void activatingWhereAllAreMinimisedReturnsTheLast()
     {
-        const xcb_window_t first = showActive(plan("paint"));
-        const xcb_window_t second = showActive(plan("paint"));
-        foreign->activate(first);
-        QTRY_COMPARE(foreign->activeWindow(), first);
-        QTest::qWait(100);
+        const xcb_window_t first = showInFront("paint");
+        const xcb_window_t second = showInFront("paint");
+        QVERIFY(bringToFront(first, "paint"));
         foreign->iconify(second);
         foreign->iconify(first);
         QTRY_VERIFY(!foreign->isViewable(first) && !foreign->isViewable(second));

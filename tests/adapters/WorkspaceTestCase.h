@@ -60,6 +60,26 @@ protected:
             .userTime = *userTime,
             .sessionBus = bus,
             .clock = clock});
+        fronts.clear();
+        connect(workspace.get(), &Workspace::applicationActivated, this,
+            [this](const std::optional<RunningApplication> &application) {
+                fronts.append(application ? application->bundleIdentifier.value_or(QString()) : QString());
+            });
+    }
+
+    /// Shows a window as showActive() does, and waits until the bar knows that its application is in front.
+    [[nodiscard]] xcb_window_t showInFront(const char *windowClass, const QRect &frame = {200, 150, 300, 200})
+    {
+        const qsizetype before = fronts.size();
+        const xcb_window_t window = showActive(plan(windowClass, frame));
+        return isInFront(windowClass, before) ? window : xcb_window_t{XCB_WINDOW_NONE};
+    }
+    /// Another program brings the window to the front; waits until the bar knows.
+    [[nodiscard]] bool bringToFront(xcb_window_t window, const char *windowClass)
+    {
+        const qsizetype before = fronts.size();
+        foreign->activate(window);
+        return QTest::qWaitFor([&] { return foreign->activeWindow() == window; }) && isInFront(windowClass, before);
     }
 
     /// Of the applications that run now.
@@ -90,6 +110,8 @@ protected:
     std::unique_ptr<DesktopEntries> entries;
     std::unique_ptr<AppStarter> starter;
     std::unique_ptr<LinuxWorkspace> workspace;
+    /// Who was said to have come to the front since the start; empty for nobody.
+    QStringList fronts;
 
 protected Q_SLOTS:
     void init()
@@ -108,6 +130,12 @@ protected Q_SLOTS:
         entries.reset();
         userTime.reset();
         X11TestCase::cleanup();
+    }
+
+private:
+    [[nodiscard]] bool isInFront(const char *windowClass, qsizetype before)
+    {
+        return QTest::qWaitFor([&] { return fronts.size() > before && fronts.last() == QLatin1String(windowClass); });
     }
 };
 

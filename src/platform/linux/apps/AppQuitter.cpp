@@ -56,11 +56,15 @@ bool AppQuitter::canQuit(const OpenApplication &application) const
     if (record && canBeAskedToQuit(record->actions, {}))
         return true;
     // One after the other, as the first usually settles it.
-    return std::any_of(application.taskbarWindows.begin(), application.taskbarWindows.end(), [this](XWindowId window) {
-        const QuitOffer offer{
-            .isClosable = m_requests.canBeAskedToClose(window), .hasActions = exporterOf(window).has_value()};
-        return canBeAskedToQuit({}, {offer});
-    });
+    const bool isOneWilling =
+        std::any_of(application.taskbarWindows.begin(), application.taskbarWindows.end(), [this](XWindowId window) {
+            const QuitOffer offer{
+                .isClosable = m_requests.canBeAskedToClose(window), .hasActions = exporterOf(window).has_value()};
+            return canBeAskedToQuit({}, {offer});
+        });
+    // Events may have come with the answers.
+    m_context.connection.reportSoon();
+    return isOneWilling;
 }
 
 void AppQuitter::quit(const OpenApplication &application, xcb_timestamp_t time)

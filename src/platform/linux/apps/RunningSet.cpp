@@ -150,7 +150,8 @@ void RunningSet::noteActive(const ClientSnapshot &snapshot)
             member = one.id;
     }
     m_lastActive.removeIf([&](XWindowId one) { return !snapshot.mappingOrder.contains(one); });
-    if (member != 0) {
+    // Whosever it is: that may become known later.
+    if (snapshot.mappingOrder.contains(window)) {
         m_lastActive.removeOne(window);
         m_lastActive.prepend(window);
     }
