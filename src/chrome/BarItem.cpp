@@ -64,6 +64,18 @@ void BarItem::press()
         click();
 }
 
+bool BarItem::hasMenu() const
+{
+    static const QMetaMethod request = QMetaMethod::fromSignal(&BarItem::menuRequested);
+    return isSignalConnected(request);
+}
+
+void BarItem::requestMenu()
+{
+    if (hasMenu() && isVisible() && isEnabled())
+        Q_EMIT menuRequested(rect().center());
+}
+
 void BarItem::click()
 {
     const Errand errand(*this);
@@ -156,8 +168,7 @@ void BarItem::hoverLeaveEvent(QGraphicsSceneHoverEvent *)
 
 void BarItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
 {
-    static const QMetaMethod request = QMetaMethod::fromSignal(&BarItem::menuRequested);
-    if (!isSignalConnected(request) || !shape().contains(event->pos())) {
+    if (!hasMenu() || !shape().contains(event->pos())) {
         event->ignore();
         return;
     }

@@ -56,6 +56,10 @@ public:
 
     /// Does what a click does, where the item can be touched now.
     void press();
+    /// Whether the item has a menu of its own: somebody listens to menuRequested().
+    [[nodiscard]] bool hasMenu() const;
+    /// Does what a right click does, where the item has a menu of its own.
+    void requestMenu();
     /// Where this item, and every one inside it, is dragged. `stage` may be null; it outlives the item.
     void setStage(BarStage *stage) { m_stage = stage; }
     /// Takes the item out of the bar: hidden at once, and deleted once control is back in the event loop and no event

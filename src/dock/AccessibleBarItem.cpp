@@ -126,13 +126,20 @@ void *AccessibleBarItem::interface_cast(QAccessible::InterfaceType type)
 
 QStringList AccessibleBarItem::actionNames() const
 {
-    return item().isTouchable() ? QStringList{pressAction()} : QStringList{};
+    QStringList names;
+    if (item().isTouchable())
+        names.append(pressAction());
+    if (item().hasMenu())
+        names.append(showMenuAction());
+    return names;
 }
 
 void AccessibleBarItem::doAction(const QString &name)
 {
     if (name == pressAction())
         item().press();
+    else if (name == showMenuAction())
+        item().requestMenu();
 }
 
 QStringList AccessibleBarItem::keyBindingsForAction([[maybe_unused]] const QString &name) const

@@ -23,7 +23,7 @@ public:
     [[nodiscard]] QAccessibleInterface *childAt(int x, int y) const override;
 
     [[nodiscard]] void *interface_cast(QAccessible::InterfaceType type) override;
-    /// To press it, while a click would do something.
+    /// To press it, while a click would do something, and to open its menu, where it has one of its own.
     [[nodiscard]] QStringList actionNames() const override;
     void doAction(const QString &name) override;
     [[nodiscard]] QStringList keyBindingsForAction(const QString &name) const override;

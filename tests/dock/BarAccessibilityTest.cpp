@@ -138,6 +138,21 @@ private Q_SLOTS:
         QCOMPARE(clicks.size(), 0);
     }
 
+    void theMenuOfAnItemIsOpened()
+    {
+        const AccessibleBar bar;
+        DescribedWidget *clock = bar.described[WidgetKind::clock];
+        QAccessibleActionInterface *actions = bar.item(0)->actionInterface();
+        actions->doAction(QAccessibleActionInterface::showMenuAction());
+        QSignalSpy requests(clock, &BarItem::menuRequested);
+        QCOMPARE(actions->actionNames(), QStringList{QAccessibleActionInterface::showMenuAction()});
+        actions->doAction(QAccessibleActionInterface::showMenuAction());
+        QCOMPARE(requests, QList<QVariantList>{{QPointF(40, 20)}});
+        clock->setEnabled(false);
+        actions->doAction(QAccessibleActionInterface::showMenuAction());
+        QCOMPARE(requests.size(), 1);
+    }
+
     void anItemStandsWhereThePanelSays()
     {
         const AccessibleBar bar;
