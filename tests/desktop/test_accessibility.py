@@ -104,3 +104,10 @@ def test_an_icon_is_pressed_without_a_pointer(desktop, note_and_tally, accessibi
     wait_until(lambda: desktop.screen.active_window() == window.id, what="its window is the active one")
     wait_until(lambda: icons.has_dot(0), what="the dot is there")
     assert not icons.has_dot(1)
+
+
+def test_the_menu_of_an_icon_is_opened_without_a_pointer(note_and_tally, accessibility):
+    icons = note_and_tally()
+    assert accessibility.item("Tally").show_menu()
+    frame = icons.bar.opened_menu()
+    assert abs(frame.center_x - icons.place(1)[0]) <= 2

@@ -53,7 +53,13 @@ class Accessible:
         return [str(action[0]) for action in self._object.GetActions(dbus_interface=ACTION)]
 
     def press(self):
-        return bool(self._object.DoAction(dbus.Int32(self.actions.index("Press")), dbus_interface=ACTION))
+        return self._act("Press")
+
+    def show_menu(self):
+        return self._act("ShowMenu")
+
+    def _act(self, action):
+        return bool(self._object.DoAction(dbus.Int32(self.actions.index(action)), dbus_interface=ACTION))
 
     def walk(self):
         yield self
