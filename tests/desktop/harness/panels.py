@@ -61,7 +61,7 @@ def start_plank(desktop, hide_mode="none"):
 
 def start_xfce_panel(desktop):
     """The panel of XFCE at the bottom edge."""
-    _xfce_channel(desktop).parent.mkdir(parents=True)
+    _xfce_channel(desktop).parent.mkdir(parents=True, exist_ok=True)
     _xfce_channel(desktop).write_text(XFCE_CONFIGURATION)
     desktop.start("xfce-panel", "xfce4-panel", "--disable-wm-check")
     return _wait_for_window(desktop, "xfce4-panel")
