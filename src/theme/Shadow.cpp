@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QtMath>
 #include <algorithm>
+#include <utility>
 
 namespace moorline {
 
@@ -34,14 +35,15 @@ void fadeOut(QImage &mask, const QImage &cover, const QRectF &room, qreal length
     }
 }
 
-QImage tinted(const QImage &mask, const QColor &color)
+/// One byte a pixel, as the mask has: a shadow is kept for as long as its shape is shown.
+QImage tinted(QImage mask, const QColor &color)
 {
-    QImage image(mask.size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(color);
-    QPainter painter(&image);
-    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-    painter.drawImage(0, 0, mask);
-    return image;
+    QList<QRgb> shades;
+    for (int cover = 0; cover <= 255; ++cover)
+        shades.append(qRgba(color.red(), color.green(), color.blue(), qRound(color.alphaF() * float(cover))));
+    mask.reinterpretAsFormat(QImage::Format_Indexed8);
+    mask.setColorTable(shades);
+    return mask;
 }
 
 } // namespace
@@ -82,7 +84,7 @@ QImage Shadow::render(qreal scale) const
     QImage mask = blurred(silhouette(size, {qreal(margin), qreal(margin)}, scale), standardDeviation);
     const QRectF room(m_room.topLeft() * scale + corner, m_room.size() * scale);
     fadeOut(mask, silhouette(size, corner, scale), room, fadeLength * scale);
-    return tinted(mask, m_color);
+    return tinted(std::move(mask), m_color);
 }
 
 QImage Shadow::silhouette(const QSize &size, const QPointF &corner, qreal scale) const
