@@ -50,7 +50,7 @@ QList<double> loadings(const QString &folder, int count)
     for (int round = 0; round < rounds; ++round) {
         QElapsedTimer timer;
         timer.start();
-        const LoadedEntries loaded = loadEntries(places, {}, cancelled);
+        const LoadedEntries loaded = loadEntries(places, cancelled);
         times.append(static_cast<double>(timer.nsecsElapsed()) / 1'000'000);
         if (loaded.catalogue->records().size() != count)
             return {};

@@ -200,8 +200,12 @@ private:
         return path;
     }
 
-    /// Before the folders are read: what the file itself says.
-    [[nodiscard]] std::optional<BundleInfo> infoAt(const QString &path) { return DesktopEntries(m_clock).info(path); }
+    [[nodiscard]] std::optional<BundleInfo> infoAt(const QString &path)
+    {
+        DesktopEntries entries(m_clock);
+        static_cast<void>(QCoro::waitFor(entries.installed()));
+        return entries.info(path);
+    }
 
     QString displayName(const QString &path)
     {

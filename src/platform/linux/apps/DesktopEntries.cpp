@@ -13,9 +13,6 @@ namespace {
 /// Installing a program writes many files, one after the other.
 constexpr std::chrono::milliseconds batchTime{500};
 
-/// More than anybody pins, for those who carry whole folders over the bar.
-constexpr qsizetype mostOutside = 256;
-
 } // namespace
 
 EntryPlaces sessionEntryPlaces()
@@ -28,8 +25,10 @@ DesktopEntries::DesktopEntries(Clock &clock, EntryPlaces places)
     , m_places(std::move(places))
     , m_catalogue(std::make_shared<EntryCatalogue>())
     , m_matcher(std::make_shared<WindowMatcher>())
+    , m_outside(std::make_unique<OutsideEntries>(clock, m_places))
     , m_cancelled(std::make_shared<std::atomic_bool>(false))
 {
+    connect(m_outside.get(), &OutsideEntries::changed, this, &AppBundles::changed);
     load();
 }
 
@@ -44,18 +43,6 @@ DesktopEntries::~DesktopEntries()
 QString DesktopEntries::applicationExtension() const
 {
     return QStringLiteral("desktop");
-}
-
-const std::optional<EntryRecord> &DesktopEntries::outside(const QString &path) const
-{
-    if (const auto known = m_outside.constFind(path); known != m_outside.constEnd())
-        return *known;
-    if (m_outside.size() >= mostOutside)
-        m_outside.clear();
-    // Before it is read: what comes meanwhile is told of.
-    if (m_events)
-        m_events->watchFile(path);
-    return *m_outside.insert(path, readOutside(path, m_places));
 }
 
 BundleInfo DesktopEntries::infoOf(const EntryRecord &record) const
@@ -74,13 +61,14 @@ std::optional<BundleInfo> DesktopEntries::info(const QString &path) const
         return infoOf(*stand);
     if (const EntryRecord *known = m_catalogue->byPath(path))
         return infoOf(*known);
-    const auto &record = outside(path);
+    const auto &record = m_outside->find(path);
     return record ? std::optional(infoOf(*record)) : std::nullopt;
 }
 
 std::optional<QString> DesktopEntries::locate(const QString &path, const std::optional<QString> &identifier) const
 {
-    return m_catalogue->locate(path, identifier, [this](const QString &other) { return outside(other).has_value(); });
+    return m_catalogue->locate(
+        path, identifier, [this](const QString &other) { return m_outside->find(other).has_value(); });
 }
 
 QCoro::Task<QList<InstalledBundle>> DesktopEntries::installed()
@@ -113,24 +101,22 @@ void DesktopEntries::load()
     m_reload.reset();
     m_isLoading = true;
     m_isOutdated = false;
-    m_background.run<LoadedEntries>([places = m_places, asked = m_outside.keys(),
-                                        cancelled = m_cancelled] { return loadEntries(places, asked, *cancelled); },
+    m_background.run<LoadedEntries>(
+        [places = m_places, cancelled = m_cancelled] { return loadEntries(places, *cancelled); },
         [this](const LoadedEntries &loaded) { take(loaded); });
 }
 
 void DesktopEntries::take(const LoadedEntries &loaded)
 {
     m_isLoading = false;
-    const bool isChange = !m_isLoaded || !(*m_catalogue == *loaded.catalogue) || isNews(loaded.outside);
+    const bool isChange = !m_isLoaded || !(*m_catalogue == *loaded.catalogue);
     const bool isFirst = !std::exchange(m_isLoaded, true);
     if (isChange) {
         m_catalogue = loaded.catalogue;
         m_matcher = loaded.matcher;
     }
-    // Nobody watched what was read until now, and everybody asks again.
     if (isFirst)
-        m_outside.clear();
-    takeOutside(loaded);
+        m_outside->begin([this](const QString &path) { return m_catalogue->byPath(path) != nullptr; });
     follow(loaded.events);
     if (std::exchange(m_isOutdated, false))
         noteNews();
@@ -142,24 +128,6 @@ void DesktopEntries::take(const LoadedEntries &loaded)
         then();
     for (const Promise<bool> &promise : waiting)
         promise.resolve(true);
-}
-
-void DesktopEntries::takeOutside(const LoadedEntries &loaded)
-{
-    const QStringList known = m_outside.keys();
-    for (const QString &path : known) {
-        // Asked for while the others were read.
-        if (!loaded.outside.contains(path))
-            loaded.events->watchFile(path);
-    }
-    m_outside.insert(loaded.outside);
-    m_outside.removeIf([this](const auto &entry) { return m_catalogue->byPath(entry.key()) != nullptr; });
-}
-
-bool DesktopEntries::isNews(const OutsideEntries &entries) const
-{
-    return std::any_of(entries.keyBegin(), entries.keyEnd(),
-        [&](const QString &path) { return m_outside.contains(path) && m_outside.value(path) != entries.value(path); });
 }
 
 void DesktopEntries::follow(std::shared_ptr<FolderEvents> events)

@@ -7,6 +7,7 @@
 #include "platform/Clock.h"
 #include "platform/linux/apps/Background.h"
 #include "platform/linux/apps/EntryLoader.h"
+#include "platform/linux/apps/OutsideEntries.h"
 #include "support/Promise.h"
 
 #include <QSocketNotifier>
@@ -28,8 +29,8 @@ public:
 
     [[nodiscard]] QString applicationExtension() const override;
     /// Absent unless `path` is a regular file of at most 1 MiB with an entry of type Application, or stands for one.
-    /// A path that is in none of the folders for applications is read when it is first asked for, and from then on with
-    /// the others; so is any until the entries are read.
+    /// Nothing is known until the entries are read, so that no disk holds up the start. A path that is in none of the
+    /// folders for applications is read when it is first asked for after that.
     [[nodiscard]] std::optional<BundleInfo> info(const QString &path) const override;
     [[nodiscard]] std::optional<QString> locate(
         const QString &path, const std::optional<QString> &identifier) const override;
@@ -45,14 +46,10 @@ public:
     [[nodiscard]] const EntryPlaces &places() const { return m_places; }
 
 private:
-    [[nodiscard]] const std::optional<EntryRecord> &outside(const QString &path) const;
     [[nodiscard]] BundleInfo infoOf(const EntryRecord &record) const;
     [[nodiscard]] bool isCurrent() const { return m_isLoaded && !m_isLoading && !m_reload; }
     void load();
     void take(const LoadedEntries &loaded);
-    void takeOutside(const LoadedEntries &loaded);
-    /// Whether these say something else than what was told before.
-    [[nodiscard]] bool isNews(const OutsideEntries &entries) const;
     void follow(std::shared_ptr<FolderEvents> events);
     void noteNews();
 
@@ -60,7 +57,7 @@ private:
     EntryPlaces m_places;
     std::shared_ptr<const EntryCatalogue> m_catalogue;
     std::shared_ptr<const WindowMatcher> m_matcher;
-    mutable OutsideEntries m_outside;
+    std::unique_ptr<OutsideEntries> m_outside;
     bool m_isLoaded = false;
     bool m_isLoading = false;
     /// Something happened while the entries were being read.

@@ -139,13 +139,7 @@ void readChoices(const QString &path, MimeDefaults &defaults)
 
 } // namespace
 
-std::optional<EntryRecord> readOutside(const QString &path, const EntryPlaces &places)
-{
-    auto record = readEntry(path, entryId(QDir::cleanPath(path), places.folders));
-    return record && !record->hidden ? std::move(record) : std::nullopt;
-}
-
-LoadedEntries loadEntries(const EntryPlaces &places, const QStringList &outside, const std::atomic_bool &cancelled)
+LoadedEntries loadEntries(const EntryPlaces &places, const std::atomic_bool &cancelled)
 {
     auto events = std::make_shared<FolderEvents>();
     const Walk walk(places, *events, cancelled);
@@ -154,17 +148,9 @@ LoadedEntries loadEntries(const EntryPlaces &places, const QStringList &outside,
         events->watchFile(list);
         readChoices(list, defaults);
     }
-    OutsideEntries others;
-    for (const QString &path : outside) {
-        events->watchFile(path);
-        others.insert(path, readOutside(path, places));
-    }
     auto catalogue = std::make_shared<EntryCatalogue>(walk.records(), defaults, places.desktopNames);
     auto matcher = std::make_shared<WindowMatcher>(catalogue->records());
-    return {.catalogue = std::move(catalogue),
-        .matcher = std::move(matcher),
-        .outside = std::move(others),
-        .events = std::move(events)};
+    return {.catalogue = std::move(catalogue), .matcher = std::move(matcher), .events = std::move(events)};
 }
 
 } // namespace moorline

@@ -1,6 +1,7 @@
 #include "platform/linux/apps/LinuxWorkspace.h"
 
 #include "freedesktop/ForwardPlan.h"
+#include "freedesktop/TaskbarRule.h"
 #include "platform/linux/apps/AppStarter.h"
 #include "platform/linux/apps/DesktopEntries.h"
 #include "platform/linux/apps/PresentTime.h"
@@ -61,7 +62,9 @@ void LinuxWorkspace::activate(const RunningApplication &application)
     if (!member)
         return;
     const QList<WindowFacts> windows = taskbarWindows(member->application);
-    const auto plan = planForward(windows, m_running.lastActive(), m_context.clients.snapshot().currentDesktop);
+    const ClientSnapshot &snapshot = m_context.clients.snapshot();
+    const auto plan =
+        planForward(windows, m_running.lastActive(), transienceAmong(factsOf(snapshot)), snapshot.currentDesktop);
     if (!plan)
         return;
     const xcb_timestamp_t now = time();
