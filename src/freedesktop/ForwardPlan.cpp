@@ -1,5 +1,7 @@
 #include "freedesktop/ForwardPlan.h"
 
+#include "freedesktop/TaskbarRule.h"
+
 #include <algorithm>
 
 namespace moorline {
@@ -7,11 +9,13 @@ namespace moorline {
 namespace {
 
 /// The topmost where none was active yet.
-const WindowFacts &lastActiveOf(const QList<WindowFacts> &windows, const QList<XWindowId> &lastActive)
+const WindowFacts &lastActiveOf(const QList<WindowFacts> &windows, const QList<XWindowId> &lastActive,
+    const QHash<XWindowId, XWindowId> &transientFor)
 {
     for (const XWindowId active : lastActive) {
+        const QList<XWindowId> meant = QList<XWindowId>{active} + ownersOf(active, transientFor);
         const auto found = std::find_if(
-            windows.begin(), windows.end(), [&](const WindowFacts &window) { return window.window == active; });
+            windows.begin(), windows.end(), [&](const WindowFacts &window) { return meant.contains(window.window); });
         if (found != windows.end())
             return *found;
     }
@@ -20,8 +24,8 @@ const WindowFacts &lastActiveOf(const QList<WindowFacts> &windows, const QList<X
 
 } // namespace
 
-std::optional<ForwardPlan> planForward(
-    const QList<WindowFacts> &windows, const QList<XWindowId> &lastActive, const std::optional<quint32> &currentDesktop)
+std::optional<ForwardPlan> planForward(const QList<WindowFacts> &windows, const QList<XWindowId> &lastActive,
+    const QHash<XWindowId, XWindowId> &transientFor, const std::optional<quint32> &currentDesktop)
 {
     QList<WindowFacts> open = windows;
     open.removeIf([](const WindowFacts &window) { return window.isMinimised; });
@@ -29,7 +33,7 @@ std::optional<ForwardPlan> planForward(
     if (candidates.isEmpty())
         return std::nullopt;
 
-    const WindowFacts &main = lastActiveOf(candidates, lastActive);
+    const WindowFacts &main = lastActiveOf(candidates, lastActive, transientFor);
     ForwardPlan plan{.activated = main.window};
     if (main.desktop != currentDesktop)
         plan.desktop = main.desktop;

@@ -2,6 +2,7 @@
 
 #include "freedesktop/WindowFacts.h"
 
+#include <QHash>
 #include <QList>
 
 namespace moorline {
@@ -21,9 +22,11 @@ struct ForwardPlan {
 /// below it. Minimised ones stay so, unless all are: then only the last active of them returns.
 ///
 /// `windows` are those that a taskbar would show, from the bottom of the stack to its top; `lastActive` are those that
-/// were the active one, the last of them first. Absent where there is no window.
+/// were the active one, the last of them first: a dialog counts for the window that `transientFor` says it is a dialog
+/// of. Absent where there is no window.
 [[nodiscard]] std::optional<ForwardPlan> planForward(const QList<WindowFacts> &windows,
-    const QList<XWindowId> &lastActive, const std::optional<quint32> &currentDesktop);
+    const QList<XWindowId> &lastActive, const QHash<XWindowId, XWindowId> &transientFor,
+    const std::optional<quint32> &currentDesktop);
 
 /// What a window manager says of itself.
 struct ManagerFacts {

@@ -29,6 +29,7 @@ private Q_SLOTS:
     void withoutAWindowThereIsNothingToDo();
     void theLastActiveWindowIsActivated();
     void theTopmostIsActivatedWhereNoneWasActive();
+    void aDialogCountsForItsWindow();
     void itsDesktopIsSwitchedToFirst();
     void othersOnItsDesktopAreRaisedFromTheBottomUp();
     void othersElsewhereStayWhereTheyAre();
@@ -45,12 +46,12 @@ private Q_SLOTS:
 
 void ForwardPlanTest::withoutAWindowThereIsNothingToDo()
 {
-    QVERIFY(!planForward({}, {1}, 0));
+    QVERIFY(!planForward({}, {1}, {}, 0));
 }
 
 void ForwardPlanTest::theLastActiveWindowIsActivated()
 {
-    const auto plan = planForward({on(0, 1), on(0, 2), on(0, 3)}, {7, 2, 3, 1}, 0);
+    const auto plan = planForward({on(0, 1), on(0, 2), on(0, 3)}, {7, 2, 3, 1}, {}, 0);
     QVERIFY(plan);
     QCOMPARE(plan->activated, XWindowId(2));
     QVERIFY(!plan->desktop);
@@ -58,49 +59,56 @@ void ForwardPlanTest::theLastActiveWindowIsActivated()
 
 void ForwardPlanTest::theTopmostIsActivatedWhereNoneWasActive()
 {
-    QCOMPARE(planForward({on(0, 1), on(0, 2)}, {}, 0)->activated, XWindowId(2));
+    QCOMPARE(planForward({on(0, 1), on(0, 2)}, {}, {}, 0)->activated, XWindowId(2));
+}
+
+void ForwardPlanTest::aDialogCountsForItsWindow()
+{
+    const auto plan = planForward({on(0, 1), on(0, 2)}, {8, 1, 2}, {{8, 7}, {7, 2}}, 0);
+    QCOMPARE(plan->activated, XWindowId(2));
 }
 
 void ForwardPlanTest::itsDesktopIsSwitchedToFirst()
 {
-    QCOMPARE(*planForward({on(3, 1), on(0, 2)}, {1, 2}, 0), (ForwardPlan{.desktop = 3, .activated = 1}));
-    QCOMPARE(*planForward({on(3, 1)}, {}, std::nullopt), (ForwardPlan{.desktop = 3, .activated = 1}));
+    QCOMPARE(*planForward({on(3, 1), on(0, 2)}, {1, 2}, {}, 0), (ForwardPlan{.desktop = 3, .activated = 1}));
+    QCOMPARE(*planForward({on(3, 1)}, {}, {}, std::nullopt), (ForwardPlan{.desktop = 3, .activated = 1}));
 }
 
 void ForwardPlanTest::othersOnItsDesktopAreRaisedFromTheBottomUp()
 {
-    const auto plan = planForward({on(1, 4), on(1, 2), on(1, 9)}, {2, 9, 4}, 1);
+    const auto plan = planForward({on(1, 4), on(1, 2), on(1, 9)}, {2, 9, 4}, {}, 1);
     QCOMPARE(plan->raised, (Windows{4, 9}));
     QCOMPARE(plan->activated, XWindowId(2));
 }
 
 void ForwardPlanTest::othersElsewhereStayWhereTheyAre()
 {
-    QCOMPARE(planForward({on(0, 1), on(1, 2), on(2, 3)}, {2}, 2)->raised, Windows());
+    QCOMPARE(planForward({on(0, 1), on(1, 2), on(2, 3)}, {2}, {}, 2)->raised, Windows());
 }
 
 void ForwardPlanTest::windowsOnAllDesktopsNeedNoSwitch()
 {
     const WindowFacts everywhere{.window = 5};
-    QCOMPARE(*planForward({on(0, 1), on(1, 2), everywhere}, {5}, 1), (ForwardPlan{.raised = {2}, .activated = 5}));
-    QCOMPARE(planForward({everywhere, on(1, 2)}, {2}, 0)->raised, Windows{5});
+    QCOMPARE(*planForward({on(0, 1), on(1, 2), everywhere}, {5}, {}, 1), (ForwardPlan{.raised = {2}, .activated = 5}));
+    QCOMPARE(planForward({everywhere, on(1, 2)}, {2}, {}, 0)->raised, Windows{5});
 }
 
 void ForwardPlanTest::minimisedOnesStaySo()
 {
-    QCOMPARE(*planForward({minimised(0, 1), on(0, 2), minimised(0, 3)}, {1, 3, 2}, 0), (ForwardPlan{.activated = 2}));
+    QCOMPARE(
+        *planForward({minimised(0, 1), on(0, 2), minimised(0, 3)}, {1, 3, 2}, {}, 0), (ForwardPlan{.activated = 2}));
 }
 
 void ForwardPlanTest::whereAllAreMinimisedTheLastActiveReturns()
 {
-    QCOMPARE(*planForward({minimised(0, 1), minimised(1, 2), minimised(0, 3)}, {2, 1}, 0),
+    QCOMPARE(*planForward({minimised(0, 1), minimised(1, 2), minimised(0, 3)}, {2, 1}, {}, 0),
         (ForwardPlan{.desktop = 1, .activated = 2}));
 }
 
 void ForwardPlanTest::withoutDesktopsAllAreRaised()
 {
-    QCOMPARE(
-        *planForward({{.window = 1}, {.window = 2}}, {1}, std::nullopt), (ForwardPlan{.raised = {2}, .activated = 1}));
+    QCOMPARE(*planForward({{.window = 1}, {.window = 2}}, {1}, {}, std::nullopt),
+        (ForwardPlan{.raised = {2}, .activated = 1}));
 }
 
 void ForwardPlanTest::aWindowManagerThatRestacksIsAskedTo()
