@@ -227,9 +227,10 @@ void AppShortcutButton::dropRefused()
 
 bool AppShortcutButton::drop(const QMimeData &data)
 {
+    const QList<QUrl> files = loadDroppedFileURLs(data);
     // The launcher says why where it takes none.
-    m_context.launcher.open(loadDroppedFileURLs(data), m_shortcut);
-    return m_context.launcher.takesFiles(m_shortcut);
+    m_context.launcher.open(files, m_shortcut);
+    return !files.isEmpty() && m_context.launcher.takesFiles(m_shortcut);
 }
 
 QRectF AppShortcutButton::iconRect() const

@@ -149,7 +149,7 @@ std::optional<AppShortcut> DockImporter::shortcutAt(const Tile &tile) const
     if (!tile.url)
         return std::nullopt;
     if (!isGone(tile))
-        return m_context.launcher.makeShortcut(*tile.url);
+        return m_context.launcher.makeShortcut(QUrl::fromLocalFile(tile.url->path()));
     // Some systems know where it went.
     const auto moved = m_context.bundles.locate(tile.url->path(), std::nullopt);
     return moved ? m_context.launcher.makeShortcut(QUrl::fromLocalFile(*moved)) : std::nullopt;

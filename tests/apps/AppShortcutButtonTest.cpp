@@ -258,6 +258,19 @@ private Q_SLOTS:
         QCOMPARE(fixture.button->badge(), QString());
     }
 
+    void theBadgeIsThatOfTheNameItsApplicationHasNow()
+    {
+        Fixture fixture;
+        const QString now = QStringLiteral("org.example.notes2");
+        const AppShortcut renamed{QStringLiteral("/Applications/Notes 2.app"), now, QStringLiteral("Notes")};
+        fixture.install(renamed);
+        fixture.setBadges({{renamed.path, QStringLiteral("7")}});
+        QCOMPARE(fixture.button->badge(), QString());
+        fixture.platform.appBundles.places[*fixture.notes.bundleIdentifier] = renamed.path;
+        fixture.platform.appBundles.change();
+        QCOMPARE(fixture.button->badge(), QStringLiteral("7"));
+    }
+
     void badgesGoWhenTheyAreSwitchedOff()
     {
         Fixture fixture;

@@ -100,6 +100,13 @@ private Q_SLOTS:
         QVERIFY(import.store.settings().appShortcuts.isEmpty());
     }
 
+    void anAddressWithoutASchemeIsAPath()
+    {
+        Import import;
+        import.pin({tile("Post", "/Applications/Mail.app")});
+        QCOMPARE(import.read().shortcuts, QList<AppShortcut>{mail});
+    }
+
     void finderIsKnownByItsLabel_data()
     {
         QTest::addColumn<QVariantMap>("data");

@@ -65,6 +65,16 @@ private Q_SLOTS:
         QVERIFY(desk.workspace.openings.isEmpty());
     }
 
+    void whoMovedTakesFilesAsItIsWhereItIsNow()
+    {
+        NotesDesk desk;
+        const QString now = QStringLiteral("/Applications/Notes 2.app");
+        desk.bundles.bundles[now] = desk.bundles.bundles.value(notesPath);
+        desk.bundles.bundles[now].takesFiles = false;
+        desk.bundles.places[*notes.bundleIdentifier] = now;
+        QVERIFY(!desk.launcher.takesFiles(notes));
+    }
+
     void quittingAsksEveryInstance()
     {
         NotesDesk desk;

@@ -177,6 +177,19 @@ private Q_SLOTS:
         QCOMPARE(moorline::xfceLaunchers({}), QList<XfceLauncher>());
     }
 
+    void ofAnEndlessPanelTheRestIsNotLookedAt()
+    {
+        QByteArray channel("<channel name=\"xfce4-panel\" version=\"1.0\"><property name=\"plugins\" type=\"empty\">");
+        QByteArray order("<property name=\"panels\"><property name=\"panel-1\"><property name=\"plugin-ids\">");
+        for (int plugin = 1; plugin <= 1000; ++plugin) {
+            const QByteArray number = QByteArray::number(plugin);
+            channel += "<property name=\"plugin-" + number + "\" type=\"string\" value=\"launcher\"/>";
+            order += "<value type=\"int\" value=\"" + number + "\"/>";
+        }
+        channel += "</property>" + order + "</property></property></property></channel>";
+        QCOMPARE(moorline::xfceLaunchers(channel).size(), 257);
+    }
+
     void xfcesCopySaysWhatItWasMadeFrom()
     {
         QCOMPARE(moorline::xfcePin("[Desktop Entry]\nX-XFCE-Source=file:///usr/share/applications/pad.desktop\n",

@@ -238,6 +238,15 @@ private Q_SLOTS:
         QCOMPARE(located(entries, "/System/Applications/Weather.app"), pathOf(entries.weather()));
     }
 
+    void whatIsNotShownIsNoWeatherApplication()
+    {
+        EntryRecord hidden = record("usr", "meteo");
+        hidden.keywords = {QStringLiteral("Weather")};
+        QVERIFY(catalogue({hidden}).weather());
+        hidden.noDisplay = true;
+        QVERIFY(!catalogue({hidden}).weather());
+    }
+
     void aPinIsResolvedByItsIdBeforeItsPath()
     {
         const auto entries = catalogue({record("home", "pad"), record("usr", "pad"), record("usr", "mail")});
