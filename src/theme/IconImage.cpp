@@ -41,6 +41,9 @@ void IconImage::load()
     if (const auto known = m_cache.known(m_request)) {
         m_waiting.reset();
         m_image = *known;
+        // Not under the painting that asks.
+        if (m_image.isNull())
+            QMetaObject::invokeMethod(this, &IconImage::missing, Qt::QueuedConnection);
         return;
     }
     m_waiting = m_cache.load(m_request, [this](const QImage &icon) { take(icon); });
@@ -51,6 +54,8 @@ void IconImage::take(const QImage &icon)
     m_waiting.reset();
     m_image = icon;
     Q_EMIT changed();
+    if (m_image.isNull())
+        Q_EMIT missing();
 }
 
 } // namespace moorline

@@ -23,6 +23,8 @@ public:
 Q_SIGNALS:
     /// There is another picture to paint.
     void changed();
+    /// There is no such icon, as the last painting has shown.
+    void missing();
 
 private:
     void renew();

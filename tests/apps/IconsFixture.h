@@ -1,5 +1,6 @@
 #pragma once
 
+#include "MenuLines.h"
 #include "TrialItem.h"
 #include "apps/AppBadgeService.h"
 #include "apps/AppLauncher.h"
@@ -104,25 +105,5 @@ struct IconsFixture {
         .symbols = symbols,
         .holds = holds}};
 };
-
-[[nodiscard]] inline QStringList titles(const Menu &menu)
-{
-    QStringList lines;
-    for (const MenuItem &item : menu)
-        lines.append(item.isSeparator() ? QStringLiteral("-") : item.title);
-    return lines;
-}
-
-/// Chooses the line of that title. False when there is none that can be chosen.
-inline bool choose(const Menu &menu, const QString &title)
-{
-    for (const MenuItem &item : menu) {
-        if (item.title != title || !item.isEnabled())
-            continue;
-        item.action();
-        return true;
-    }
-    return false;
-}
 
 } // namespace moorline::test

@@ -1,5 +1,6 @@
 #include "ShortcutDrag.h"
 #include "harness/TestCase.h"
+#include "settings/Reordered.h"
 
 using namespace moorline;
 using namespace moorline::test;

@@ -1,4 +1,4 @@
-#include "files/DragOffWatcher.h"
+#include "chrome/DragOffWatcher.h"
 
 #include "platform/Pointer.h"
 
