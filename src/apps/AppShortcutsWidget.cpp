@@ -23,14 +23,6 @@ void AppShortcutsWidget::refresh()
     show(context().store.settings().appShortcuts);
 }
 
-QStringList AppShortcutsWidget::keptOrder() const
-{
-    QStringList ids;
-    for (const AppShortcut &shortcut : context().store.settings().appShortcuts)
-        ids.append(shortcut.id());
-    return ids;
-}
-
 void AppShortcutsWidget::keepOrder(const QStringList &ids)
 {
     context().store.change(

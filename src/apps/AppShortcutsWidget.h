@@ -11,7 +11,6 @@ public:
     explicit AppShortcutsWidget(AppShortcutButton::Context context, QGraphicsItem *parent = nullptr);
 
 protected:
-    [[nodiscard]] QStringList keptOrder() const override;
     void keepOrder(const QStringList &ids) override;
     void removed(const IconButton &button) override;
 

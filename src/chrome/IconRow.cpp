@@ -37,8 +37,10 @@ void IconRow::welcome(IconButton &button)
 {
     connect(&button, &QGraphicsObject::xChanged, this, &BarWidget::itemsMoved);
     connect(&button, &BarItem::draggedChanged, this, [this, carried = &button] {
-        if (carried->isDragged())
-            setCarried(carried);
+        if (!carried->isDragged())
+            return;
+        m_orderBefore = order();
+        setCarried(carried);
     });
     connect(&button, &IconButton::letGo, this, [this, carried = &button](bool isOff) { letGo(*carried, isOff); });
     connect(&button, &IconButton::carryingCancelled, this, &IconRow::restore);
@@ -77,11 +79,6 @@ void IconRow::setTail(const QList<IconButton *> &tail)
     layOut();
 }
 
-QStringList IconRow::keptOrder() const
-{
-    return {};
-}
-
 void IconRow::keepOrder(const QStringList &)
 {
 }
@@ -101,8 +98,18 @@ void IconRow::reorderMoved(const QString &, const QPointF &place)
     if (from < 0)
         return;
     const qsizetype to = placeNear(mapFromScene(place), from);
-    if (to != from)
-        move(from, to);
+    if (to == from)
+        return;
+    move(from, to);
+    keepOrder(order());
+}
+
+QStringList IconRow::order() const
+{
+    QStringList ids;
+    for (const IconButton *button : m_icons)
+        ids.append(button->id());
+    return ids;
 }
 
 void IconRow::setCarried(IconButton *carried)
@@ -116,26 +123,20 @@ void IconRow::letGo(const IconButton &button, bool isOff)
     if (m_carried == &button)
         setCarried(nullptr);
     if (isOff)
-        return removed(button);
-    QStringList ids;
-    for (const IconButton *one : std::as_const(m_icons))
-        ids.append(one->id());
-    keepOrder(ids);
+        removed(button);
 }
 
 void IconRow::restore()
 {
     setCarried(nullptr);
-    const QStringList ids = keptOrder();
     qsizetype to = 0;
-    for (qsizetype i = 0; i < ids.size(); ++i) {
-        const auto from = std::find_if(
-            m_icons.begin() + to, m_icons.end(), [&](const IconButton *one) { return one->id() == ids[i]; });
-        if (from == m_icons.end())
-            continue;
-        renew(**from, i);
-        move(from - m_icons.begin(), to++);
+    for (const QString &id : std::as_const(m_orderBefore)) {
+        const auto from =
+            std::find_if(m_icons.begin() + to, m_icons.end(), [&id](const IconButton *one) { return one->id() == id; });
+        if (from != m_icons.end())
+            move(from - m_icons.begin(), to++);
     }
+    keepOrder(order());
 }
 
 qreal IconRow::placeOf(qsizetype index) const

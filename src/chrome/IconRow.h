@@ -8,8 +8,8 @@
 namespace moorline {
 
 /// Icons side by side, each a button that stays the same object wherever it moves in the row. One that is carried over
-/// another takes its place at once; whoever keeps the order learns of it when it is let go. Behind those that have an
-/// order there may be others, which stay where they are.
+/// another takes its place at once, and whoever keeps the order learns of it at once as well. Behind those that have
+/// an order there may be others, which stay where they are.
 class IconRow : public BarWidget {
     Q_OBJECT
 public:
@@ -34,9 +34,7 @@ protected:
     [[nodiscard]] virtual IconButton *makeButton(qsizetype index) = 0;
     /// What is shown at `index` has the same id as what the button showed before.
     virtual void renew(IconButton &button, qsizetype index) = 0;
-    /// The ids in the order that counts.
-    [[nodiscard]] virtual QStringList keptOrder() const;
-    /// A button was let go at another place, or the same: this is the order now.
+    /// A button was carried to another place, or back to where it came from: this is the order now.
     virtual void keepOrder(const QStringList &ids);
     /// It was let go off the bar.
     virtual void removed(const IconButton &button);
@@ -50,8 +48,9 @@ private:
     void welcome(IconButton &button);
     void setCarried(IconButton *carried);
     void letGo(const IconButton &button, bool isOff);
-    /// Everything is where the order has it that counts.
+    /// Everything goes back to where it was before one was carried.
     void restore();
+    [[nodiscard]] QStringList order() const;
     /// Which place an icon that stands at `from` takes when it is carried here, in the row's coordinates: the nearest
     /// one beside them all, and between two icons the one that it comes by first. There is at least one icon.
     [[nodiscard]] qsizetype placeNear(const QPointF &point, qsizetype from) const;
@@ -65,6 +64,8 @@ private:
     QList<IconButton *> m_tail;
     /// The one that is carried; null while none is.
     QPointer<IconButton> m_carried;
+    /// Before it was, or the last one.
+    QStringList m_orderBefore;
 };
 
 } // namespace moorline

@@ -140,9 +140,8 @@ def test_an_icon_that_is_dragged_over_another_takes_its_place(screen, three, sca
     icons.lead_to(*icons.place(2))
     # The green and the blue one made room; the red one is carried, and faint where it belongs.
     wait_until(lambda: order_on_screen(icons)[:2] == [GREEN, BLUE], what="the others make room")
-    assert pinned(bar) == ["Red", "Green", "Blue"]
-    screen.release()
     wait_until(lambda: pinned(bar) == ["Green", "Blue", "Red"], what="the order is written")
+    screen.release()
     wait_until(lambda: order_on_screen(icons) == [GREEN, BLUE, RED], what="the icons are in order")
     assert not bar.popups()
 
@@ -174,6 +173,7 @@ def test_escape_puts_everything_back_wherever_the_button_is_let_go(screen, three
     icons.take(0)
     icons.lead_to(*icons.place(2))
     wait_until(lambda: order_on_screen(icons)[:2] == [GREEN, BLUE], what="the others make room")
+    wait_until(lambda: pinned(bar) == ["Green", "Blue", "Red"], what="the order is written")
     screen.type_key("Escape")
     wait_until(lambda: order_on_screen(icons) == [RED, GREEN, BLUE], what="everything is where it was")
     if off_the_bar:
