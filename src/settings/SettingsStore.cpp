@@ -2,6 +2,7 @@
 
 #include "platform/Directories.h"
 #include "platform/Files.h"
+#include "support/FileUrls.h"
 
 #include <QFileInfo>
 #include <algorithm>
@@ -88,13 +89,16 @@ void SettingsStore::pin(const QList<QUrl> &urls)
 void SettingsStore::pinOne(Settings &settings, const QUrl &url) const
 {
     // The URL of a folder may end in a slash, its path does not.
-    const QString path = url.adjusted(QUrl::StripTrailingSlash).toLocalFile();
+    const auto path = pathText(url.adjusted(QUrl::StripTrailingSlash));
+    // The settings are text. Any other name would be another file's there.
+    if (!path)
+        return;
     const auto shortcut =
-        QFileInfo(path).suffix() == m_context.applicationExtension ? m_context.makeShortcut(url) : std::nullopt;
+        QFileInfo(*path).suffix() == m_context.applicationExtension ? m_context.makeShortcut(url) : std::nullopt;
     if (shortcut)
         add(settings.appShortcuts, *shortcut);
     else
-        add(settings.pinnedItems, PinnedItem{path, m_context.files.displayName(path)});
+        add(settings.pinnedItems, PinnedItem{*path, m_context.files.displayName(*path)});
 }
 
 } // namespace moorline

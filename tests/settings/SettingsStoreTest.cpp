@@ -222,6 +222,12 @@ private Q_SLOTS:
         QCOMPARE(m_changes->count(), 0);
     }
 
+    void aNameThatIsNoTextIsNotPinnedAndItsNeighboursAre()
+    {
+        m_store->pin({file("/home/a"), QUrl::fromEncoded("file:///home/b%FF"), file("/home/c")});
+        QCOMPARE(m_store->settings().pinnedItems, (QList{pinned("/home/a", "a"), pinned("/home/c", "c")}));
+    }
+
     void extensionOfApplicationsIsTheSystems()
     {
         auto context = m_ground->context(m_clock);
