@@ -26,6 +26,7 @@
 #include "platform/SystemDockControl.h"
 #include "platform/SystemFont.h"
 #include "platform/SystemSettings.h"
+#include "platform/TrashBin.h"
 #include "platform/UserDefaults.h"
 #include "platform/WindowServer.h"
 #include "platform/Workspace.h"
@@ -54,11 +55,12 @@ struct Platform {
     Port<Power> power;
     Port<StatusBar> statusBar;
     Port<Preferences> preferences;
-    /// These three may be absent: the body has implementations of its own, made of scripts, processes and what the
+    /// These may be absent: the body has implementations of its own, made of scripts, processes and what the
     /// system's dock tells to assistive programs.
     std::unique_ptr<SystemDockControl> systemDockControl = nullptr;
     std::unique_ptr<FileManager> fileManager = nullptr;
     std::unique_ptr<BadgeSource> badgeSource = nullptr;
+    std::unique_ptr<TrashBin> trashBin = nullptr;
     Port<Accessibility> accessibility;
     Port<SystemSettings> systemSettings;
     Port<InstanceClaim> instanceClaim;

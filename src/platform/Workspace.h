@@ -64,6 +64,9 @@ public:
     /// Starts the application at a path and brings it to the front, with these files where there are any. `opened` may
     /// be empty.
     virtual void open(const QString &applicationPath, const QList<QUrl> &files, Opened opened) = 0;
+    /// Opens a file or folder with its default application, which goes by what kind of file it is: a program is not
+    /// run, unless that is what the system does with an application. Nothing happens where that cannot be.
+    virtual void openFile(const QUrl &file) = 0;
     /// Opens a web address with the user's browser.
     virtual void openAddress(const QUrl &address) = 0;
     /// Shows files in the file manager, selected, and brings it to the front.

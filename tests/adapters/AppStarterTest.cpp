@@ -3,17 +3,22 @@
 #include "fakes/FakeClock.h"
 #include "harness/TestCase.h"
 #include "platform/linux/apps/DesktopEntries.h"
+#include "platform/linux/apps/FileOpener.h"
 #include "platform/linux/apps/StarterWorkspace.h"
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/x11/StartupMessages.h"
 #include "platform/linux/x11/XConnection.h"
+#include "support/FileUrls.h"
 
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace moorline::test {
 
@@ -485,8 +490,60 @@ private Q_SLOTS:
     {
         writeFileManager();
         start();
-        m_starter->showFolder(text("/a b/100%"), nullptr);
+        m_starter->showFolder(QUrl::fromLocalFile(text("/a b/100%")), nullptr);
         QCOMPARE(onlyRecord().arguments, QList<QByteArray>{"/a b/100%"});
+    }
+
+    void aFileIsOpenedByTheApplicationForItsKind_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("text") << QByteArray("a b.txt") << QByteArray("words");
+        QTest::newRow("a name that is no text") << QByteArray("caf\xe9.txt") << QByteArray("words");
+        // What is read there is not run.
+        QTest::newRow("a desktop entry") << QByteArray(
+            "pad.desktop") << QByteArray("[Desktop Entry]\nType=Application\nName=Pad\nExec=recorder run\n");
+        QTest::newRow("a script") << QByteArray("run.sh") << QByteArray("#!/bin/sh\nrecorder run\n");
+    }
+
+    void aFileIsOpenedByTheApplicationForItsKind()
+    {
+        QFETCH(QByteArray, name);
+        QFETCH(QByteArray, content);
+        writeEntry("editor", "MimeType=text/plain;\nExec=recorder edit %F");
+        writeEntry("viewer", "MimeType=image/png;application/octet-stream;\nExec=recorder view %F");
+        start();
+        const QByteArray path = writeFile(name, content);
+        FileOpener opener(*m_entries, *m_starter, m_clock);
+        opener.open(fileUrl(path));
+        QCOMPARE(onlyRecord().arguments, (QList<QByteArray>{"edit", path}));
+    }
+
+    void aFolderIsOpenedByTheFileManager()
+    {
+        writeFileManager();
+        start();
+        FileOpener opener(*m_entries, *m_starter, m_clock);
+        opener.open(QUrl::fromLocalFile(m_disk->path(text("bin"))));
+        QCOMPARE(onlyRecord().arguments, QList<QByteArray>{QFile::encodeName(m_disk->path(text("bin")))});
+    }
+
+    void whatNobodyOpensStaysClosed()
+    {
+        writeEntry("viewer", "MimeType=application/octet-stream;\nExec=recorder view %F");
+        start();
+        FileOpener opener(*m_entries, *m_starter, m_clock);
+        const QByteArray program = writeFile("tool",
+            QByteArray("\x7f"
+                       "ELF\x02\x01\x01",
+                7)
+                + QByteArray(57, '\0'));
+        QVERIFY(!fileTypes(program).isEmpty());
+        opener.open(fileUrl(program));
+        opener.open(QUrl(text("file:///nowhere")));
+        QVERIFY(fileTypes("/nowhere").isEmpty());
+        QTest::qWait(200);
+        QVERIFY(records().isEmpty());
     }
 
     void aFileManagerThatDoesNotStartSaysWhy()
@@ -495,7 +552,7 @@ private Q_SLOTS:
         showFolder();
         QTRY_COMPARE(m_answers.size(), 1);
         QVERIFY(error() && !error()->isEmpty());
-        const StarterWorkspace workspace(*m_entries, *m_starter);
+        const StarterWorkspace workspace(*m_entries, *m_starter, m_clock);
         QCOMPARE(workspace.applicationPath(text("com.apple.finder")), std::optional(m_disk->own(text("files"))));
     }
 
@@ -546,6 +603,18 @@ private:
         return m_disk->writeEntry(m_disk->own(text(id)), "Name=" + QByteArray(id) + '\n' + lines);
     }
 
+    /// A file that may be run, by the bytes of its name. Its path.
+    QByteArray writeFile(const QByteArray &name, const QByteArray &content) const
+    {
+        const QByteArray path = QFile::encodeName(m_disk->path(text("files/")));
+        QDir().mkpath(m_disk->path(text("files")));
+        const int file = ::open((path + name).constData(), O_CREAT | O_WRONLY | O_CLOEXEC, S_IRWXU);
+        if (file < 0 || ::write(file, content.constData(), size_t(content.size())) != content.size())
+            qFatal("cannot write %s", name.constData());
+        ::close(file);
+        return path + name;
+    }
+
     void writeFileManager() const
     {
         writeEntry("files", "MimeType=inode/directory;\nCategories=FileManager;\nExec=recorder %U");
@@ -581,7 +650,8 @@ private:
     void showFolder()
     {
         start();
-        m_starter->showFolder(text("/a"), [this](const std::optional<QString> &error) { m_answers.append({error}); });
+        m_starter->showFolder(QUrl::fromLocalFile(text("/a")),
+            [this](const std::optional<QString> &error) { m_answers.append({error}); });
     }
 
     [[nodiscard]] std::optional<QString> error() const

@@ -2,6 +2,9 @@
 
 #include "IconsOnDisk.h"
 #include "harness/TestCase.h"
+#include "platform/linux/icons/FileKinds.h"
+
+#include <QFile>
 
 namespace moorline::test {
 
@@ -114,10 +117,10 @@ private Q_SLOTS:
     void aFileWithoutAnIconHasThatOfAnyFile()
     {
         const QString gone = m_disk->path(QStringLiteral("gone.txt"));
-        QVERIFY(m_finder->picture({IconKind::file, gone, 22, 1}).isNull());
+        QVERIFY(ofFile(gone).isNull());
         writeIcon(48, QStringLiteral("text-x-generic"), red);
         QVERIFY(m_finder->folders().refresh());
-        QCOMPARE(middle(m_finder->picture({IconKind::file, gone, 22, 1})), red);
+        QCOMPARE(middle(ofFile(gone)), red);
     }
 
     void aFileHasTheIconOfItsType()
@@ -125,8 +128,8 @@ private Q_SLOTS:
         writeIcon(48, QStringLiteral("text-x-generic"), red);
         writeIcon(48, QStringLiteral("folder"), blue);
         const QString text = m_disk->write(QStringLiteral("notes.txt"), "notes");
-        QCOMPARE(middle(m_finder->picture({IconKind::file, text, 22, 1})), red);
-        QCOMPARE(middle(m_finder->picture({IconKind::file, m_disk->path({}), 22, 1})), blue);
+        QCOMPARE(middle(ofFile(text)), red);
+        QCOMPARE(middle(ofFile(m_disk->path({}))), blue);
     }
 
     void aSpecialTypeComesBeforeAGeneralOne()
@@ -134,7 +137,7 @@ private Q_SLOTS:
         writeIcon(48, QStringLiteral("text-x-generic"), red);
         writeIcon(48, QStringLiteral("text-plain"), blue);
         const QString text = m_disk->write(QStringLiteral("notes.txt"), "notes");
-        QCOMPARE(middle(m_finder->picture({IconKind::file, text, 22, 1})), blue);
+        QCOMPARE(middle(ofFile(text)), blue);
     }
 
     void iconsOfOneColourAreGivenOnlyToWhoAsks()
@@ -142,7 +145,7 @@ private Q_SLOTS:
         for (const char *name : {"text-plain-symbolic", "text-x-generic-symbolic", "folder-symbolic"})
             writeIcon(48, QString::fromLatin1(name), red);
         const QString text = m_disk->write(QStringLiteral("notes.txt"), "notes");
-        QVERIFY(m_finder->picture({IconKind::file, text, 22, 1}).isNull());
+        QVERIFY(ofFile(text).isNull());
         QVERIFY(m_finder->picture({IconKind::named, QStringLiteral("folder"), 22, 1}).isNull());
         QCOMPARE(middle(m_finder->picture({IconKind::named, QStringLiteral("folder-symbolic"), 22, 1})), red);
     }
@@ -173,6 +176,11 @@ private:
     void writeIcon(int size, const QString &name, const QColor &color) const
     {
         m_disk->writePng(QStringLiteral("system/Own/%1x%1/apps/%2.png").arg(size).arg(name), color, {size, size});
+    }
+
+    [[nodiscard]] QImage ofFile(const QString &path) const
+    {
+        return m_finder->picture({IconKind::file, path, 22, 1}, iconNamesOfFile(QFile::encodeName(path)));
     }
 
     std::unique_ptr<IconsOnDisk> m_disk;

@@ -1,9 +1,9 @@
 #include "platform/linux/apps/LaunchScopes.h"
 #include "fakes/FakeClock.h"
 #include "harness/TestCase.h"
-#include "platform/linux/apps/Background.h"
 #include "platform/linux/apps/EntryLaunch.h"
 #include "platform/linux/bus/Bus.h"
+#include "platform/qt/Background.h"
 
 #include <QDBusMessage>
 #include <QDBusObjectPath>

@@ -47,6 +47,7 @@ public:
     {
         openings.append({applicationPath, files, std::move(opened)});
     }
+    void openFile(const QUrl &file) override { openedFiles.append(file); }
     void openAddress(const QUrl &address) override { addresses.append(address); }
     void reveal(const QList<QUrl> &files) override { revealed.append(files); }
     void showFolder(const QString &path, Opened opened) override
@@ -90,6 +91,7 @@ public:
     QList<RunningApplication> activated;
     QList<RunningApplication> terminated;
     QList<Opening> openings;
+    QList<QUrl> openedFiles;
     QList<QUrl> addresses;
     QList<QList<QUrl>> revealed;
     QStringList folders;

@@ -2,9 +2,11 @@
 
 #include "platform/FileWatch.h"
 #include "platform/Files.h"
+#include "platform/TrashBin.h"
 
 #include <QHash>
 #include <QSet>
+#include <QUrl>
 
 namespace moorline::test {
 
@@ -19,8 +21,65 @@ public:
     /// Every file is there but these.
     [[nodiscard]] bool exists(const QString &path) const override { return !missing.contains(path); }
 
+    void list(const QString &folder, Choose choose, Listed listed) override
+    {
+        listings.append({folder, std::move(choose), std::move(listed)});
+    }
+    void moveToTrash(const QUrl &file, Trashed trashed) override { trashings.append({file, std::move(trashed)}); }
+
+    /// Answers the listing that was asked for first; absent: the folder cannot be read. False when none was.
+    bool answer(const std::optional<QList<FolderEntry>> &found)
+    {
+        if (listings.isEmpty())
+            return false;
+        const Listing first = listings.takeFirst();
+        first.listed(found ? std::optional(first.choose(*found)) : std::nullopt);
+        return true;
+    }
+    /// The same of what was thrown away first.
+    bool finishTrashing(bool succeeds)
+    {
+        if (trashings.isEmpty())
+            return false;
+        trashings.takeFirst().trashed(succeeds);
+        return true;
+    }
+
+    struct Listing {
+        QString folder;
+        Choose choose;
+        Listed listed;
+    };
+    struct Trashing {
+        QUrl file;
+        Trashed trashed;
+    };
+    /// What is under way.
+    QList<Listing> listings;
+    QList<Trashing> trashings;
+
     QHash<QString, QString> names;
     QSet<QString> missing;
+};
+
+/// Answers when told to.
+class FakeTrashBin final : public TrashBin {
+public:
+    void look(Looked looked) override { looks.append(std::move(looked)); }
+    void open() override { ++timesOpened; }
+
+    /// Answers the look that began first. False when there is none.
+    bool answer(bool isFull)
+    {
+        if (looks.isEmpty())
+            return false;
+        looks.takeFirst()(isFull);
+        return true;
+    }
+
+    /// What is under way.
+    QList<Looked> looks;
+    int timesOpened = 0;
 };
 
 /// Sees nothing until it is told.

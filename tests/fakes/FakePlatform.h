@@ -51,6 +51,7 @@ public:
         .systemDockControl = std::make_unique<FakeSystemDockControl>(),
         .fileManager = std::make_unique<FakeFileManager>(),
         .badgeSource = std::make_unique<FakeBadgeSource>(),
+        .trashBin = std::make_unique<FakeTrashBin>(),
         .accessibility = makePort<FakeAccessibility>(),
         .systemSettings = makePort<FakeSystemSettings>(),
         .instanceClaim = makePort<FakeInstanceClaim>(),
@@ -81,6 +82,7 @@ public:
     FakeSystemDockControl &systemDockControl = fakeOf<FakeSystemDockControl>(ports.systemDockControl);
     FakeFileManager &fileManager = fakeOf<FakeFileManager>(ports.fileManager);
     FakeBadgeSource &badgeSource = fakeOf<FakeBadgeSource>(ports.badgeSource);
+    FakeTrashBin &trashBin = fakeOf<FakeTrashBin>(ports.trashBin);
     FakeAccessibility &accessibility = fakeOf<FakeAccessibility>(ports.accessibility);
     FakeSystemSettings &systemSettings = fakeOf<FakeSystemSettings>(ports.systemSettings);
     FakeInstanceClaim &instanceClaim = fakeOf<FakeInstanceClaim>(ports.instanceClaim);

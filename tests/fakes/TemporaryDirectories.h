@@ -10,6 +10,12 @@ namespace moorline::test {
 class TemporaryDirectories final : public Directories {
 public:
     [[nodiscard]] QString applicationSupport() const override { return m_root.path(); }
+    [[nodiscard]] QString downloads() const override { return downloadsPath; }
+    [[nodiscard]] QString trash() const override { return trashPath; }
+
+    /// Not there.
+    QString downloadsPath = QStringLiteral("/home/me/Downloads");
+    QString trashPath = QStringLiteral("/home/me/.Trash");
 
 private:
     QTemporaryDir m_root;
@@ -23,6 +29,8 @@ public:
     {
     }
     [[nodiscard]] QString applicationSupport() const override { return m_path; }
+    [[nodiscard]] QString downloads() const override { return {}; }
+    [[nodiscard]] QString trash() const override { return {}; }
 
 private:
     QString m_path;

@@ -5,6 +5,7 @@
 #include "platform/linux/apps/DesktopEntries.h"
 #include "platform/linux/apps/LauncherEntrySource.h"
 #include "platform/linux/apps/LinuxFileManager.h"
+#include "platform/linux/apps/LinuxTrashBin.h"
 #include "platform/linux/apps/LinuxWorkspace.h"
 #include "platform/linux/apps/PresentTime.h"
 #include "platform/linux/apps/StarterWorkspace.h"
@@ -242,7 +243,7 @@ Port<Workspace> makeWorkspace(Foundation &foundation, DesktopEntries &entries, C
 {
     X11Desktop *desktop = foundation.desktop.get();
     if (!desktop)
-        return makePort<StarterWorkspace>(entries, *foundation.starter);
+        return makePort<StarterWorkspace>(entries, *foundation.starter, clock);
     return makePort<LinuxWorkspace>(LinuxWorkspace::Context{.connection = *desktop->connection,
         .clients = desktop->clients,
         .entries = entries,
@@ -312,6 +313,11 @@ Platform createPlatform(const Preparation &preparation)
         .systemDockControl = std::make_unique<DesktopDockControl>(foundation->docks),
         .fileManager = std::make_unique<LinuxFileManager>(workspace, QDir::homePath()),
         .badgeSource = std::make_unique<LauncherEntrySource>(foundation->sessionBus.bus, *ownedEntries, clock),
+        .trashBin = std::make_unique<LinuxTrashBin>(LinuxTrashBin::Context{.clock = clock,
+            .starter = *foundation->starter,
+            .count = countOfTrash,
+            .volumes = mountedVolumes,
+            .homeTrash = homeTrashPath()}),
         .accessibility = makePort<NullAccessibility>(),
         .systemSettings = makePort<DesktopSettings>(foundation->docks,
             [starter = foundation->starter.get()](

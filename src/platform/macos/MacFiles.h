@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Files.h"
+#include "platform/qt/Background.h"
 
 namespace moorline {
 
@@ -8,6 +9,14 @@ class MacFiles final : public Files {
 public:
     [[nodiscard]] QString displayName(const QString &path) const override;
     [[nodiscard]] bool exists(const QString &path) const override;
+    /// The system asks the user whether the program may read the folder, where it has not yet.
+    void list(const QString &folder, Choose choose, Listed listed) override;
+    void moveToTrash(const QUrl &file, Trashed trashed) override;
+
+private:
+    // A folder that takes long keeps nobody from the trash.
+    Background m_reading;
+    Background m_trashing;
 };
 
 } // namespace moorline

@@ -23,6 +23,7 @@ public:
     void activate(const RunningApplication &application) override;
     void terminate(const RunningApplication &application) override;
     void open(const QString &applicationPath, const QList<QUrl> &files, Opened opened) override;
+    void openFile(const QUrl &file) override;
     void openAddress(const QUrl &address) override;
     void reveal(const QList<QUrl> &files) override;
     void showFolder(const QString &path, Opened opened) override;

@@ -119,6 +119,12 @@ void MacWorkspace::open(const QString &applicationPath, const QList<QUrl> &files
     }
 }
 
+void MacWorkspace::openFile(const QUrl &file)
+{
+    if (NSURL *url = toNSURL(file))
+        [NSWorkspace.sharedWorkspace openURL:url];
+}
+
 void MacWorkspace::openAddress(const QUrl &address)
 {
     if (NSURL *url = toNSURL(address))

@@ -138,9 +138,8 @@ void AppStarter::reveal(const QList<QUrl> &files)
         askFileManager(QStringLiteral("ShowItems"), files, foldersOf(files), nullptr);
 }
 
-void AppStarter::showFolder(const QString &path, Opened opened)
+void AppStarter::showFolder(const QUrl &folder, Opened opened)
 {
-    const QUrl folder = QUrl::fromLocalFile(path);
     m_entries.whenLoaded([alive = QPointer<AppStarter>(this), folder, opened = std::move(opened)] {
         if (!alive)
             return;

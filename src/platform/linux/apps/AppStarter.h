@@ -1,9 +1,9 @@
 #pragma once
 
 #include "freedesktop/EntryRecord.h"
-#include "platform/linux/apps/Background.h"
 #include "platform/linux/apps/ChildProcesses.h"
 #include "platform/linux/apps/LaunchScopes.h"
+#include "platform/qt/Background.h"
 
 #include <QCoroTask>
 #include <QHash>
@@ -45,7 +45,7 @@ public:
     /// Has the file manager show the files selected, or else the folders they are in.
     void reveal(const QList<QUrl> &files);
     /// In a window of the file manager. `opened` may be empty.
-    void showFolder(const QString &path, Opened opened);
+    void showFolder(const QUrl &folder, Opened opened);
     /// A program that has no entry, by its name in PATH or its path.
     void startProgram(const QString &program, const QStringList &arguments);
 

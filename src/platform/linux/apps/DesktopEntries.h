@@ -5,9 +5,9 @@
 #include "freedesktop/WindowMatcher.h"
 #include "platform/AppBundles.h"
 #include "platform/Clock.h"
-#include "platform/linux/apps/Background.h"
 #include "platform/linux/apps/EntryLoader.h"
 #include "platform/linux/apps/OutsideEntries.h"
+#include "platform/qt/Background.h"
 #include "support/Promise.h"
 
 #include <QSocketNotifier>

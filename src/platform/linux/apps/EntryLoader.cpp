@@ -1,6 +1,7 @@
 #include "platform/linux/apps/EntryLoader.h"
 
 #include "platform/linux/apps/EntryReader.h"
+#include "platform/linux/desktop/DesktopEntryFile.h"
 #include "platform/linux/glib/GObjectPointer.h"
 #include "support/RegularFile.h"
 
@@ -121,7 +122,7 @@ QStringList texts(GKeyFile *file, const char *group, const QString &key)
     return texts;
 }
 
-void readChoices(const QString &path, MimeDefaults &defaults)
+void readChoices(const QString &path, const QStringList &types, MimeDefaults &defaults)
 {
     const auto content = regularFileContent(path, largestList);
     const GLibPointer<GKeyFile> file(g_key_file_new());
@@ -129,7 +130,7 @@ void readChoices(const QString &path, MimeDefaults &defaults)
         || !g_key_file_load_from_data(
             file.get(), content->constData(), static_cast<gsize>(content->size()), G_KEY_FILE_NONE, nullptr))
         return;
-    for (const QString &type : askedMimeTypes()) {
+    for (const QString &type : types) {
         defaults.append(type,
             {.defaults = texts(file.get(), "Default Applications", type),
                 .added = texts(file.get(), "Added Associations", type),
@@ -139,6 +140,23 @@ void readChoices(const QString &path, MimeDefaults &defaults)
 
 } // namespace
 
+std::optional<QString> handlerPath(const QStringList &types, QList<EntryRecord> known, const EntryPlaces &places)
+{
+    for (EntryRecord &record : known) {
+        const auto file = DesktopEntryFile::open(record.path);
+        record.mimeTypes = file ? file->texts(G_KEY_FILE_DESKTOP_KEY_MIME_TYPE) : QStringList();
+    }
+    MimeDefaults defaults;
+    for (const QString &list : places.mimeLists)
+        readChoices(list, types, defaults);
+    const EntryCatalogue catalogue(known, defaults, places.desktopNames);
+    for (const QString &type : types) {
+        if (const EntryRecord *handler = catalogue.handler(type))
+            return handler->path;
+    }
+    return std::nullopt;
+}
+
 LoadedEntries loadEntries(const EntryPlaces &places, const std::atomic_bool &cancelled)
 {
     auto events = std::make_shared<FolderEvents>();
@@ -146,7 +164,7 @@ LoadedEntries loadEntries(const EntryPlaces &places, const std::atomic_bool &can
     MimeDefaults defaults;
     for (const QString &list : places.mimeLists) {
         events->watchFile(list);
-        readChoices(list, defaults);
+        readChoices(list, askedMimeTypes(), defaults);
     }
     auto catalogue = std::make_shared<EntryCatalogue>(walk.records(), defaults, places.desktopNames);
     auto matcher = std::make_shared<WindowMatcher>(catalogue->records());

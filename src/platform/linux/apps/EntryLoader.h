@@ -23,4 +23,9 @@ struct LoadedEntries {
 /// end early, with less, once `cancelled`.
 [[nodiscard]] LoadedEntries loadEntries(const EntryPlaces &places, const std::atomic_bool &cancelled);
 
+/// Where the application is that opens files of one of these types, the first that any opens. Absent where none does.
+/// `known` are the entries that count, whose files are read for what they say of the types. May be asked on any thread.
+[[nodiscard]] std::optional<QString> handlerPath(
+    const QStringList &types, QList<EntryRecord> known, const EntryPlaces &places);
+
 } // namespace moorline

@@ -41,7 +41,7 @@ bool isOneNew(const Applications &before, const Applications &now)
 } // namespace
 
 LinuxWorkspace::LinuxWorkspace(const Context &context)
-    : StarterWorkspace(context.entries, context.starter)
+    : StarterWorkspace(context.entries, context.starter, context.clock)
     , m_context(context)
     , m_requests(context.connection)
     , m_running(context.clients, context.entries, context.clock)

@@ -3,7 +3,7 @@
 #include "freedesktop/EntryPlaces.h"
 #include "freedesktop/EntryRecord.h"
 #include "platform/Clock.h"
-#include "platform/linux/apps/Background.h"
+#include "platform/qt/Background.h"
 #include "platform/linux/apps/FolderEvents.h"
 
 #include <QHash>

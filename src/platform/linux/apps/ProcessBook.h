@@ -1,7 +1,7 @@
 #pragma once
 
 #include "freedesktop/WindowFacts.h"
-#include "platform/linux/apps/Background.h"
+#include "platform/qt/Background.h"
 
 #include <QHash>
 #include <QObject>

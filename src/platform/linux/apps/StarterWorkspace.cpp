@@ -5,9 +5,10 @@
 
 namespace moorline {
 
-StarterWorkspace::StarterWorkspace(DesktopEntries &entries, AppStarter &starter)
+StarterWorkspace::StarterWorkspace(DesktopEntries &entries, AppStarter &starter, Clock &clock)
     : m_entries(entries)
     , m_starter(starter)
+    , m_opener(entries, starter, clock)
 {
     connect(&starter, &AppStarter::ended, this, &Workspace::launchEnded);
 }
@@ -22,6 +23,11 @@ void StarterWorkspace::open(const QString &applicationPath, const QList<QUrl> &f
     m_starter.open(applicationPath, files, std::move(opened));
 }
 
+void StarterWorkspace::openFile(const QUrl &file)
+{
+    m_opener.open(file);
+}
+
 void StarterWorkspace::openAddress(const QUrl &address)
 {
     m_starter.openAddress(address);
@@ -34,7 +40,7 @@ void StarterWorkspace::reveal(const QList<QUrl> &files)
 
 void StarterWorkspace::showFolder(const QString &path, Opened opened)
 {
-    m_starter.showFolder(path, std::move(opened));
+    m_starter.showFolder(QUrl::fromLocalFile(path), std::move(opened));
 }
 
 } // namespace moorline

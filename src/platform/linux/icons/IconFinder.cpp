@@ -1,11 +1,9 @@
 #include "platform/linux/icons/IconFinder.h"
 
 #include "platform/linux/desktop/DesktopEntryFile.h"
-#include "platform/linux/glib/GObjectPointer.h"
 #include "platform/linux/icons/IconPicture.h"
 
 #include <QDir>
-#include <QFile>
 #include <QtMath>
 
 namespace moorline {
@@ -32,27 +30,6 @@ QString themeName(const QString &name)
     return name;
 }
 
-GObjectPointer<GIcon> iconOfFile(const QString &path)
-{
-    const GObjectPointer<GFile> file(g_file_new_for_path(QFile::encodeName(path).constData()));
-    const GObjectPointer<GFileInfo> info(
-        g_file_query_info(file.get(), G_FILE_ATTRIBUTE_STANDARD_ICON, G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
-    GIcon *icon = info ? g_file_info_get_icon(info.get()) : nullptr;
-    return GObjectPointer<GIcon>(icon ? G_ICON(g_object_ref(icon)) : nullptr);
-}
-
-/// From the most to the least special. Those for a single colour are left out: nobody asked for them.
-QStringList colouredNames(GIcon *icon)
-{
-    QStringList names;
-    if (!G_IS_THEMED_ICON(icon))
-        return names;
-    for (const gchar *const *name = g_themed_icon_get_names(G_THEMED_ICON(icon)); name && *name; ++name)
-        names.append(QString::fromUtf8(*name));
-    names.removeIf([](const QString &name) { return name.endsWith(QLatin1StringView("-symbolic")); });
-    return names;
-}
-
 } // namespace
 
 struct IconFinder::Extent {
@@ -67,7 +44,7 @@ IconFinder::IconFinder(QStringList bases)
 {
 }
 
-QImage IconFinder::picture(const IconRequest &request)
+QImage IconFinder::picture(const IconRequest &request, const QStringList &fileIcons)
 {
     if (!(request.size > 0 && request.size <= 1024 && request.scale > 0 && request.scale <= 16))
         return {};
@@ -79,7 +56,7 @@ QImage IconFinder::picture(const IconRequest &request)
         image = ofApplication(request.subject, extent);
         break;
     case IconKind::file:
-        image = ofFile(request.subject, extent);
+        image = firstOf(fileIcons + anyFile, extent);
         break;
     case IconKind::named:
         image = named(themeName(request.subject), extent);
@@ -95,12 +72,6 @@ QImage IconFinder::ofApplication(const QString &path, const Extent &extent)
     const QString icon = entry ? entry->localisedText(G_KEY_FILE_DESKTOP_KEY_ICON).value_or(QString()) : QString();
     const QImage own = QDir::isAbsolutePath(icon) ? iconPicture(icon, extent.side) : named(icon, extent);
     return own.isNull() ? firstOf(anyApplication, extent) : own;
-}
-
-QImage IconFinder::ofFile(const QString &path, const Extent &extent)
-{
-    const auto icon = iconOfFile(path);
-    return firstOf((icon ? colouredNames(icon.get()) : QStringList()) + anyFile, extent);
 }
 
 QImage IconFinder::firstOf(const QStringList &names, const Extent &extent)

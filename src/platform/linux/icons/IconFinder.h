@@ -11,14 +11,14 @@ public:
     explicit IconFinder(QStringList bases = IconThemeFolders::standardBases());
 
     [[nodiscard]] IconThemeFolders &folders() { return m_folders; }
-    /// An application or a file without an icon of its own has that of its kind, where the theme has any.
-    [[nodiscard]] QImage picture(const IconRequest &request);
+    /// An application or a file without an icon of its own has that of its kind, where the theme has any. Of a file,
+    /// `fileIcons` are the names of its icons; nothing is read of it here.
+    [[nodiscard]] QImage picture(const IconRequest &request, const QStringList &fileIcons = {});
 
 private:
     struct Extent;
 
     [[nodiscard]] QImage ofApplication(const QString &path, const Extent &extent);
-    [[nodiscard]] QImage ofFile(const QString &path, const Extent &extent);
     [[nodiscard]] QImage firstOf(const QStringList &names, const Extent &extent);
     [[nodiscard]] QImage named(const QString &name, const Extent &extent);
 

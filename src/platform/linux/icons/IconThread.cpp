@@ -38,10 +38,11 @@ void IconThread::setTheme(const QString &name)
     QMetaObject::invokeMethod(m_worker, [worker = m_worker, name] { worker->setTheme(name); });
 }
 
-void IconThread::load(quint64 id, const IconRequest &request, const IconWorker::Abandoned &abandoned)
+void IconThread::load(
+    quint64 id, const IconRequest &request, const QStringList &fileIcons, const IconWorker::Abandoned &abandoned)
 {
-    QMetaObject::invokeMethod(
-        m_worker, [worker = m_worker, id, request, abandoned] { worker->load(id, request, abandoned); });
+    QMetaObject::invokeMethod(m_worker,
+        [worker = m_worker, id, request, fileIcons, abandoned] { worker->load(id, request, fileIcons, abandoned); });
 }
 
 void IconThread::refresh()

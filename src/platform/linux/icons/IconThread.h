@@ -14,7 +14,8 @@ public:
     ~IconThread() override;
 
     void setTheme(const QString &name);
-    void load(quint64 id, const IconRequest &request, const IconWorker::Abandoned &abandoned);
+    void load(
+        quint64 id, const IconRequest &request, const QStringList &fileIcons, const IconWorker::Abandoned &abandoned);
     void refresh();
 
 Q_SIGNALS:

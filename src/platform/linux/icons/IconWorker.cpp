@@ -13,12 +13,12 @@ void IconWorker::setTheme(const QString &name)
     m_watcher.reset();
 }
 
-void IconWorker::load(quint64 id, const IconRequest &request, const Abandoned &abandoned)
+void IconWorker::load(quint64 id, const IconRequest &request, const QStringList &fileIcons, const Abandoned &abandoned)
 {
     if (abandoned->load())
         return;
     watch();
-    Q_EMIT answered(id, m_finder.picture(request));
+    Q_EMIT answered(id, m_finder.picture(request, fileIcons));
 }
 
 void IconWorker::refresh()

@@ -18,7 +18,7 @@ public:
     explicit IconWorker(QStringList bases);
 
     void setTheme(const QString &name);
-    void load(quint64 id, const IconRequest &request, const Abandoned &abandoned);
+    void load(quint64 id, const IconRequest &request, const QStringList &fileIcons, const Abandoned &abandoned);
     /// Reads the folders anew, if anything in them changed.
     void refresh();
 

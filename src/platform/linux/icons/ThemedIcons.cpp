@@ -1,5 +1,6 @@
 #include "platform/linux/icons/ThemedIcons.h"
 
+#include "platform/linux/icons/FileKinds.h"
 #include "platform/linux/icons/IconThread.h"
 #include "platform/linux/icons/SessionIconTheme.h"
 
@@ -69,16 +70,27 @@ std::unique_ptr<Icons::Request> ThemedIcons::load(const IconRequest &request, Co
             if (icons)
                 icons->find(id, {request.kind, path, request.size, request.scale});
         });
+    } else if (request.kind == IconKind::file) {
+        kinds().find(request.subject, [this, id, request](const QStringList &names) { find(id, request, names); });
     } else {
         find(id, request);
     }
     return pending;
 }
 
-void ThemedIcons::find(quint64 id, const IconRequest &request)
+void ThemedIcons::find(quint64 id, const IconRequest &request, const QStringList &fileIcons)
 {
     if (const Pending *pending = m_waiting.value(id))
-        thread().load(id, request, pending->abandoned());
+        thread().load(id, request, fileIcons, pending->abandoned());
+}
+
+FileKinds &ThemedIcons::kinds()
+{
+    if (!m_kinds) {
+        m_kinds = std::make_unique<FileKinds>(m_clock);
+        connect(m_kinds.get(), &FileKinds::changed, this, &Icons::themeChanged);
+    }
+    return *m_kinds;
 }
 
 IconThread &ThemedIcons::thread()

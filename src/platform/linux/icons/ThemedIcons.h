@@ -8,11 +8,13 @@
 
 namespace moorline {
 
+class FileKinds;
 class IconThread;
 class SessionIconTheme;
 
 /// Icons from the theme that the session uses: applications by the icon of their desktop entry, files by their type.
-/// All the looking and drawing is done on a thread of its own, which is started by the first request.
+/// All the looking and drawing is done on a thread of its own, which is started by the first request; files are looked
+/// at on others, as a disk may not answer.
 class ThemedIcons final : public Icons {
     Q_OBJECT
 public:
@@ -37,7 +39,8 @@ private:
     class Pending;
 
     IconThread &thread();
-    void find(quint64 id, const IconRequest &request);
+    FileKinds &kinds();
+    void find(quint64 id, const IconRequest &request, const QStringList &fileIcons = {});
     void answer(quint64 id, const QImage &icon);
     void refreshOnceQuiet();
     void changeTheme();
@@ -47,6 +50,7 @@ private:
     QStringList m_bases;
     Locator m_locator;
     std::unique_ptr<IconThread> m_thread;
+    std::unique_ptr<FileKinds> m_kinds;
     std::unique_ptr<Clock::Timer> m_refresh;
     /// Who waits, by number. Everyone leaves by their own.
     QHash<quint64, Pending *> m_waiting;

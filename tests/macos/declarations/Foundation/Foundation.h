@@ -132,6 +132,9 @@ typedef struct {
 @property (readonly) NSUInteger count;
 // https://developer.apple.com/documentation/foundation/nsarray/array
 + (instancetype)array;
+// https://developer.apple.com/documentation/foundation/nsarray/init(objects:count:)
+// What a literal of an array is made with.
++ (instancetype)arrayWithObjects:(const ObjectType[])objects count:(NSUInteger)cnt;
 @end
 
 // https://developer.apple.com/documentation/foundation/nsmutablearray
@@ -206,6 +209,9 @@ typedef NSString *NSNotificationName;
 - (id)objectForInfoDictionaryKey:(NSString *)key;
 @end
 
+// https://developer.apple.com/documentation/foundation/urlresourcekey
+typedef NSString *NSURLResourceKey;
+
 // https://developer.apple.com/documentation/foundation/nsurl
 @interface NSURL : NSObject
 // https://developer.apple.com/documentation/foundation/nsurl/init(string:)
@@ -219,7 +225,26 @@ typedef NSString *NSNotificationName;
 // https://developer.apple.com/documentation/foundation/nsurl/path
 // Without a slash at its end.
 @property (readonly, copy) NSString *path;
+// https://developer.apple.com/documentation/foundation/nsurl/filesystemrepresentation
+@property (readonly) const char *fileSystemRepresentation __attribute__((objc_returns_inner_pointer));
+// https://developer.apple.com/documentation/foundation/nsurl/getresourcevalue(_:forkey:)
+// YES with nil in `value` for what the file system does not tell.
+- (BOOL)getResourceValue:(out id *)value forKey:(NSURLResourceKey)key error:(NSError **)error;
 @end
+
+extern "C" {
+
+// https://developer.apple.com/documentation/foundation/urlresourcekey/ishiddenkey
+extern const NSURLResourceKey NSURLIsHiddenKey;
+// https://developer.apple.com/documentation/foundation/urlresourcekey/addedtodirectorydatekey
+extern const NSURLResourceKey NSURLAddedToDirectoryDateKey;
+// https://developer.apple.com/documentation/foundation/urlresourcekey/contentmodificationdatekey
+extern const NSURLResourceKey NSURLContentModificationDateKey;
+
+} // extern "C"
+
+// https://developer.apple.com/documentation/foundation/filemanager/directoryenumerationoptions
+typedef NSUInteger NSDirectoryEnumerationOptions;
 
 // https://developer.apple.com/documentation/foundation/filemanager
 @interface NSFileManager : NSObject
@@ -233,11 +258,21 @@ typedef NSString *NSNotificationName;
 // https://developer.apple.com/documentation/foundation/filemanager/contentsofdirectory(atpath:)
 // Shallow, in no order. Nil where it cannot be listed.
 - (NSArray<NSString *> *)contentsOfDirectoryAtPath:(NSString *)path error:(NSError **)error;
+// https://developer.apple.com/documentation/foundation/filemanager/contentsofdirectory(at:includingpropertiesforkeys:options:)
+// Shallow, in no order. Nil where it cannot be listed.
+- (NSArray<NSURL *> *)contentsOfDirectoryAtURL:(NSURL *)url
+                    includingPropertiesForKeys:(NSArray<NSURLResourceKey> *)keys
+                                       options:(NSDirectoryEnumerationOptions)mask
+                                         error:(NSError **)error;
+// https://developer.apple.com/documentation/foundation/filemanager/trashitem(at:resultingitemurl:)
+- (BOOL)trashItemAtURL:(NSURL *)url resultingItemURL:(NSURL **)outResultingURL error:(NSError **)error;
 @end
 
 // https://developer.apple.com/documentation/foundation/filemanager/searchpathdirectory
 enum NSSearchPathDirectory : NSUInteger {
     NSApplicationSupportDirectory = 14,
+    NSDownloadsDirectory = 15,
+    NSTrashDirectory = 102,
 };
 // https://developer.apple.com/documentation/foundation/filemanager/searchpathdomainmask
 typedef NSUInteger NSSearchPathDomainMask;

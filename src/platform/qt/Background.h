@@ -19,6 +19,9 @@ public:
     ~Background();
     Q_DISABLE_COPY_MOVE(Background)
 
+    /// Whether the end waits a moment for what is under way, as it does unless that is known to be stuck.
+    void setAwaited(bool isAwaited) { m_isAwaited = isAwaited; }
+
     /// `done` is called from the event loop of the thread that this lives on, with what `work` answered.
     template <typename Result>
     void run(std::function<Result()> work, std::function<void(const Result &)> done)
@@ -39,6 +42,7 @@ private:
     /// Lives on the thread of whoever asks. What is on its way to it goes with it.
     std::unique_ptr<QObject> m_home;
     std::shared_ptr<Door> m_door;
+    bool m_isAwaited = true;
 };
 
 } // namespace moorline

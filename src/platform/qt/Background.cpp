@@ -1,4 +1,4 @@
-#include "platform/linux/apps/Background.h"
+#include "platform/qt/Background.h"
 
 #include <QMutex>
 #include <QThreadPool>
@@ -33,7 +33,7 @@ Background::~Background()
         const QMutexLocker lock(&m_door->mutex);
         m_door->home = nullptr;
     }
-    if (m_pool->waitForDone(longestJoinMilliseconds))
+    if (m_pool->waitForDone(m_isAwaited ? longestJoinMilliseconds : 0))
         delete m_pool;
 }
 
