@@ -41,4 +41,27 @@
         <translation>Nothing new — everything pinned in the desktop’s dock is already here.</translation>
     </message>
 </context>
+<context>
+    <name>moorline::DownloadsButton</name>
+    <message>
+        <source>Show in Finder</source>
+        <translation>Show in File Manager</translation>
+    </message>
+</context>
+<context>
+    <name>moorline::DownloadsStackView</name>
+    <message>
+        <source>Moorline needs permission to read Downloads.
+macOS will ask the next time you click.</source>
+        <translation>Moorline could not read Downloads.
+It will try again the next time you click.</translation>
+    </message>
+</context>
+<context>
+    <name>moorline::PinnedItemButton</name>
+    <message>
+        <source>Show in Finder</source>
+        <translation>Show in File Manager</translation>
+    </message>
+</context>
 </TS>

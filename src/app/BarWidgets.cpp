@@ -4,6 +4,7 @@
 #include "apps/AppShortcutsWidget.h"
 #include "apps/RecentAppsWidget.h"
 #include "dock/DockBarView.h"
+#include "files/PinnedItemsWidget.h"
 #include "time/CalendarWidget.h"
 #include "time/ClockWidget.h"
 #include "time/MonthCounterWidget.h"
@@ -34,6 +35,26 @@ std::unique_ptr<BarWidget> makeForecast(Services &services)
     return forecast;
 }
 
+DragOffWatcher::PanelFrame panelFrame(const Services &services)
+{
+    return [panel = services.platform.panelWindow.get()] { return std::optional(panel->frame()); };
+}
+
+FilesContext filesContext(Services &services)
+{
+    return {.store = services.store,
+        .workspace = *services.platform.workspace,
+        .files = *services.platform.files,
+        .directories = *services.platform.directories,
+        .trashBin = trashBin(services.platform, services.scriptedTrashBin),
+        .icons = services.icons,
+        .symbols = services.symbols,
+        .stage = services.barStage,
+        .clock = *services.platform.clock,
+        .pointer = *services.platform.pointer,
+        .panelFrame = panelFrame(services)};
+}
+
 AppShortcutButton::Context appsContext(Services &services)
 {
     return {.store = services.store,
@@ -45,7 +66,7 @@ AppShortcutButton::Context appsContext(Services &services)
         .stage = services.barStage,
         .clock = *services.platform.clock,
         .pointer = *services.platform.pointer,
-        .panelFrame = [panel = services.platform.panelWindow.get()] { return std::optional(panel->frame()); }};
+        .panelFrame = panelFrame(services)};
 }
 
 } // namespace
@@ -67,8 +88,9 @@ std::unique_ptr<BarWidget> makeBarWidget(WidgetKind kind, Services &services)
         return std::make_unique<AppShortcutsWidget>(appsContext(services));
     case WidgetKind::recentApps:
         return std::make_unique<RecentAppsWidget>(services.recentApps, appsContext(services));
-    case WidgetKind::music:
     case WidgetKind::pinnedItems:
+        return std::make_unique<PinnedItemsWidget>(filesContext(services));
+    case WidgetKind::music:
         break;
     }
     return nullptr;

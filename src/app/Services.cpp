@@ -22,6 +22,11 @@ BadgeSource &badgeSource(const Platform &platform, BadgeSource &dockTiles)
     return platform.badgeSource ? *platform.badgeSource : dockTiles;
 }
 
+TrashBin &trashBin(const Platform &platform, TrashBin &scripted)
+{
+    return platform.trashBin ? *platform.trashBin : scripted;
+}
+
 Services::Services(Platform &lentPlatform, const RunPlan &plan)
     : platform(lentPlatform)
     , textFamily(*platform.systemFont)
@@ -32,6 +37,7 @@ Services::Services(Platform &lentPlatform, const RunPlan &plan)
           .workspace = *platform.workspace,
           .home = QDir::homePath(),
       })
+    , scriptedTrashBin({.scripts = scripts, .files = *platform.files, .directories = *platform.directories})
     , launcher({
           .bundles = *platform.appBundles,
           .workspace = *platform.workspace,

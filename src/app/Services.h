@@ -11,6 +11,7 @@
 #include "apps/SteadyRunningSet.h"
 #include "chrome/BarHolds.h"
 #include "chrome/BarStage.h"
+#include "files/ScriptedTrashBin.h"
 #include "settings/SettingsStore.h"
 #include "system/AppleScriptRunner.h"
 #include "system/Reachability.h"
@@ -33,6 +34,8 @@ namespace moorline {
 [[nodiscard]] FileManager &fileManager(const Platform &platform, FileManager &scripted);
 /// Where badges come from: the platform's own way, else what the system's dock shows.
 [[nodiscard]] BadgeSource &badgeSource(const Platform &platform, BadgeSource &dockTiles);
+/// What tells of the trash, in the same way.
+[[nodiscard]] TrashBin &trashBin(const Platform &platform, TrashBin &scripted);
 
 /// Every service and store of a run, one of each, in the order of the start; each stands on those above it.
 struct Services {
@@ -47,6 +50,7 @@ struct Services {
     TextFamily textFamily;
     AppleScriptRunner scripts;
     ScriptedFileManager scriptedFileManager;
+    ScriptedTrashBin scriptedTrashBin;
     AppLauncher launcher;
     SettingsStore store;
     ScriptedSystemDockControl scriptedDockControl;

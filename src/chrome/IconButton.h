@@ -58,6 +58,8 @@ protected:
 
     void showIcon(IconKind kind, const QString &subject);
     [[nodiscard]] qreal iconSize() const { return m_iconSize; }
+    /// Whether there is an icon to paint.
+    [[nodiscard]] bool hasIcon() const { return !m_icon.image().isNull(); }
     /// Where the icon is at rest.
     [[nodiscard]] QRectF iconRect() const;
     [[nodiscard]] QRectF dotRect() const;

@@ -7,6 +7,7 @@
 #include "dock/DockBarView.h"
 #include "dock/DockHostingView.h"
 #include "dock/DockPanel.h"
+#include "files/PinnedItemsWidget.h"
 #include "harness/TestCase.h"
 #include "time/CalendarWidget.h"
 #include "time/ClockWidget.h"
@@ -72,8 +73,23 @@ private Q_SLOTS:
         QVERIFY(isA.operator()<ForecastWidget>(WidgetKind::forecast));
         QVERIFY(isA.operator()<AppShortcutsWidget>(WidgetKind::appShortcut));
         QVERIFY(isA.operator()<RecentAppsWidget>(WidgetKind::recentApps));
-        for (const auto kind : {WidgetKind::music, WidgetKind::pinnedItems})
-            QVERIFY(!makeBarWidget(kind, services));
+        QVERIFY(isA.operator()<PinnedItemsWidget>(WidgetKind::pinnedItems));
+        QVERIFY(!makeBarWidget(WidgetKind::music, services));
+    }
+
+    void theBarShowsTheDownloadsAndTheTrash()
+    {
+        Program program(plan(RunMode::normal));
+        launch(program);
+        showWidgets(program, {WidgetKind::clock, WidgetKind::pinnedItems});
+        QCOMPARE(hostingView(program).bar().row(), (QList{WidgetKind::clock, WidgetKind::pinnedItems}));
+        const PinnedItemsWidget *files = nullptr;
+        for (QGraphicsItem *item : hostingView(program).scene()->items()) {
+            if (const auto *found = dynamic_cast<PinnedItemsWidget *>(item))
+                files = found;
+        }
+        QVERIFY(files && files->downloads() && files->trash());
+        QCOMPARE(program.platform.trashBin.looks.size(), 1);
     }
 
     void theBarShowsIconsAndLaunchesTheirApplications()

@@ -14,7 +14,8 @@ struct Message {
 
 bool namesMacOS(const QString &text)
 {
-    return text.contains(QLatin1StringView("macOS")) || text.contains(QLatin1StringView("System Settings"));
+    return text.contains(QLatin1StringView("macOS")) || text.contains(QLatin1StringView("System Settings"))
+        || text.contains(QLatin1StringView("Finder"));
 }
 
 QList<Message> catalogue()

@@ -90,6 +90,15 @@ public:
         return platform.popupWindows.shown.isEmpty() ? nullptr : platform.popupWindows.shown.last();
     }
 
+    void answerIcons()
+    {
+        FakeIcons &icons = platform.icons;
+        while (icons.running() > 0)
+            icons.answer(hasIcons ? tile(icons.requested[icons.requested.size() - icons.running()]) : QImage());
+    }
+
+    /// Whether there are icons of anything.
+    bool hasIcons = true;
     FakePlatform platform;
     Services services{platform.ports, RunPlan{}};
     BarCommands commands{.openSettings = [] {}, .quit = [] {}};
@@ -103,13 +112,6 @@ private:
         painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
         scene.render(&painter, QRectF(QPointF(0, 0), frame.size()), frame);
         return image;
-    }
-
-    void answerIcons()
-    {
-        FakeIcons &icons = platform.icons;
-        while (icons.running() > 0)
-            icons.answer(tile(icons.requested[icons.requested.size() - icons.running()]));
     }
 
     /// As large as most icons are drawn within their square.

@@ -159,7 +159,7 @@ void PicturesTest::bar()
 {
     PicturesFixture fixture;
     QVERIFY(fixture.answerWeather());
-    verifyBar(fixture, {800, 110}, QStringLiteral("bar"));
+    verifyBar(fixture, {940, 110}, QStringLiteral("bar"));
 }
 
 void PicturesTest::barOfApplications()

@@ -1,0 +1,104 @@
+#include "files/FileDragSource.h"
+
+#include "chrome/BarStage.h"
+
+#include <QContextMenuEvent>
+#include <QDrag>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPointer>
+
+namespace moorline {
+
+namespace {
+
+/// A pointer that travels farther from its press begins a drag, in points.
+constexpr qreal longestClick = 3;
+constexpr int pictureSize = 48;
+
+} // namespace
+
+FileDragSource::FileDragSource(BarStage &stage, IconCache &icons, std::optional<QUrl> url, QWidget *parent)
+    : QAbstractButton(parent)
+    , m_stage(stage)
+    , m_url(std::move(url))
+    , m_icon(icons)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    if (m_url)
+        m_icon.show(IconKind::file, m_url->toLocalFile(), pictureSize);
+}
+
+void FileDragSource::mousePressEvent(QMouseEvent *event)
+{
+    QAbstractButton::mousePressEvent(event);
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_press = event->position();
+    // To be there when a drag begins.
+    static_cast<void>(m_icon.at(devicePixelRatioF()));
+}
+
+void FileDragSource::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!m_press)
+        return;
+    const QPointF travel = event->position() - *m_press;
+    if (m_url && QPointF::dotProduct(travel, travel) > longestClick * longestClick)
+        beginDrag();
+}
+
+void FileDragSource::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_press.reset();
+    QAbstractButton::mouseReleaseEvent(event);
+}
+
+void FileDragSource::contextMenuEvent(QContextMenuEvent *)
+{
+    if (m_url)
+        Q_EMIT menuRequested();
+}
+
+void FileDragSource::enterEvent(QEnterEvent *event)
+{
+    QAbstractButton::enterEvent(event);
+    Q_EMIT hoveredChanged(true);
+}
+
+void FileDragSource::leaveEvent(QEvent *event)
+{
+    QAbstractButton::leaveEvent(event);
+    Q_EMIT hoveredChanged(false);
+}
+
+void FileDragSource::beginDrag()
+{
+    m_press.reset();
+    // No click follows.
+    setDown(false);
+    auto *carried = new QMimeData;
+    carried->setUrls({*m_url});
+    // Qt deletes it when it is over.
+    auto *drag = new QDrag(this);
+    drag->setMimeData(carried);
+    drag->setPixmap(picture());
+    drag->setHotSpot({pictureSize / 2, pictureSize / 2});
+    m_drag = m_stage.beginDrag();
+    QPointer<FileDragSource> alive{this};
+    Q_EMIT dragStarted();
+    // What becomes of it is the other program's affair: some say that they moved what they were offered to copy.
+    drag->exec(Qt::CopyAction | Qt::LinkAction, Qt::CopyAction);
+    if (!alive)
+        return;
+    m_drag.reset();
+    Q_EMIT dragEnded();
+}
+
+QPixmap FileDragSource::picture()
+{
+    return QPixmap::fromImage(m_icon.image());
+}
+
+} // namespace moorline

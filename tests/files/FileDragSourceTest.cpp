@@ -1,0 +1,155 @@
+#include "files/FileDragSource.h"
+
+#include "FilesFixture.h"
+#include "harness/TestCase.h"
+
+#include <QDrag>
+#include <QMouseEvent>
+#include <QSignalSpy>
+
+using namespace moorline;
+using namespace moorline::test;
+
+namespace {
+
+struct Fixture : FilesFixture {
+    explicit Fixture(std::optional<QUrl> url = file(QStringLiteral("a b")))
+        : source(stage, icons, std::move(url))
+    {
+        source.resize(200, 30);
+        source.show();
+        QObject::connect(&source, &FileDragSource::dragStarted, &source, [this] {
+            wasHeld = holds.isHeld();
+            const auto *drag = source.findChild<QDrag *>();
+            offered = drag->mimeData()->urls();
+            formats = drag->mimeData()->formats();
+            hotSpot = drag->hotSpot();
+        });
+    }
+
+    void send(QEvent::Type type, const QPoint &place, Qt::MouseButton button, Qt::MouseButtons held)
+    {
+        QMouseEvent event(type, place, source.mapToGlobal(place), button, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(&source, &event);
+    }
+    void press() { send(QEvent::MouseButtonPress, {50, 15}, Qt::LeftButton, Qt::LeftButton); }
+    void move(const QPoint &place) { send(QEvent::MouseMove, place, Qt::NoButton, Qt::LeftButton); }
+    void release(const QPoint &place) { send(QEvent::MouseButtonRelease, place, Qt::LeftButton, Qt::NoButton); }
+
+    /// Draws nothing.
+    class PlainSource : public FileDragSource {
+    public:
+        using FileDragSource::FileDragSource;
+
+    protected:
+        void paintEvent(QPaintEvent *) override { }
+    };
+
+    PlainSource source;
+    QSignalSpy opened{&source, &QAbstractButton::clicked};
+    QSignalSpy started{&source, &FileDragSource::dragStarted};
+    QSignalSpy ended{&source, &FileDragSource::dragEnded};
+    bool wasHeld = false;
+    QList<QUrl> offered;
+    QStringList formats;
+    QPoint hotSpot;
+};
+
+} // namespace
+
+class FileDragSourceTest final : public TestCase {
+    Q_OBJECT
+private Q_SLOTS:
+    void aPressThatHardlyMovesIsAClick_data()
+    {
+        QTest::addColumn<QPoint>("place");
+        QTest::addColumn<bool>("isDrag");
+        QTest::newRow("not at all") << QPoint(50, 15) << false;
+        QTest::newRow("3 points") << QPoint(53, 15) << false;
+        QTest::newRow("2 and 2 points") << QPoint(52, 17) << false;
+        QTest::newRow("4 points") << QPoint(54, 15) << true;
+        QTest::newRow("3 and 1 points") << QPoint(53, 16) << true;
+        QTest::newRow("back") << QPoint(46, 15) << true;
+    }
+
+    void aPressThatHardlyMovesIsAClick()
+    {
+        QFETCH(QPoint, place);
+        QFETCH(bool, isDrag);
+        Fixture fixture;
+        fixture.press();
+        fixture.move(place);
+        fixture.release(place);
+        QCOMPARE(fixture.started.size(), isDrag ? 1 : 0);
+        QCOMPARE(fixture.ended.size(), isDrag ? 1 : 0);
+        QCOMPARE(fixture.opened.size(), isDrag ? 0 : 1);
+    }
+
+    void theFileIsOfferedAsItIs()
+    {
+        Fixture fixture(QUrl::fromEncoded("file:///home/me/a%FFb"));
+        fixture.press();
+        fixture.move({60, 15});
+        QCOMPARE(fixture.offered.value(0).toEncoded(), "file:///home/me/a%FFb");
+        QCOMPARE(fixture.formats, QStringList{QStringLiteral("text/uri-list")});
+        QCOMPARE(fixture.hotSpot, QPoint(24, 24));
+    }
+
+    void whileItIsDraggedTheBarIsHeld()
+    {
+        Fixture fixture;
+        fixture.press();
+        fixture.move({60, 15});
+        QVERIFY(fixture.wasHeld);
+        QVERIFY(!fixture.holds.isHeld());
+        QVERIFY(!fixture.source.isDragging());
+    }
+
+    void oneDragFollowsFromAPress()
+    {
+        Fixture fixture;
+        fixture.press();
+        fixture.move({60, 15});
+        fixture.move({90, 15});
+        QCOMPARE(fixture.started.size(), 1);
+    }
+
+    void withoutAFileNothingIsDraggedAndThereIsNoMenu()
+    {
+        Fixture fixture(std::nullopt);
+        QSignalSpy menus(&fixture.source, &FileDragSource::menuRequested);
+        fixture.press();
+        fixture.move({90, 15});
+        fixture.release({90, 15});
+        QCOMPARE(fixture.started.size(), 0);
+        QCOMPARE(fixture.opened.size(), 1);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {50, 15}, fixture.source.mapToGlobal(QPoint(50, 15)));
+        QCoreApplication::sendEvent(&fixture.source, &event);
+        QCOMPARE(menus.size(), 0);
+    }
+
+    void aRightClickAsksForAMenuAndOpensNothing()
+    {
+        Fixture fixture;
+        QSignalSpy menus(&fixture.source, &FileDragSource::menuRequested);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {50, 15}, fixture.source.mapToGlobal(QPoint(50, 15)));
+        QCoreApplication::sendEvent(&fixture.source, &event);
+        QCOMPARE(menus.size(), 1);
+        fixture.send(QEvent::MouseButtonPress, {50, 15}, Qt::RightButton, Qt::RightButton);
+        fixture.send(QEvent::MouseButtonRelease, {50, 15}, Qt::RightButton, Qt::NoButton);
+        QCOMPARE(fixture.opened.size(), 0);
+    }
+
+    void thePictureIsTheIconOfTheFile()
+    {
+        Fixture fixture;
+        fixture.press();
+        const IconRequest wanted{
+            .kind = IconKind::file, .subject = QStringLiteral("/home/me/a b"), .size = 48, .scale = 1};
+        QCOMPARE(fixture.platform.icons.requested, QList{wanted});
+        fixture.release({50, 15});
+    }
+};
+
+MOORLINE_TEST(FileDragSourceTest);
+#include "FileDragSourceTest.moc"
