@@ -124,6 +124,13 @@ bool AppShortcutButton::takesDrop(const QStringList &formats) const
     return mayHoldFiles(formats);
 }
 
+Qt::DropAction AppShortcutButton::dropAnswer(Qt::DropActions possible) const
+{
+    if (possible.testFlag(Qt::LinkAction))
+        return Qt::LinkAction;
+    return possible.testFlag(Qt::CopyAction) ? Qt::CopyAction : Qt::IgnoreAction;
+}
+
 bool AppShortcutButton::refusesDrop() const
 {
     return !m_context.launcher.takesFiles(m_shortcut);

@@ -47,6 +47,8 @@ protected:
     void paintBehind(QPainter &painter) override;
     void paintOver(QPainter &painter) override;
     [[nodiscard]] bool takesDrop(const QStringList &formats) const override;
+    /// The files stay where they are: they are opened.
+    [[nodiscard]] Qt::DropAction dropAnswer(Qt::DropActions possible) const override;
     [[nodiscard]] bool refusesDrop() const override;
     void dropRefused() override;
     bool drop(const QMimeData &data) override;

@@ -203,6 +203,7 @@ void BarItem::retire()
     if (m_isRetired)
         return;
     m_isRetired = true;
+    m_awaitedDrops.giveUp();
     const Errand errand(*this);
     cancelDrag();
     if (errand)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "chrome/AwaitedDrops.h"
+
 #include <QAccessible>
 #include <QGraphicsWidget>
 #include <memory>
@@ -26,7 +28,9 @@ class BarStage;
 /// order back where the drag was cancelled; where it was let go, the Pointer port tells the place.
 ///
 /// What takes files calls setAcceptDrops(true), answers takesDrop() by mayHoldFiles(), and reads them in drop() by
-/// loadDroppedFileURLs(). What takesDrop() denies goes to the item below; what refusesDrop(), to nobody.
+/// loadDroppedFileURLs(). What takesDrop() denies goes to the item below; what refusesDrop() or has no dropAnswer(), to
+/// nobody. Where a source is slow to give what was dropped, drop() comes later; an item that retires meanwhile takes
+/// nothing.
 class BarItem : public QGraphicsWidget {
     Q_OBJECT
 public:
@@ -109,15 +113,17 @@ protected:
     virtual void dragEnded(DragEnd end);
 
     /// Whether the item takes what is offered in these formats. Nothing is asked of the source before the drop: one
-    /// that does not answer would stop the whole bar. What its source would only move is refused in the item's place.
+    /// that does not answer would stop the whole bar.
     [[nodiscard]] virtual bool takesDrop(const QStringList &formats) const;
+    /// What the source is told that becomes of what it would do this much with; to ignore it where that is refused.
+    /// Copied where it may be, so that the source keeps it, else moved.
+    [[nodiscard]] virtual Qt::DropAction dropAnswer(Qt::DropActions possible) const;
     /// Whether the item refuses what it takesDrop(), and keeps it from the items below all the same: it is meant for
     /// this one alone. Where the source drops it although it was told so, drop() hears of it.
     [[nodiscard]] virtual bool refusesDrop() const;
     /// What the item refusesDrop() was let go over it all the same. Nothing came: who is told no does not drop.
     virtual void dropRefused();
-    /// Takes what was dropped; false when it was none of the item's after all. The source is told that it was linked
-    /// or else copied, and keeps what it has.
+    /// Takes what was dropped; false when it was none of the item's after all. All data are here by now.
     virtual bool drop(const QMimeData &data);
     /// Whether the item, which may be the dragged one, belongs to the row in which this id is put in another place.
     /// Neither takesDrop() nor drop() is asked of that.
@@ -170,6 +176,8 @@ private:
     [[nodiscard]] Qt::DropAction answerTo(const QGraphicsSceneDragDropEvent &offer) const;
     /// True when the item takes what is held over it.
     bool dropCame(QGraphicsSceneDragDropEvent &offer);
+    /// True when what was let go is taken, or may be once it has arrived.
+    bool takeDropped(const QMimeData &data, Qt::DropAction answer);
     [[nodiscard]] BarStage *effectiveStage() const;
     [[nodiscard]] bool isBusy() const;
     /// However deep inside what is no item itself.
@@ -182,6 +190,7 @@ private:
     std::optional<DragKind> m_dragKind;
     /// The one that is under way.
     std::optional<Drag> m_drag;
+    AwaitedDrops m_awaitedDrops;
     /// Errands that are under way, one inside the other.
     int m_errands = 0;
     bool m_isTouchable = false;

@@ -10,21 +10,18 @@
 
 namespace moorline {
 
-namespace {
-
-/// The bar takes note of things: the source must not take the drop for a move and delete its file.
-Qt::DropAction keepingAction(Qt::DropActions possible)
-{
-    if (possible.testFlag(Qt::LinkAction))
-        return Qt::LinkAction;
-    return possible.testFlag(Qt::CopyAction) ? Qt::CopyAction : Qt::IgnoreAction;
-}
-
-} // namespace
-
 bool BarItem::takesDrop(const QStringList &) const
 {
     return false;
+}
+
+Qt::DropAction BarItem::dropAnswer(Qt::DropActions possible) const
+{
+    for (const Qt::DropAction action : {Qt::CopyAction, Qt::MoveAction, Qt::LinkAction}) {
+        if (possible.testFlag(action))
+            return action;
+    }
+    return Qt::IgnoreAction;
 }
 
 bool BarItem::refusesDrop() const
@@ -57,16 +54,17 @@ Qt::DropAction BarItem::answerTo(const QGraphicsSceneDragDropEvent &offer) const
         return Qt::IgnoreAction;
     if (const auto *reordered = dynamic_cast<const ReorderPayload *>(offer.mimeData()))
         return takesReorder(reordered->id()) ? Qt::MoveAction : Qt::IgnoreAction;
-    return keepingAction(offer.possibleActions());
+    return dropAnswer(offer.possibleActions());
 }
 
 bool BarItem::dropCame(QGraphicsSceneDragDropEvent &offer)
 {
     const bool isReorder = dynamic_cast<const ReorderPayload *>(offer.mimeData());
     const Qt::DropAction answer = answerTo(offer);
-    const bool isMeant = answer != Qt::IgnoreAction && (isReorder || takesDrop(offer.mimeData()->formats()));
-    m_isRefusing = isMeant && !isReorder && refusesDrop();
-    const bool takes = isMeant && !m_isRefusing;
+    const bool isPossible = answer != Qt::IgnoreAction;
+    const bool isMeant = isReorder ? isPossible : takesDrop(offer.mimeData()->formats());
+    m_isRefusing = isMeant && isPossible && !isReorder && refusesDrop();
+    const bool takes = isMeant && isPossible && !m_isRefusing;
     offer.setDropAction(answer);
     // The scene goes on to the item below when this one does not let the drag in; the source hears of moves alone.
     offer.setAccepted(offer.type() == QEvent::GraphicsSceneDragEnter ? isMeant : takes);
@@ -105,8 +103,23 @@ void BarItem::dropEvent(QGraphicsSceneDragDropEvent *event)
     setState(m_isDropHovered, false, &BarItem::dropHoveredChanged);
     const Qt::DropAction answer = errand ? answerTo(*event) : Qt::IgnoreAction;
     event->setDropAction(answer);
-    const bool isReorder = dynamic_cast<const ReorderPayload *>(event->mimeData());
-    event->setAccepted(answer != Qt::IgnoreAction && (isReorder || drop(*event->mimeData())));
+    event->setAccepted(answer != Qt::IgnoreAction && takeDropped(*event->mimeData(), answer));
+}
+
+bool BarItem::takeDropped(const QMimeData &data, Qt::DropAction answer)
+{
+    if (dynamic_cast<const ReorderPayload *>(&data))
+        return true;
+    const auto *arriving = dynamic_cast<const ArrivingDrop *>(&data);
+    if (!arriving)
+        return drop(data);
+    if (m_isRetired || !takesDrop(arriving->formats()))
+        return false;
+    m_awaitedDrops.await(arriving->transfer(), [this, answer](const QMimeData &arrived) {
+        const Errand errand(*this);
+        return drop(arrived) ? answer : Qt::IgnoreAction;
+    });
+    return true;
 }
 
 } // namespace moorline

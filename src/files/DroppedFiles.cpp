@@ -1,16 +1,12 @@
 #include "files/DroppedFiles.h"
 
-#include <QMimeData>
+#include "platform/ArrivingDrop.h"
+
 #include <QSysInfo>
 
 namespace moorline {
 
 namespace {
-
-QString listFormat()
-{
-    return QStringLiteral("text/uri-list");
-}
 
 bool isHexDigit(char character)
 {
@@ -64,13 +60,13 @@ QUrl fileURL(const QByteArray &uri)
 
 bool mayHoldFiles(const QStringList &formats)
 {
-    return formats.contains(listFormat());
+    return formats.contains(fileListFormat());
 }
 
 QList<QUrl> loadDroppedFileURLs(const QMimeData &dropped)
 {
     QList<QUrl> files;
-    const QList<QByteArray> lines = dropped.data(listFormat()).split('\n');
+    const QList<QByteArray> lines = dropped.data(fileListFormat()).split('\n');
     for (const QByteArray &line : lines) {
         // What begins so is a comment.
         const QByteArray uri = line.trimmed();

@@ -1,4 +1,5 @@
 #include "IconsFixture.h"
+#include "fakes/FakeDropTransfer.h"
 #include "harness/TestCase.h"
 
 #include <QRegularExpression>
@@ -98,6 +99,34 @@ private Q_SLOTS:
         QCOMPARE(fixture.button->isDropHovered(), answer != Qt::IgnoreAction);
         QCOMPARE(fixture.hand.letGo(onTheIcon, fixture.files, possible), answer);
         QCOMPARE(fixture.platform.workspace.openings.size(), answer == Qt::IgnoreAction ? 0 : 1);
+    }
+
+    void whatIsSlowToArriveIsOpenedThen()
+    {
+        Fixture fixture;
+        LetGo letGo;
+        const auto transfer = std::make_shared<FakeDropTransfer>(letGo);
+        const ArrivingDrop arriving({QStringLiteral("text/uri-list")}, transfer);
+        QCOMPARE(fixture.hand.dragOver(onTheIcon, arriving, any), Qt::LinkAction);
+        QCOMPARE(fixture.hand.letGo(onTheIcon, arriving, any), Qt::LinkAction);
+        QVERIFY(fixture.platform.workspace.openings.isEmpty());
+        transfer->arrive("file:///tmp/b.txt\r\nfile:///tmp/a%20b.txt\r\n");
+        QCOMPARE(fixture.platform.workspace.openings.size(), 1);
+        QCOMPARE(fixture.platform.workspace.openings.first().files,
+            (QList{Fixture::file("/tmp/b.txt"), Fixture::file("/tmp/a b.txt")}));
+        QCOMPARE(letGo.answers, QList{Qt::LinkAction});
+    }
+
+    void whatWouldOnlyBeMovedIsNotPinnedByTheBarBelow()
+    {
+        Fixture fixture;
+        auto *below = new TrialItem(QRectF(0, 0, 200, 90));
+        below->taken = {QStringLiteral("text/uri-list")};
+        below->onDrop = [] {};
+        fixture.hand.scene.addItem(below);
+        fixture.button->setParentItem(below);
+        QCOMPARE(fixture.hand.dragOver(onTheIcon, fixture.files, Qt::MoveAction), Qt::IgnoreAction);
+        QVERIFY(!below->isDropHovered());
     }
 
     void whatTakesNoFilesRefusesThemAndDoesNotGrow()

@@ -116,13 +116,13 @@ private Q_SLOTS:
         inside->onDrop = [&drops] { ++drops; };
         inside->isRefusing = true;
         QSignalSpy lit(inside, &BarItem::dropHoveredChanged);
-        QCOMPARE(stage.dragOver({80, 20}, offer, everyAction), Qt::LinkAction);
+        QCOMPARE(stage.dragOver({80, 20}, offer, everyAction), Qt::CopyAction);
         QVERIFY(stage.item->isDropHovered());
         QCOMPARE(stage.dragOver({20, 20}, offer, everyAction), Qt::IgnoreAction);
         QCOMPARE(stage.dragOver({21, 20}, offer, everyAction), Qt::IgnoreAction);
         QVERIFY(!stage.item->isDropHovered());
         QCOMPARE(lit.size(), 0);
-        QCOMPARE(stage.dragOver({80, 20}, offer, everyAction), Qt::LinkAction);
+        QCOMPARE(stage.dragOver({80, 20}, offer, everyAction), Qt::CopyAction);
         QVERIFY(stage.item->isDropHovered());
         QCOMPARE(drops, 0);
     }
@@ -162,18 +162,6 @@ private Q_SLOTS:
         QCOMPARE(drops, 1);
     }
 
-    void aDropIsNeverAMove()
-    {
-        Stage stage;
-        const Offer offer(files);
-        Drop copy(offer);
-        stage.scene.sendEvent(stage.item, &copy.drop);
-        QCOMPARE(copy.drop.dropAction(), Qt::CopyAction);
-        Drop link(offer, Qt::CopyAction | Qt::LinkAction | Qt::MoveAction);
-        stage.scene.sendEvent(stage.item, &link.drop);
-        QCOMPARE(link.drop.dropAction(), Qt::LinkAction);
-    }
-
     void anItemMayBeDestroyedByWhatIsDropped()
     {
         Stage stage;
@@ -186,33 +174,56 @@ private Q_SLOTS:
         QVERIFY(!item);
     }
 
-    void whatIsTakenIsLinkedOrElseCopied()
+    void whatIsTakenIsCopiedOrElseMoved_data()
     {
+        QTest::addColumn<Qt::DropActions>("possible");
+        QTest::addColumn<Qt::DropAction>("answer");
+        QTest::newRow("everything") << everyAction << Qt::CopyAction;
+        QTest::newRow("copy") << Qt::DropActions(Qt::CopyAction) << Qt::CopyAction;
+        QTest::newRow("copy or move") << (Qt::CopyAction | Qt::MoveAction) << Qt::CopyAction;
+        QTest::newRow("copy or link") << (Qt::CopyAction | Qt::LinkAction) << Qt::CopyAction;
+        QTest::newRow("move") << Qt::DropActions(Qt::MoveAction) << Qt::MoveAction;
+        QTest::newRow("move or link") << (Qt::MoveAction | Qt::LinkAction) << Qt::MoveAction;
+        QTest::newRow("link") << Qt::DropActions(Qt::LinkAction) << Qt::LinkAction;
+        QTest::newRow("nothing") << Qt::DropActions() << Qt::IgnoreAction;
+    }
+
+    void whatIsTakenIsCopiedOrElseMoved()
+    {
+        QFETCH(Qt::DropActions, possible);
+        QFETCH(Qt::DropAction, answer);
         Stage stage;
         const Offer offer(files);
         stage.item->taken = {files};
         stage.item->onDrop = [] {};
-        QCOMPARE(stage.dragOver({20, 20}, offer, everyAction), Qt::LinkAction);
-        QCOMPARE(stage.letGo({20, 20}, offer, everyAction), Qt::LinkAction);
-        for (const Qt::DropActions possible : {Qt::DropActions(Qt::CopyAction), Qt::CopyAction | Qt::MoveAction}) {
-            QCOMPARE(stage.dragOver({20, 20}, offer, possible), Qt::CopyAction);
-            QCOMPARE(stage.letGo({20, 20}, offer, possible), Qt::CopyAction);
-        }
+        QCOMPARE(stage.dragOver({20, 20}, offer, possible), answer);
+        QCOMPARE(stage.item->isDropHovered(), answer != Qt::IgnoreAction);
+        QCOMPARE(stage.letGo({20, 20}, offer, possible), answer);
     }
 
-    void whatWouldOnlyBeMovedIsRefused()
+    void whatWouldOnlyBeMovedFromUnderItDoesNotGoToTheItemBelow()
     {
         Stage stage;
         const Offer offer(files);
-        stage.item->taken = {files};
+        auto *inside = new TrialItem(QRectF(0, 0, 40, 40), stage.item);
         int drops = 0;
-        stage.item->onDrop = [&drops] { ++drops; };
+        for (TrialItem *item : {stage.item, inside}) {
+            item->taken = {files};
+            item->onDrop = [&drops] { ++drops; };
+        }
+        inside->isKeeping = true;
         QCOMPARE(stage.dragOver({20, 20}, offer, Qt::MoveAction), Qt::IgnoreAction);
         QVERIFY(!stage.item->isDropHovered());
+        QVERIFY(!inside->isDropHovered());
         Drop direct(offer, Qt::MoveAction);
-        stage.scene.sendEvent(stage.item, &direct.drop);
+        stage.scene.sendEvent(inside, &direct.drop);
         QVERIFY(!direct.drop.isAccepted());
         QCOMPARE(drops, 0);
+        // Nobody was to take it: of that, there is nothing to say.
+        stage.dragAway();
+        QCOMPARE(inside->refusals, 0);
+        QCOMPARE(stage.dragOver({80, 20}, offer, Qt::MoveAction), Qt::MoveAction);
+        QVERIFY(stage.item->isDropHovered());
     }
 
     void theAnswerFollowsWhatTheSourceWouldDo()
@@ -220,7 +231,8 @@ private Q_SLOTS:
         Stage stage;
         const Offer offer(files);
         stage.item->taken = {files};
-        QCOMPARE(stage.dragOver({20, 20}, offer, everyAction), Qt::LinkAction);
+        stage.item->isKeeping = true;
+        QCOMPARE(stage.dragOver({20, 20}, offer, everyAction), Qt::CopyAction);
         // As while a key is held.
         QCOMPARE(stage.dragOver({21, 20}, offer, Qt::MoveAction), Qt::IgnoreAction);
         QVERIFY(!stage.item->isDropHovered());

@@ -32,11 +32,14 @@ public:
     std::function<void(const QPointF &)> onDragTo;
     std::function<void(DragEnd)> onDragEnded;
     std::function<void()> onDrop;
+    std::function<void(const QMimeData &)> onData;
     /// The formats it takes.
     QStringList taken;
     /// What it would take it refuses.
     bool isRefusing = false;
     int refusals = 0;
+    /// It takes only what its source keeps.
+    bool isKeeping = false;
 
 protected:
     void drag(const QPointF &place) override
@@ -64,12 +67,20 @@ protected:
     }
     [[nodiscard]] bool refusesDrop() const override { return isRefusing; }
     void dropRefused() override { ++refusals; }
-    bool drop(const QMimeData &) override
+    [[nodiscard]] Qt::DropAction dropAnswer(Qt::DropActions possible) const override
     {
+        const Qt::DropAction answer = BarItem::dropAnswer(possible);
+        return isKeeping && answer == Qt::MoveAction ? Qt::IgnoreAction : answer;
+    }
+    bool drop(const QMimeData &data) override
+    {
+        if (onData)
+            onData(data);
         const auto act = onDrop;
+        const bool takes = act || onData;
         if (act)
             act();
-        return bool(act);
+        return takes;
     }
 };
 

@@ -3,6 +3,7 @@
 #include "chrome/BarWidget.h"
 #include "chrome/WidgetDivider.h"
 #include "dock/BarMetrics.h"
+#include "fakes/FakeDropTransfer.h"
 #include "harness/TestCase.h"
 #include "theme/Shadow.h"
 #include "theme/Shapes.h"
@@ -235,14 +236,60 @@ private Q_SLOTS:
         QCOMPARE(dropped.size(), 0);
     }
 
+    void whatArrivesLaterIsHandedOnThen()
+    {
+        QGraphicsScene scene;
+        auto *pill = new Pill;
+        scene.addItem(pill);
+        QSignalSpy dropped(pill, &Pill::filesDropped);
+        LetGo letGo;
+        const auto transfer = std::make_shared<FakeDropTransfer>(letGo);
+        const ArrivingDrop arriving({QStringLiteral("text/uri-list")}, transfer);
+        Drop drop({});
+        drop.drop.setMimeData(&arriving);
+        scene.sendEvent(pill, &drop.drop);
+        QVERIFY(drop.drop.isAccepted());
+        QCOMPARE(dropped.size(), 0);
+        transfer->arrive("https://example.org\r\nfile:///tmp/caf%E9\r\n");
+        QCOMPARE(dropped.size(), 1);
+        QCOMPARE(dropped.first().first().value<QList<QUrl>>(), QList{QUrl::fromEncoded("file:///tmp/caf%E9")});
+        QCOMPARE(letGo.answers, QList{Qt::CopyAction});
+    }
+
+    void whatArrivesWithoutFilesIsNotTaken()
+    {
+        QGraphicsScene scene;
+        auto *pill = new Pill;
+        scene.addItem(pill);
+        QSignalSpy dropped(pill, &Pill::filesDropped);
+        LetGo letGo;
+        const auto transfer = std::make_shared<FakeDropTransfer>(letGo);
+        const ArrivingDrop arriving({QStringLiteral("text/uri-list")}, transfer);
+        Drop drop({});
+        drop.drop.setMimeData(&arriving);
+        scene.sendEvent(pill, &drop.drop);
+        transfer->arrive("https://example.org\r\n");
+        QCOMPARE(dropped.size(), 0);
+        QCOMPARE(letGo.answers, QList{Qt::IgnoreAction});
+    }
+
+    void whatCannotHoldFilesIsRefusedAtOnce_data()
+    {
+        QTest::addColumn<QString>("format");
+        QTest::newRow("text") << QStringLiteral("text/plain");
+        QTest::newRow("what the target saves itself") << QStringLiteral("XdndDirectSave0");
+        QTest::newRow("addresses with titles") << QStringLiteral("text/x-moz-url");
+    }
+
     void whatCannotHoldFilesIsRefusedAtOnce()
     {
+        QFETCH(QString, format);
         QGraphicsScene scene;
         auto *pill = new Pill;
         scene.addItem(pill);
         Drop drop({});
         drop.data.clear();
-        drop.data.setText(QStringLiteral("/tmp/a"));
+        drop.data.setData(format, "file:///tmp/a");
         scene.sendEvent(pill, &drop.enter);
         QVERIFY(!drop.enter.isAccepted());
         QVERIFY(!pill->isDropHovered());

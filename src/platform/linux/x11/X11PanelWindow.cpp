@@ -23,6 +23,7 @@ xcb_window_t nativeWindow(const QWidget &panel)
 
 X11PanelWindow::X11PanelWindow(XConnection &connection, ClientWindows &clients, Clock &clock)
     : m_connection(connection)
+    , m_clock(clock)
     , m_stacking(connection, clients, clock)
 {
     connect(&connection, &XConnection::compositionChanged, this, &X11PanelWindow::updateShape);
@@ -38,6 +39,7 @@ void X11PanelWindow::adopt(QWidget &panel)
     panel.setAttribute(Qt::WA_X11DoNotAcceptFocus);
     panel.winId();
     panel.windowHandle()->installEventFilter(this);
+    m_dropTarget.emplace(m_connection, m_clock, *panel.windowHandle());
     takeNativeWindow();
 }
 

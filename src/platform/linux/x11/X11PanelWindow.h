@@ -3,6 +3,7 @@
 #include "platform/PanelWindow.h"
 #include "platform/linux/x11/PanelShape.h"
 #include "platform/linux/x11/PanelStacking.h"
+#include "platform/linux/x11/X11DropTarget.h"
 
 #include <QObject>
 #include <QPointer>
@@ -41,9 +42,11 @@ private:
     [[nodiscard]] std::optional<QRegion> boundingRegion(const X11Coordinates &coordinates) const;
 
     XConnection &m_connection;
+    Clock &m_clock;
     PanelStacking m_stacking;
     QPointer<QWidget> m_panel;
     std::optional<PanelShape> m_shape;
+    std::optional<X11DropTarget> m_dropTarget;
     std::optional<QPainterPath> m_area;
     int m_level = 0;
     bool m_isOrderedFront = false;

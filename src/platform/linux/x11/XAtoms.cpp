@@ -13,6 +13,7 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(XAtom::count)> a
     "_GTK_APPLICATION_OBJECT_PATH",
     "_GTK_FRAME_EXTENTS",
     "_GTK_UNIQUE_BUS_NAME",
+    "INCR",
     "_NET_ACTIVE_WINDOW",
     "_NET_CLIENT_LIST",
     "_NET_CLIENT_LIST_STACKING",
@@ -42,9 +43,19 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(XAtom::count)> a
     "_NET_WM_WINDOW_TYPE_POPUP_MENU",
     "_NET_WM_WINDOW_TYPE_TOOLTIP",
     "_NET_WM_WINDOW_TYPE_UTILITY",
+    "text/uri-list",
     "UTF8_STRING",
     "WM_DELETE_WINDOW",
     "WM_PROTOCOLS",
+    "XdndActionCopy",
+    "XdndActionLink",
+    "XdndActionMove",
+    "XdndDrop",
+    "XdndEnter",
+    "XdndFinished",
+    "XdndLeave",
+    "XdndSelection",
+    "XdndTypeList",
 };
 static_assert(!atomNames.back().empty(), "every atom has a name");
 

@@ -238,6 +238,9 @@ XConnection::Event XConnection::nextEvent()
 
 void XConnection::dispatch(const xcb_generic_event_t &event)
 {
+    // Programs send these themselves.
+    if ((event.response_type & ~sentEventFlag) == XCB_SELECTION_NOTIFY)
+        Q_EMIT selectionAnswered(reinterpret_cast<const xcb_selection_notify_event_t &>(event));
     if ((event.response_type & sentEventFlag) != 0 || tookTime(event))
         return;
     switch (event.response_type) {

@@ -72,6 +72,8 @@ Q_SIGNALS:
     void keyPressed(xcb_keycode_t key);
     /// Of one that is watched.
     void selectionOwnerChanged(xcb_atom_t selection);
+    /// The owner of a selection, or who says to be it, answered the request of a window of this connection.
+    void selectionAnswered(const xcb_selection_notify_event_t &answer);
     /// What only windows of this connection are told: they have to be painted, or the pointer is over them.
     void ownWindowTold(const xcb_generic_event_t &event);
 
