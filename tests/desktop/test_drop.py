@@ -2,6 +2,7 @@
 
 import json
 import threading
+import time
 
 import pytest
 
@@ -11,10 +12,11 @@ from harness.waiting import wait_until
 
 KEYS = 26
 ROUNDS = 12
+PATIENCE = 10
 
 
-def drag_onto(desktop, bar):
-    return desktop.own(FileDrag(desktop, bar.process))
+def drag_onto(desktop, bar, **options):
+    return desktop.own(FileDrag(desktop, bar.process, **options))
 
 
 def pinned(bar):
@@ -38,6 +40,51 @@ def test_a_file_dropped_twice_is_pinned_once(desktop, start_bar):
     for _ in range(2):
         drag.drop([file.as_uri()], bar.window, *bar.pill_center())
     wait_until(lambda: pinned(bar) == [str(file)], what="the file is pinned once")
+
+
+def test_what_is_held_over_the_pill_is_not_read(desktop, start_bar):
+    bar = start_bar()
+    drag = drag_onto(desktop, bar)
+    assert drag.hold(["file:///tmp/a"], bar.window, *bar.pill_center())
+    assert drag.times_asked == 0
+    for formats in (["text/x-moz-url", "text/plain"], ["XdndDirectSave0"], ["text/plain"]):
+        drag.leave(bar.window)
+        assert not drag.hold(["file:///tmp/a"], bar.window, *bar.pill_center(), formats=formats)
+    assert drag.times_asked == 0
+
+
+def test_a_program_that_never_gives_what_it_lets_go_stops_nothing(desktop, start_bar):
+    bar = start_bar()
+    center = bar.pill_center()
+    silent = drag_onto(desktop, bar, is_silent=True)
+    assert silent.hold(["file:///tmp/silent"], bar.window, *center)
+    began = time.monotonic()
+    silent.let_go_unanswered(bar.window)
+    bar.choose_mode(automatic=True)
+    wait_until(lambda: bar.settings()["visibilityMode"] == "auto", what="the menu does what it says")
+    file = desktop.home / "file.txt"
+    file.touch()
+    drag_onto(desktop, bar).drop([file.as_uri()], bar.window, *center)
+    wait_until(lambda: pinned(bar) == [str(file)], what="another program's file is pinned")
+    assert time.monotonic() - began < PATIENCE, "all this while the other is waited for"
+    assert not silent.wait_until_finished(timeout=PATIENCE + 3)
+    assert PATIENCE - 0.1 <= time.monotonic() - began <= PATIENCE + 3
+    assert pinned(bar) == [str(file)]
+
+
+def test_a_thousand_files_at_once_are_pinned_in_their_order(desktop, start_bar):
+    bar = start_bar()
+    strange = ["100%.txt", "a b.txt", '"quoted" and \'quoted\'.txt', "two\nlines.txt", "ä%41#?.txt"]
+    names = strange + [f"file {number:03}.txt" for number in range(1000 - len(strange))]
+    files = [desktop.home / name for name in names]
+    for file in files:
+        file.touch()
+    urls = [file.as_uri() for file in files]
+    # The settings hold text; the neighbours of what is none are pinned.
+    urls.insert(500, desktop.home.as_uri() + "/caf%E9.txt")
+    drag_onto(desktop, bar).drop(urls, bar.window, *bar.pill_center())
+    wait_until(lambda: len(pinned(bar)) == 1000, what="the files are pinned")
+    assert pinned(bar) == [str(file) for file in files]
 
 
 @pytest.mark.only_openbox

@@ -13,10 +13,11 @@ class TargetGone(Exception):
 
 
 class FileDrag:
-    """The source side of one drag after another, onto windows of one process."""
+    """The source side of one drag after another, onto windows of one process. A silent one never gives what it has."""
 
-    def __init__(self, desktop, process):
+    def __init__(self, desktop, process, is_silent=False):
         self._process = process
+        self._is_silent = is_silent
         self._display = display.Display(desktop.environment["DISPLAY"])
         self._display.set_error_handler(lambda *_: None)
         screen = self._display.screen()
@@ -24,6 +25,7 @@ class FileDrag:
         self._data = b""
         self._is_taken = False
         self._messages = []
+        self.times_asked = 0
 
     def close(self):
         self._display.close()
@@ -33,12 +35,14 @@ class FileDrag:
         assert self.hold(urls, target, x, y), "the window takes no files here"
         self.let_go(target)
 
-    def hold(self, urls, target, x, y):
+    def hold(self, urls, target, x, y, formats=("text/uri-list",)):
         """Holds the URLs over a point of the display. Returns whether the window there says that it takes them."""
         self._data = "".join(f"{url}\r\n" for url in urls).encode()
         self._messages.clear()
         self._window.set_selection_owner(self._atom("XdndSelection"), X.CurrentTime)
-        self._send(target, "XdndEnter", [VERSION << 24, self._atom("text/uri-list"), 0, 0])
+        types = [self._atom(name) for name in formats]
+        assert len(types) <= 3, "more would have to be in a property"
+        self._send(target, "XdndEnter", [VERSION << 24, *types, *[0] * (3 - len(types))])
         action = self._atom("XdndActionCopy")
         self._send(target, "XdndPosition", [0, x << 16 | y, X.CurrentTime, action])
         status = self._wait_for("XdndStatus")
@@ -49,10 +53,22 @@ class FileDrag:
         """Lets go of what is held over a window. Returns once that has dealt with it; where it refused, nothing is
         dropped, and the source just leaves."""
         if self._is_taken:
-            self._send(target, "XdndDrop", [0, X.CurrentTime, 0, 0])
-            self._wait_for("XdndFinished")
+            self.let_go_unanswered(target)
+            self.wait_until_finished()
         else:
-            self._send(target, "XdndLeave", [0, 0, 0, 0])
+            self.leave(target)
+
+    def leave(self, target):
+        """Leaves the window with what is held over it."""
+        self._send(target, "XdndLeave", [0, 0, 0, 0])
+
+    def let_go_unanswered(self, target):
+        """Lets go without waiting for what the target says."""
+        self._send(target, "XdndDrop", [0, X.CurrentTime, 0, 0])
+
+    def wait_until_finished(self, timeout=6.0):
+        """Whether the target says that it took what was let go."""
+        return bool(self._wait_for("XdndFinished", timeout)[1] & 1)
 
     def _atom(self, name):
         return self._display.intern_atom(name)
@@ -63,7 +79,7 @@ class FileDrag:
         self._display.send_event(target, message)
         self._display.flush()
 
-    def _wait_for(self, name):
+    def _wait_for(self, name, timeout=6.0):
         kind = self._atom(name)
 
         def arrived():
@@ -72,7 +88,7 @@ class FileDrag:
                 raise TargetGone
             return next((message.data[1] for message in self._messages if message.client_type == kind), None)
 
-        return wait_until(arrived, what=f"the target answers with {name}")
+        return wait_until(arrived, timeout, f"the target answers with {name}")
 
     def _serve(self):
         self._display.sync()
@@ -84,6 +100,9 @@ class FileDrag:
                 self._answer(received)
 
     def _answer(self, request):
+        self.times_asked += 1
+        if self._is_silent:
+            return
         uri_list = self._atom("text/uri-list")
         if request.target == uri_list:
             request.requestor.change_property(request.property, uri_list, 8, self._data)

@@ -19,7 +19,7 @@ class SelectionReader final : public QObject {
     Q_OBJECT
 public:
     /// A thousand files with the longest names there are, every byte of them escaped.
-    static constexpr qsizetype largestSize = 16 * 1024 * 1024;
+    static constexpr qsizetype largestSize = qsizetype{16} * 1024 * 1024;
     /// How long an owner may be silent, before its first word and between any two.
     static constexpr std::chrono::seconds patience{10};
 

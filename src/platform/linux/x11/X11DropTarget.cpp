@@ -5,7 +5,6 @@
 
 #include <QCoreApplication>
 #include <QDropEvent>
-#include <QWindow>
 #include <utility>
 
 namespace moorline {
@@ -33,7 +32,7 @@ void tell(QWindow &window, QDragMoveEvent &event, const QMimeData &offered)
 X11DropTarget::X11DropTarget(XConnection &connection, Clock &clock, QWindow &window)
     : m_connection(connection)
     , m_clock(clock)
-    , m_window(window)
+    , m_window(&window)
 {
     window.installEventFilter(this);
     QCoreApplication::instance()->installNativeEventFilter(this);
@@ -76,9 +75,9 @@ bool X11DropTarget::moved(QDragMoveEvent &event)
         .modifiers = event.modifiers()};
     const ArrivingDrop offered(formats, nullptr);
     if (event.type() == QEvent::DragEnter)
-        tell<QDragEnterEvent>(m_window, event, offered);
+        tell<QDragEnterEvent>(*m_window, event, offered);
     else
-        tell<QDragMoveEvent>(m_window, event, offered);
+        tell<QDragMoveEvent>(*m_window, event, offered);
     return true;
 }
 
@@ -93,7 +92,7 @@ bool X11DropTarget::nativeEventFilter(const QByteArray &type, void *message, [[m
 void X11DropTarget::messageCame(xcb_client_message_event_t &message)
 {
     const auto &data = message.data.data32;
-    if (!m_window.handle() || message.window != m_window.winId() || message.format != 32)
+    if (!m_window || !m_window->handle() || message.window != m_window->winId() || message.format != 32)
         return;
     if (message.type == m_connection.atom(XAtom::xdndEnter)) {
         entered(message);
@@ -118,7 +117,7 @@ void X11DropTarget::entered(const xcb_client_message_event_t &message)
 void X11DropTarget::letGo(xcb_timestamp_t time)
 {
     const X11DropTransfer::Ends ends{.source = std::exchange(m_source, XCB_WINDOW_NONE),
-        .target = static_cast<xcb_window_t>(m_window.winId()),
+        .target = static_cast<xcb_window_t>(m_window->winId()),
         .time = time};
     const auto transfer = std::make_shared<X11DropTransfer>(m_connection, m_clock, ends);
     const std::optional<Held> held = std::exchange(m_held, std::nullopt);
@@ -126,7 +125,7 @@ void X11DropTarget::letGo(xcb_timestamp_t time)
         return;
     const ArrivingDrop arriving(held->formats, transfer);
     QDropEvent drop(held->place, held->actions, &arriving, held->buttons, held->modifiers);
-    QCoreApplication::sendEvent(&m_window, &drop);
+    QCoreApplication::sendEvent(m_window, &drop);
 }
 
 } // namespace moorline

@@ -5,13 +5,14 @@
 #include <QAbstractNativeEventFilter>
 #include <QObject>
 #include <QPointF>
+#include <QPointer>
 #include <QStringList>
+#include <QWindow>
 #include <optional>
 #include <xcb/xcb.h>
 
 QT_BEGIN_NAMESPACE
 class QDragMoveEvent;
-class QWindow;
 QT_END_NAMESPACE
 
 namespace moorline {
@@ -23,7 +24,7 @@ class XConnection;
 class X11DropTarget final : public QObject, private QAbstractNativeEventFilter {
     Q_OBJECT
 public:
-    /// All outlive it.
+    /// The connection and the clock outlive it.
     X11DropTarget(XConnection &connection, Clock &clock, QWindow &window);
     ~X11DropTarget() override;
 
@@ -48,7 +49,7 @@ private:
 
     XConnection &m_connection;
     Clock &m_clock;
-    QWindow &m_window;
+    QPointer<QWindow> m_window;
     /// Whose drag entered the window last.
     xcb_window_t m_source = XCB_WINDOW_NONE;
     /// A list of files is among what it offers.
