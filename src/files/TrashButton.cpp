@@ -40,7 +40,7 @@ Menu TrashButton::menu() const
 
 QVariant TrashButton::itemChange(GraphicsItemChange change, const QVariant &value)
 {
-    const QVariant answer = FileTile::itemChange(change, value);
+    QVariant answer = FileTile::itemChange(change, value);
     if (change == ItemSceneHasChanged || change == ItemVisibleHasChanged)
         follow();
     return answer;

@@ -86,7 +86,7 @@ void MountLooks::next(quint64 mount)
     Queue &queue = *m_queues.at(mount);
     queue.patience = m_clock.after(patience, [this, mount] { giveUp(mount); });
     const auto look = [path = queue.looks.front().path, work = queue.looks.front().work, mounts = m_table()] {
-        const QByteArray further = pathBeyond(path, mounts.at(path), mounts);
+        QByteArray further = pathBeyond(path, mounts.at(path), mounts);
         if (further.isEmpty())
             work();
         return further;
@@ -149,7 +149,7 @@ QByteArray pathBeyond(const QByteArray &path, const Mount &mount, const MountTab
         if (!target.startsWith('/'))
             continue;
         // From the root, which may be another mount.
-        const QByteArray whole = names.join('/');
+        QByteArray whole = names.join('/');
         if (mounts.at(whole).id != mount.id)
             return whole;
         reached = top;
