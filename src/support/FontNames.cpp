@@ -1,5 +1,7 @@
 #include "support/FontNames.h"
 
+#include "support/KdeSettings.h"
+
 #include <QList>
 #include <QRegularExpression>
 #include <QStringList>
@@ -32,13 +34,6 @@ bool isVariation(const QString &word)
     return word.startsWith(u'@') || word.startsWith(u'#');
 }
 
-/// Without a mark such as "[$i]", by which an administrator keeps it as it is.
-QByteArray unmarked(const QByteArray &name)
-{
-    const qsizetype mark = name.indexOf("[$");
-    return mark < 0 ? name : name.first(mark);
-}
-
 /// What KDE takes where its settings name none.
 QString kdeDefault()
 {
@@ -52,21 +47,6 @@ QString familyInKdeSession(const QList<QByteArray> &settings)
             return *family;
     }
     return kdeDefault();
-}
-
-QByteArray generalFont(const QByteArray &kdeglobals)
-{
-    bool isGeneral = false;
-    const QList<QByteArray> lines = kdeglobals.split('\n');
-    for (const QByteArray &line : lines) {
-        const QByteArray entry = line.trimmed();
-        const qsizetype end = entry.indexOf('=');
-        if (entry.startsWith('['))
-            isGeneral = unmarked(entry) == "[General]";
-        else if (isGeneral && end >= 0 && unmarked(entry.first(end)) == "font")
-            return entry.sliced(end + 1);
-    }
-    return {};
 }
 
 } // namespace
@@ -86,7 +66,7 @@ QString familyInDescription(const QString &description)
 std::optional<QString> familyInKdeSettings(const QByteArray &kdeglobals)
 {
     // The family comes first, then a size and figures that only Qt reads.
-    const QString family = QString::fromUtf8(generalFont(kdeglobals)).section(u',', 0, 0).trimmed();
+    const QString family = QString::fromUtf8(kdeSetting(kdeglobals, "General", "font")).section(u',', 0, 0).trimmed();
     return family.isEmpty() ? std::nullopt : std::optional(family);
 }
 

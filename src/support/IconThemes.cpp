@@ -1,5 +1,7 @@
 #include "support/IconThemes.h"
 
+#include "support/KdeSettings.h"
+
 #include <algorithm>
 #include <numeric>
 
@@ -67,6 +69,19 @@ QString iconName(const QString &written)
     }
     const bool isPath = name.contains(u'/') || name.contains(QChar(u'\0')) || name == u"." || name == u"..";
     return isPath || name.size() > longestName ? QString() : name;
+}
+
+QString sessionIconTheme(const SessionThemeFacts &facts)
+{
+    if (facts.told)
+        return *facts.told;
+    if (!facts.isKde)
+        return facts.gnomes;
+    for (const QByteArray &file : facts.kdeSettings) {
+        if (const QByteArray name = kdeSetting(file, "Icons", "Theme"); !name.isEmpty())
+            return QString::fromUtf8(name);
+    }
+    return QStringLiteral("breeze");
 }
 
 QString usableTheme(const QString &wanted, const QStringList &installed)

@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QStringList>
+#include <optional>
 
 namespace moorline {
 
@@ -43,6 +44,21 @@ struct IconFolder {
 /// The name as themes know it: empty for what is no name but a path, or far too long. An extension that was left on
 /// it, ".png", ".svg" or ".xpm", does not belong to it.
 [[nodiscard]] QString iconName(const QString &written);
+
+/// What a session says of its icons.
+struct SessionThemeFacts {
+    /// The name that the desktop tells every program; absent where none tells any.
+    std::optional<QString> told;
+    bool isKde = false;
+    /// KDE's files of settings, the user's own before those of the system.
+    QList<QByteArray> kdeSettings;
+    /// The name in GNOME's settings; empty where these are not installed.
+    QString gnomes;
+};
+
+/// The name of the session's theme: what is told, else in KDE's session what KDE's settings say, or KDE's own choice
+/// where they are silent, and in any other what GNOME's do. Empty where nobody says.
+[[nodiscard]] QString sessionIconTheme(const SessionThemeFacts &facts);
 
 /// The theme to look into: the one the session asks for, if it is installed, else one that has icons for everything, if
 /// there is any, else the one that is the fallback of all.

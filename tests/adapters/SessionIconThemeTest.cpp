@@ -5,8 +5,11 @@
 #include "harness/TestCase.h"
 #include "platform/linux/x11/DesktopSettingsClient.h"
 #include "platform/linux/x11/XConnection.h"
+#include "platform/qt/QtFileWatch.h"
 
+#include <QSaveFile>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 
 namespace moorline::test {
 
@@ -51,20 +54,20 @@ private Q_SLOTS:
     {
         const SettingsManager manager("Papirus");
         m_settings = std::make_unique<DesktopSettingsClient>(*m_connection, m_clock);
-        const SessionIconTheme theme(m_settings.get());
+        const SessionIconTheme theme(m_settings.get(), m_fileWatch, {});
         QCOMPARE(theme.name(), QStringLiteral("Papirus"));
     }
 
     void withoutOneGnomesSettingsSpeak()
     {
-        QCOMPARE(SessionIconTheme(m_settings.get()).name(), QStringLiteral("Gnomish"));
-        QCOMPARE(SessionIconTheme(nullptr).name(), QStringLiteral("Gnomish"));
+        QCOMPARE(SessionIconTheme(m_settings.get(), m_fileWatch, {}).name(), QStringLiteral("Gnomish"));
+        QCOMPARE(SessionIconTheme(nullptr, m_fileWatch, {}).name(), QStringLiteral("Gnomish"));
     }
 
     void aChangeOfTheManagersIsFollowed()
     {
         const SettingsManager manager("Papirus");
-        const SessionIconTheme theme(m_settings.get());
+        const SessionIconTheme theme(m_settings.get(), m_fileWatch, {});
         QTRY_COMPARE(theme.name(), QStringLiteral("Papirus"));
         QSignalSpy changed(&theme, &SessionIconTheme::nameChanged);
         manager.setIconTheme("Breeze");
@@ -77,7 +80,7 @@ private Q_SLOTS:
 
     void aManagerThatComesOrGoesIsNoticed()
     {
-        const SessionIconTheme theme(m_settings.get());
+        const SessionIconTheme theme(m_settings.get(), m_fileWatch, {});
         QCOMPARE(theme.name(), QStringLiteral("Gnomish"));
         auto manager = std::make_unique<SettingsManager>("Papirus");
         QTRY_COMPARE(theme.name(), QStringLiteral("Papirus"));
@@ -91,7 +94,7 @@ private Q_SLOTS:
     void aManagerThatDiesLeavesTheWordToGnome()
     {
         auto manager = std::make_unique<SettingsManager>("Papirus");
-        const SessionIconTheme theme(m_settings.get());
+        const SessionIconTheme theme(m_settings.get(), m_fileWatch, {});
         QTRY_COMPARE(theme.name(), QStringLiteral("Papirus"));
         manager.reset();
         QTRY_COMPARE(m_clock.runningTimers(), 1);
@@ -104,7 +107,7 @@ private Q_SLOTS:
     void aManagerThatIsStartedAnewChangesNothing()
     {
         auto manager = std::make_unique<SettingsManager>("Papirus");
-        const SessionIconTheme theme(m_settings.get());
+        const SessionIconTheme theme(m_settings.get(), m_fileWatch, {});
         QTRY_COMPARE(theme.name(), QStringLiteral("Papirus"));
         QSignalSpy changed(&theme, &SessionIconTheme::nameChanged);
         manager.reset();
@@ -122,7 +125,7 @@ private Q_SLOTS:
     void oneThatTellsNothingYetIsWaitedForAsWell()
     {
         const SettingsManager manager("Papirus");
-        const SessionIconTheme theme(m_settings.get());
+        const SessionIconTheme theme(m_settings.get(), m_fileWatch, {});
         QTRY_COMPARE(theme.name(), QStringLiteral("Papirus"));
         manager.setSettings({});
         QTRY_COMPARE(m_clock.runningTimers(), 1);
@@ -135,21 +138,37 @@ private Q_SLOTS:
     {
         const SettingsManager manager("Papirus");
         manager.setSettings(QByteArray(12, '\xff'));
-        const SessionIconTheme theme(m_settings.get());
+        const SessionIconTheme theme(m_settings.get(), m_fileWatch, {});
         QTRY_COMPARE(theme.name(), QStringLiteral("Gnomish"));
     }
 
     void aChangeOfGnomesIsFollowed()
     {
-        const SessionIconTheme theme(nullptr);
+        const SessionIconTheme theme(nullptr, m_fileWatch, {});
         QSignalSpy changed(&theme, &SessionIconTheme::nameChanged);
         setGnomeTheme("HighContrast");
         QTRY_COMPARE(theme.name(), QStringLiteral("HighContrast"));
         QCOMPARE(changed.size(), 1);
     }
 
+    void inKdesSessionItsOwnSettingsSpeak()
+    {
+        const QByteArray before = qgetenv("XDG_CONFIG_HOME");
+        const QTemporaryDir home;
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.path()));
+        const SessionIconTheme theme(nullptr, m_fileWatch, {QStringLiteral("KDE")});
+        QCOMPARE(theme.name(), QStringLiteral("breeze"));
+        QSaveFile file(home.filePath(QStringLiteral("kdeglobals")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("[Icons]\nTheme=Oxygen\n");
+        QVERIFY(file.commit());
+        QTRY_COMPARE(theme.name(), QStringLiteral("Oxygen"));
+        qputenv("XDG_CONFIG_HOME", before);
+    }
+
 private:
     FakeClock m_clock;
+    QtFileWatch m_fileWatch;
     std::unique_ptr<XConnection> m_connection;
     std::unique_ptr<DesktopSettingsClient> m_settings;
 };

@@ -4,6 +4,7 @@
 #include "fakes/FakeClock.h"
 #include "harness/TestCase.h"
 #include "platform/linux/icons/SessionIconTheme.h"
+#include "platform/qt/QtFileWatch.h"
 
 #include <QSignalSpy>
 #include <QThread>
@@ -188,7 +189,8 @@ private:
     }
 
     FakeClock m_clock;
-    SessionIconTheme m_theme{nullptr};
+    QtFileWatch m_fileWatch;
+    SessionIconTheme m_theme{nullptr, m_fileWatch, {}};
     std::unique_ptr<IconsOnDisk> m_disk;
     std::unique_ptr<ThemedIcons> m_icons;
     QList<QImage> m_answers;

@@ -141,6 +141,23 @@ private Q_SLOTS:
         QFETCH(const QStringList, installed);
         QTEST(usableTheme(wanted, installed), "used");
     }
+
+    void theSessionSaysWhichThemeItUses()
+    {
+        moorline::SessionThemeFacts facts;
+        QCOMPARE(sessionIconTheme(facts), QString());
+        facts.gnomes = QStringLiteral("Gnomish");
+        facts.kdeSettings = {"[General]\nTheme=Wrong\n", "[Icons][$i]\nTheme[$i]=Administered\n"};
+        QCOMPARE(sessionIconTheme(facts), QStringLiteral("Gnomish"));
+        facts.isKde = true;
+        QCOMPARE(sessionIconTheme(facts), QStringLiteral("Administered"));
+        facts.kdeSettings.first() = "[Icons]\nTheme=Mine\n";
+        QCOMPARE(sessionIconTheme(facts), QStringLiteral("Mine"));
+        facts.kdeSettings.clear();
+        QCOMPARE(sessionIconTheme(facts), QStringLiteral("breeze"));
+        facts.told = QStringLiteral("Papirus");
+        QCOMPARE(sessionIconTheme(facts), QStringLiteral("Papirus"));
+    }
 };
 
 MOORLINE_TEST(IconThemesTest);

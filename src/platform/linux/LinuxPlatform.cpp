@@ -102,6 +102,16 @@ struct KeptBus {
     BusKeeper keeper;
 };
 
+struct FollowedIconTheme {
+    explicit FollowedIconTheme(const DesktopSettingsClient *settings)
+        : theme(settings, fileWatch, currentDesktopNames())
+    {
+    }
+
+    QtFileWatch fileWatch;
+    SessionIconTheme theme;
+};
+
 /// What all adapters have in common, in the order of dependence.
 struct Foundation {
     std::unique_ptr<X11Desktop> desktop;
@@ -109,7 +119,7 @@ struct Foundation {
     KeptBus systemBus;
     /// Whoever keeps it keeps the program from ending with it.
     KeptBus sessionBus;
-    SessionIconTheme iconTheme;
+    FollowedIconTheme icons;
     /// Null without a desktop, where Qt asks nothing of the session bus.
     std::unique_ptr<BusGate> sessionBusGate = nullptr;
     /// Made as soon as the entries are known that it starts.
@@ -149,7 +159,7 @@ std::shared_ptr<Foundation> layFoundation(Clock &clock)
     const DockWindows *windows = desktop ? &desktop->docks : nullptr;
     const DesktopSettingsClient *settings = desktop ? &desktop->settings : nullptr;
     std::shared_ptr<Foundation> foundation(new Foundation{std::move(desktop), DesktopDocks(windows),
-        KeptBus(BusKind::system, clock), KeptBus(BusKind::session, clock), SessionIconTheme(settings)});
+        KeptBus(BusKind::system, clock), KeptBus(BusKind::session, clock), FollowedIconTheme(settings)});
     // At once, before anyone else's connection to the session bus can end the program.
     if (windows)
         foundation->sessionBusGate = std::make_unique<BusGate>(foundation->sessionBus.keeper, clock);
@@ -198,7 +208,7 @@ std::function<void(std::function<void()>)> readiness(Foundation &foundation)
 
 Port<ThemedIcons> makeIcons(const Foundation &foundation, DesktopEntries &entries, Clock &clock)
 {
-    auto icons = makePort<ThemedIcons>(clock, foundation.iconTheme);
+    auto icons = makePort<ThemedIcons>(clock, foundation.icons.theme);
     ThemedIcons &themed = *icons;
     themed.setLocator([&entries](const QString &path, const std::function<void(const QString &)> &located) {
         entries.whenLoaded([&entries, path, located] { located(entries.locate(path, std::nullopt).value_or(path)); });

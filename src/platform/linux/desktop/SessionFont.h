@@ -1,10 +1,7 @@
 #pragma once
 
-#include "platform/FileWatch.h"
 #include "platform/SystemFont.h"
 #include "platform/linux/desktop/SessionText.h"
-
-#include <QStringList>
 
 namespace moorline {
 
@@ -23,9 +20,6 @@ private:
     void look();
 
     SessionText m_text;
-    bool m_isKde;
-    /// Of KDE's settings; null in any other session.
-    std::unique_ptr<FileWatch::Watch> m_kdeWatch;
     QString m_family;
 };
 

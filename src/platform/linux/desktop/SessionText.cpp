@@ -2,10 +2,16 @@
 
 #include "platform/linux/glib/GSettingsGroup.h"
 #include "platform/linux/x11/DesktopSettingsClient.h"
+#include "support/RegularFile.h"
+
+#include <QStandardPaths>
 
 namespace moorline {
 
 namespace {
+
+const QString kdeFile = QStringLiteral("kdeglobals");
+constexpr qint64 largestFile = qint64(1024) * 1024;
 
 constexpr auto interfaceSchema = "org.gnome.desktop.interface";
 
@@ -20,11 +26,17 @@ GObjectPointer<GSettings> openInterface(const QByteArray &key)
 
 } // namespace
 
-SessionText::SessionText(const DesktopSettingsClient *settings, Names names)
+SessionText::SessionText(
+    const DesktopSettingsClient *settings, FileWatch &fileWatch, const QStringList &desktopNames, Names names)
     : m_settings(settings)
     , m_names(std::move(names))
     , m_gnome(openInterface(m_names.gnomes))
+    , m_isKde(desktopNames.contains(QStringLiteral("KDE"), Qt::CaseInsensitive))
 {
+    if (m_isKde) {
+        const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+        m_kdeWatch = fileWatch.watch(folder + u'/' + kdeFile, [this] { Q_EMIT changed(); });
+    }
     if (settings)
         connect(settings, &DesktopSettingsClient::changed, this, &SessionText::changed);
     if (m_gnome) {
@@ -43,6 +55,17 @@ std::optional<QString> SessionText::told() const
 {
     const auto text = m_settings ? m_settings->text(m_names.told) : std::nullopt;
     return text ? std::optional(QString::fromUtf8(*text)) : std::nullopt;
+}
+
+QList<QByteArray> SessionText::kdeSettings() const
+{
+    QList<QByteArray> contents;
+    if (!m_isKde)
+        return contents;
+    const QStringList files = QStandardPaths::locateAll(QStandardPaths::GenericConfigLocation, kdeFile);
+    for (const QString &file : files)
+        contents.append(regularFileContent(file, largestFile).value_or(QByteArray()));
+    return contents;
 }
 
 QString SessionText::gnomes() const

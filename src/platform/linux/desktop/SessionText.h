@@ -1,9 +1,11 @@
 #pragma once
 
+#include "platform/FileWatch.h"
 #include "platform/linux/glib/GObjectPointer.h"
 
 #include <QByteArray>
 #include <QObject>
+#include <QStringList>
 #include <optional>
 
 namespace moorline {
@@ -11,7 +13,7 @@ namespace moorline {
 class DesktopSettingsClient;
 
 /// One of the texts in which a session says how it looks: as the desktop tells it to every program through the X
-/// server, and as GNOME's settings have it.
+/// server, as KDE's settings have it in a session of KDE's, and as GNOME's do.
 class SessionText final : public QObject {
     Q_OBJECT
 public:
@@ -21,17 +23,21 @@ public:
         QByteArray gnomes;
     };
 
-    /// `settings` is null where there is no X server; it outlives this.
-    SessionText(const DesktopSettingsClient *settings, Names names);
+    /// `settings` is null where there is no X server. Both outlive this.
+    SessionText(
+        const DesktopSettingsClient *settings, FileWatch &fileWatch, const QStringList &desktopNames, Names names);
     ~SessionText() override;
 
     /// Absent where no desktop tells it.
     [[nodiscard]] std::optional<QString> told() const;
+    [[nodiscard]] bool isKde() const { return m_isKde; }
+    /// The contents of KDE's files of settings, the user's own before those of the system. None in any other session.
+    [[nodiscard]] QList<QByteArray> kdeSettings() const;
     /// Empty where GNOME's settings are not installed.
     [[nodiscard]] QString gnomes() const;
 
 Q_SIGNALS:
-    /// Either may be another now.
+    /// Any of them may be another now.
     void changed();
 
 private:
@@ -40,6 +46,9 @@ private:
     /// Null where GNOME's settings are not installed.
     GObjectPointer<GSettings> m_gnome;
     gulong m_handler = 0;
+    bool m_isKde;
+    /// Of KDE's settings; null in any other session.
+    std::unique_ptr<FileWatch::Watch> m_kdeWatch;
 };
 
 } // namespace moorline

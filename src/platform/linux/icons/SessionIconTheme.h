@@ -5,12 +5,12 @@
 namespace moorline {
 
 /// The name of the icon theme that the session uses: what the desktop tells every program through the X server, else
-/// what GNOME's settings say.
+/// in KDE's session what KDE's settings say, and in any other what GNOME's do.
 class SessionIconTheme final : public QObject {
     Q_OBJECT
 public:
-    /// `settings` is null where there is no X server; it outlives this.
-    explicit SessionIconTheme(const DesktopSettingsClient *settings);
+    /// `settings` is null where there is no X server. Both outlive this.
+    SessionIconTheme(const DesktopSettingsClient *settings, FileWatch &fileWatch, const QStringList &desktopNames);
 
     /// Empty where nobody says.
     [[nodiscard]] QString name() const { return m_name; }
@@ -19,7 +19,7 @@ Q_SIGNALS:
     void nameChanged();
 
 private:
-    [[nodiscard]] QString currentName() const { return m_text.told().value_or(m_text.gnomes()); }
+    [[nodiscard]] QString currentName() const;
     void look();
 
     SessionText m_text;
