@@ -18,12 +18,12 @@ struct Background::Door {
     QObject *home;
 };
 
-Background::Background()
+Background::Background(int threads)
     : m_pool(new QThreadPool)
     , m_home(std::make_unique<QObject>())
     , m_door(new Door{.mutex = {}, .home = m_home.get()})
 {
-    m_pool->setMaxThreadCount(1);
+    m_pool->setMaxThreadCount(threads);
 }
 
 Background::~Background()

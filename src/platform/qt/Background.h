@@ -10,11 +10,13 @@ QT_END_NAMESPACE
 
 namespace moorline {
 
-/// Does what may have to wait for a disk on a thread of its own, one thing after the other. The thread ends when there
-/// is nothing to do for a while.
+/// Does what may have to wait for a disk on threads of its own: what was asked first begins first, and with one thread
+/// one thing is done after the other. The threads end when there is nothing to do for a while.
 class Background final {
 public:
-    Background();
+    /// `threads` is how many things may be under way at once, and so how many of them, less one, may be stuck before
+    /// the next has to wait. What is done at once may end in any order.
+    explicit Background(int threads = 1);
     /// What has not begun is not done, and nobody is told any more. Work that is stuck is left to itself.
     ~Background();
     Q_DISABLE_COPY_MOVE(Background)

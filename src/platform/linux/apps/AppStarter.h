@@ -100,7 +100,8 @@ private:
     QHash<qint64, Origin> m_origins;
     ChildProcesses m_children;
     LaunchScopes m_scopes;
-    Background m_background;
+    /// An entry on a disk that does not answer keeps one of them, and nobody from starting another.
+    Background m_background{8};
 };
 
 } // namespace moorline

@@ -10,7 +10,7 @@
 namespace moorline {
 
 /// What is known of the processes behind windows. Each is read once, on another thread: a process that is stuck holds
-/// up whoever reads about it.
+/// up whoever reads about it, and nobody else.
 class ProcessBook final : public QObject {
     Q_OBJECT
 public:
@@ -44,7 +44,8 @@ private:
     QSet<qint64> m_awaited;
     /// The latest first.
     QList<Launch> m_launches;
-    Background m_background;
+    /// A process that is stuck keeps one of them.
+    Background m_background{4};
 };
 
 } // namespace moorline
