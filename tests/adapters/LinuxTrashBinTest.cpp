@@ -42,7 +42,8 @@ struct Desktop {
     [[nodiscard]] QByteArray whatIsShown() const
     {
         QFile file(shown());
-        if (!QTest::qWaitFor([&] { return file.open(QIODevice::ReadOnly); }, 5'000))
+        // A disk from which thousands of files go just now lets a program wait.
+        if (!QTest::qWaitFor([&] { return file.open(QIODevice::ReadOnly); }, 30'000))
             return "nothing";
         return file.readAll();
     }

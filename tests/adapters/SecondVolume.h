@@ -30,6 +30,9 @@ public:
         m_server.terminate();
         if (!m_server.waitForFinished())
             qWarning("bindfs stays");
+        // Somebody may be looking still.
+        if (isMounted())
+            QProcess::execute(QStringLiteral("fusermount"), {QStringLiteral("-uz"), path()});
     }
 
     [[nodiscard]] QString path() const { return m_root.filePath(QStringLiteral("volume")); }
