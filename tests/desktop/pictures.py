@@ -1,8 +1,11 @@
 """Takes the pictures of the README: the bar as it runs, at twice the pixels."""
 
 import sys
+import time
 from datetime import date
 from pathlib import Path
+
+from PIL import Image
 
 from harness.accessibility import SWITCHED_ON, AccessibilityBus
 from harness.badges import BadgeSender
@@ -28,6 +31,12 @@ SETTINGS = {
     "showAppBadges": True,
 }
 PLACE = {"city": "San Francisco", "region": "California", "country": "United States", "latitude": 37.77, "longitude": -122.42}
+DOWNLOADS = {
+    "tide tables 2026.pdf": b"%PDF-1.4\n",
+    "crew list.csv": b"name,role\n",
+    "engine manual.zip": b"PK\x05\x06" + bytes(18),
+    "letter to the harbour master.txt": b"Dear Sir or Madam,\n",
+}
 # What of the bottom of the screen a picture shows, in points.
 PICTURE_WIDTH = 960
 # A panel without the days to come is narrower, in points.
@@ -102,10 +111,38 @@ def bar_with_menu_of_icon():
         return still_picture(surroundings.screen, 224)
 
 
+def write_files(home):
+    """What somebody's home may hold, its Downloads among it; answers what of it is pinned."""
+    Path(home / "Projects").mkdir()
+    (home / "Notes.txt").write_text("Milk, bread, and the tide table.\n")
+    downloads = home / "Downloads"
+    downloads.mkdir(exist_ok=True)
+    Image.new("RGB", (64, 64), (90, 140, 200)).save(downloads / "harbour at dusk.png")
+    for name, content in DOWNLOADS.items():
+        # Files that come in the same tick of the file system's clock have no order.
+        time.sleep(0.02)
+        (downloads / name).write_bytes(content)
+    return [{"path": str(home / name), "name": name} for name in ("Projects", "Notes.txt")]
+
+
+def bar_with_downloads():
+    with desktop() as surroundings:
+        settings = SETTINGS | {
+            "enabledWidgets": ["clock", "calendar", "app-shortcut", "pinned-items", "month-counter"],
+            "pinnedItems": write_files(surroundings.home),
+        }
+        bar = Bar(surroundings, settings, SCALE, **SWITCHED_ON)
+        items = surroundings.own(AccessibilityBus(surroundings))
+        left, top, width, height = items.item("Downloads").extents
+        surroundings.screen.click(left + width // 2, top + height // 2)
+        wait_until(lambda: bar.popups(), what="the Downloads are listed")
+        return still_picture(surroundings.screen, 330)
+
+
 def main(folder):
     folder = Path(folder)
     folder.mkdir(exist_ok=True)
-    pictures = {"bar": bar_alone, "nudge": bar_with_nudge, "menu": bar_with_menu, "applications": bar_with_menu_of_icon}
+    pictures = {"bar": bar_alone, "nudge": bar_with_nudge, "menu": bar_with_menu, "applications": bar_with_menu_of_icon, "downloads": bar_with_downloads}
     for name, take in pictures.items():
         path = folder / f"{name}.png"
         take().save(path, optimize=True)
