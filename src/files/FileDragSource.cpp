@@ -3,6 +3,7 @@
 #include "chrome/BarStage.h"
 
 #include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QDrag>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -80,8 +81,8 @@ void FileDragSource::beginDrag()
     setDown(false);
     auto *carried = new QMimeData;
     carried->setUrls({*m_url});
-    // Qt deletes it when it is over.
-    auto *drag = new QDrag(this);
+    // Qt deletes it when the other program has what it wants of it, which may be when this is gone.
+    auto *drag = new QDrag(QCoreApplication::instance());
     drag->setMimeData(carried);
     drag->setPixmap(picture());
     drag->setHotSpot({pictureSize / 2, pictureSize / 2});

@@ -214,6 +214,22 @@ def test_a_download_is_carried_into_another_program_and_stays(desktop, screen, s
     assert bar.process.is_running()
 
 
+def test_a_target_that_says_it_moved_what_it_was_offered_to_copy_moves_nothing(desktop, screen, show_files):
+    folder = download(desktop, "a.txt")
+    bar, icons = show_files(downloads=True)
+    other = desktop.own(DropWindow(desktop, (300, 200, 200, 150), action="XdndActionMove"))
+    x, y = row_place(open_stack(bar, icons), 0)
+    screen.move_pointer(x, y)
+    screen.press()
+    icons.lead(x, y, x + 14, y)
+    icons.lead_to(400, 275)
+    assert "text/uri-list" in other.offered()
+    screen.release()
+    assert other.taken("text/uri-list").decode().strip() == (folder / "a.txt").as_uri()
+    assert_holds((folder / "a.txt").exists, 1.0, "the file is gone")
+    assert bar.process.is_running()
+
+
 def test_a_download_is_carried_into_the_file_manager_as_a_copy(desktop, screen, show_files):
     folder = download(desktop, "a.txt")
     target = desktop.home / "target"

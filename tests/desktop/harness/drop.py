@@ -122,9 +122,11 @@ class FileDrag:
 
 
 class DropWindow:
-    """A window that things are dragged over, and that takes down what it is told of them."""
+    """A window that things are dragged over, and that takes down what it is told of them. With an action it takes them,
+    and says that this is what it did with them."""
 
-    def __init__(self, desktop, frame):
+    def __init__(self, desktop, frame, action=None):
+        self._action = action
         self._display = display.Display(desktop.environment["DISPLAY"])
         self._display.set_error_handler(lambda *_: None)
         screen = self._display.screen()
@@ -135,6 +137,7 @@ class DropWindow:
         self._time = None
         self._entered = None
         self._notes = []
+        self._dropped_by = None
 
     def close(self):
         self._display.close()
@@ -150,6 +153,18 @@ class DropWindow:
         # More than three would be in a property of the source.
         assert not self._entered[1] & 1
         return [self._display.get_atom_name(atom) for atom in self._entered[2:5] if atom]
+
+    def taken(self, target):
+        """What was let go over the window, once it was; its source is told what was done with it."""
+
+        def is_dropped():
+            self._read()
+            return self._dropped_by
+
+        source = wait_until(is_dropped, what="it is let go over the window")
+        data = self.data(target)
+        self._tell(source, "XdndFinished", [1, self._atom(self._action), 0, 0])
+        return data
 
     def data(self, target):
         """What is given of a type, which may be nothing."""
@@ -168,6 +183,13 @@ class DropWindow:
     def _atom(self, name):
         return self._display.intern_atom(name)
 
+    def _tell(self, source, name, values):
+        window = self._display.create_resource_object("window", source)
+        data = [self._window.id, *values]
+        message = event.ClientMessage(window=window, client_type=self._atom(name), data=(32, data))
+        self._display.send_event(window, message)
+        self._display.flush()
+
     def _read(self):
         self._display.sync()
         while self._display.pending_events():
@@ -178,3 +200,9 @@ class DropWindow:
                 self._entered = received.data[1]
             elif received.type == X.ClientMessage and received.client_type == self._atom("XdndPosition"):
                 self._time = received.data[1][3]
+                if self._action:
+                    # Accepted, and every move is to be told of.
+                    self._tell(received.data[1][0], "XdndStatus", [3, 0, 0, self._atom(self._action)])
+            elif received.type == X.ClientMessage and received.client_type == self._atom("XdndDrop"):
+                self._dropped_by = received.data[1][0]
+                self._time = received.data[1][2]
