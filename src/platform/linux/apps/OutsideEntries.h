@@ -3,8 +3,8 @@
 #include "freedesktop/EntryPlaces.h"
 #include "freedesktop/EntryRecord.h"
 #include "platform/Clock.h"
-#include "platform/qt/Background.h"
 #include "platform/linux/apps/FolderEvents.h"
+#include "platform/qt/Background.h"
 
 #include <QHash>
 #include <QObject>
