@@ -1,5 +1,7 @@
 #include "support/KdeSettings.h"
 
+#include <QList>
+
 namespace moorline {
 
 namespace {

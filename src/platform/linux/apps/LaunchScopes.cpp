@@ -112,13 +112,14 @@ LaunchScopes::~LaunchScopes() = default;
 
 std::shared_ptr<const LaunchHold> LaunchScopes::hold(const QString &entryId, const QString &description)
 {
-    const Hold hold = m_bus.isOpen() ? LaunchHold::create(m_limit) : nullptr;
+    Hold hold = m_bus.isOpen() ? LaunchHold::create(m_limit) : nullptr;
     if (!hold)
         return nullptr;
-    if (!m_ends)
+    if (!m_ends) {
         m_ends = std::make_unique<BusSignal>(m_bus, QString(),
             BusSignalAddress{managerPath, managerInterface, QStringLiteral("JobRemoved")},
             [this](const QDBusMessage &message) { letGo(unitOf(message)); });
+    }
     auto notifier = std::make_unique<QSocketNotifier>(hold->descriptor(), QSocketNotifier::Read);
     connect(notifier.get(), &QSocketNotifier::activated, this, [this, hold, entryId, description] {
         const QList<qint64> processes = hold->takeWaiting();
