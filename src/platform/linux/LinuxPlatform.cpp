@@ -12,7 +12,6 @@
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/bus/BusGate.h"
 #include "platform/linux/bus/BusKeeper.h"
-#include "platform/linux/desktop/FontsAhead.h"
 #include "platform/linux/desktop/LogindPower.h"
 #include "platform/linux/desktop/PlainFiles.h"
 #include "platform/linux/desktop/SessionFont.h"
@@ -48,28 +47,16 @@
 #include <QAccessible>
 #include <QDir>
 #include <QGuiApplication>
-#include <unistd.h>
 
 namespace moorline {
 
 namespace {
-
-constexpr auto qtPlatform = "QT_QPA_PLATFORM";
 
 /// What is asked of the system bus can wait until the bar is there.
 constexpr std::chrono::seconds systemBusDelay{1};
 
 /// Fonts, entries, icons and the bus are read at the start, and most of what that takes is free again soon after.
 constexpr std::chrono::seconds trimDelay{5};
-
-bool hasDisplay()
-{
-    struct Disconnecter {
-        void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
-    };
-    const std::unique_ptr<xcb_connection_t, Disconnecter> connection(xcb_connect(nullptr, nullptr));
-    return xcb_connection_has_error(connection.get()) == 0;
-}
 
 /// What adapters for an X server have in common.
 struct X11Desktop {
@@ -126,14 +113,6 @@ struct Foundation {
     std::unique_ptr<AppStarter> starter = nullptr;
     std::unique_ptr<Clock::Timer> trimTimer = nullptr;
 };
-
-QList<QByteArray> currentEnvironment()
-{
-    QList<QByteArray> environment;
-    for (char **variable = environ; variable && *variable; ++variable)
-        environment.append(QByteArray(*variable));
-    return environment;
-}
 
 std::unique_ptr<AppStarter> makeStarter(
     Foundation &foundation, DesktopEntries &entries, Clock &clock, const QList<QByteArray> &environment)
@@ -271,26 +250,6 @@ Port<InstanceClaim> makeInstanceClaim(const X11Desktop *desktop)
 }
 
 } // namespace
-
-std::optional<Preparation> preparePlatform(DisplayNeed need)
-{
-    const Preparation preparation{.environment = currentEnvironment()};
-    shareHeap();
-    // Else Qt loads the desktop's theme plug-in, and with it another toolkit into this process: 130 ms and 3 MB more to
-    // start.
-    QGuiApplication::setDesktopSettingsAware(false);
-    const QByteArray chosen = qgetenv(qtPlatform);
-    // Chosen for this program alone, while "wayland" and the like are often set for a whole session.
-    if (chosen == "offscreen" || chosen == "minimal" || chosen == "vnc")
-        return preparation;
-    // Also in a Wayland session with an X server: only there may a program place its own window.
-    if (hasDisplay()) {
-        readFontsAhead();
-        return qputenv(qtPlatform, "xcb") ? std::optional(preparation) : std::nullopt;
-    }
-    const bool canDo = need == DisplayNeed::optional && qputenv(qtPlatform, "offscreen");
-    return canDo ? std::optional(preparation) : std::nullopt;
-}
 
 Platform createPlatform(const Preparation &preparation)
 {
