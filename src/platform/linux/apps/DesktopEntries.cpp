@@ -8,25 +8,18 @@
 
 namespace moorline {
 
-namespace {
-
-/// Installing a program writes many files, one after the other.
-constexpr std::chrono::milliseconds batchTime{500};
-
-} // namespace
-
 EntryPlaces sessionEntryPlaces()
 {
     return entryPlaces([](const char *name) { return qEnvironmentVariable(name); }, QDir::homePath());
 }
 
 DesktopEntries::DesktopEntries(Clock &clock, EntryPlaces places)
-    : m_clock(clock)
-    , m_places(std::move(places))
+    : m_places(std::move(places))
     , m_catalogue(std::make_shared<EntryCatalogue>())
     , m_matcher(std::make_shared<WindowMatcher>())
     , m_outside(std::make_unique<OutsideEntries>(clock, m_places))
     , m_cancelled(std::make_shared<std::atomic_bool>(false))
+    , m_schedule(clock, [this] { load(); })
 {
     connect(m_outside.get(), &OutsideEntries::changed, this, &AppBundles::changed);
     load();
@@ -98,9 +91,7 @@ void DesktopEntries::whenLoaded(const std::function<void()> &then)
 
 void DesktopEntries::load()
 {
-    m_reload.reset();
-    m_isLoading = true;
-    m_isOutdated = false;
+    m_schedule.begin();
     m_background.run<LoadedEntries>(
         [places = m_places, cancelled = m_cancelled] { return loadEntries(places, *cancelled); },
         [this](const LoadedEntries &loaded) { take(loaded); });
@@ -108,7 +99,6 @@ void DesktopEntries::load()
 
 void DesktopEntries::take(const LoadedEntries &loaded)
 {
-    m_isLoading = false;
     const bool isChange = !m_isLoaded || !(*m_catalogue == *loaded.catalogue);
     const bool isFirst = !std::exchange(m_isLoaded, true);
     if (isChange) {
@@ -117,9 +107,7 @@ void DesktopEntries::take(const LoadedEntries &loaded)
     }
     if (isFirst)
         m_outside->begin([this](const QString &path) { return m_catalogue->byPath(path) != nullptr; });
-    follow(loaded.events);
-    if (std::exchange(m_isOutdated, false))
-        noteNews();
+    m_schedule.end(loaded.events);
     const QList<Promise<bool>> waiting = std::exchange(m_waiting, {});
     const QList<std::function<void()>> thens = std::exchange(m_thens, {});
     if (isChange)
@@ -128,27 +116,6 @@ void DesktopEntries::take(const LoadedEntries &loaded)
         then();
     for (const Promise<bool> &promise : waiting)
         promise.resolve(true);
-}
-
-void DesktopEntries::follow(std::shared_ptr<FolderEvents> events)
-{
-    m_notifier.reset();
-    m_events = std::move(events);
-    if (m_events->descriptor() < 0)
-        return;
-    m_notifier = std::make_unique<QSocketNotifier>(m_events->descriptor(), QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] {
-        if (m_events->takeNews())
-            noteNews();
-    });
-}
-
-void DesktopEntries::noteNews()
-{
-    if (m_isLoading)
-        m_isOutdated = true;
-    else if (!m_reload)
-        m_reload = m_clock.after(batchTime, [this] { load(); });
 }
 
 } // namespace moorline

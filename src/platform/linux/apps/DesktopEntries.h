@@ -7,10 +7,10 @@
 #include "platform/Clock.h"
 #include "platform/linux/apps/EntryLoader.h"
 #include "platform/linux/apps/OutsideEntries.h"
+#include "platform/linux/apps/RereadSchedule.h"
 #include "platform/qt/Background.h"
 #include "support/Promise.h"
 
-#include <QSocketNotifier>
 #include <atomic>
 
 namespace moorline {
@@ -47,25 +47,17 @@ public:
 
 private:
     [[nodiscard]] BundleInfo infoOf(const EntryRecord &record) const;
-    [[nodiscard]] bool isCurrent() const { return m_isLoaded && !m_isLoading && !m_reload; }
+    [[nodiscard]] bool isCurrent() const { return m_isLoaded && m_schedule.isAtRest(); }
     void load();
     void take(const LoadedEntries &loaded);
-    void follow(std::shared_ptr<FolderEvents> events);
-    void noteNews();
 
-    Clock &m_clock;
     EntryPlaces m_places;
     std::shared_ptr<const EntryCatalogue> m_catalogue;
     std::shared_ptr<const WindowMatcher> m_matcher;
     std::unique_ptr<OutsideEntries> m_outside;
     bool m_isLoaded = false;
-    bool m_isLoading = false;
-    /// Something happened while the entries were being read.
-    bool m_isOutdated = false;
     std::shared_ptr<std::atomic_bool> m_cancelled;
-    std::shared_ptr<FolderEvents> m_events;
-    std::unique_ptr<QSocketNotifier> m_notifier;
-    std::unique_ptr<Clock::Timer> m_reload;
+    RereadSchedule m_schedule;
     QList<Promise<bool>> m_waiting;
     QList<std::function<void()>> m_thens;
     Background m_background;

@@ -22,8 +22,8 @@ std::optional<EntryRecord> readOutside(const QString &path, const EntryPlaces &p
 } // namespace
 
 OutsideEntries::OutsideEntries(Clock &clock, const EntryPlaces &places)
-    : m_clock(clock)
-    , m_places(places)
+    : m_places(places)
+    , m_schedule(clock, [this] { readAll(); })
 {
 }
 
@@ -36,9 +36,9 @@ const std::optional<EntryRecord> &OutsideEntries::find(const QString &path)
     if (!m_hasBegun)
         return *m_known.insert(path, std::nullopt);
     // Before it is read: what comes meanwhile is told of.
-    if (!m_events)
-        follow(std::make_shared<FolderEvents>());
-    m_events->watchFile(path);
+    if (!m_schedule.events())
+        m_schedule.follow(std::make_shared<FolderEvents>());
+    m_schedule.events()->watchFile(path);
     return *m_known.insert(path, readOutside(path, m_places));
 }
 
@@ -62,16 +62,13 @@ OutsideEntries::Reading OutsideEntries::read(const QStringList &paths, const Ent
 
 void OutsideEntries::readAll()
 {
-    m_reload.reset();
-    m_isReading = true;
-    m_isOutdated = false;
+    m_schedule.begin();
     m_background.run<Reading>([places = m_places, paths = m_known.keys()] { return read(paths, places); },
         [this](const Reading &reading) { take(reading); });
 }
 
 void OutsideEntries::take(const Reading &reading)
 {
-    m_isReading = false;
     const QStringList known = m_known.keys();
     for (const QString &path : known) {
         // Asked for while the others were read.
@@ -82,32 +79,9 @@ void OutsideEntries::take(const Reading &reading)
         return m_known.contains(path) && m_known.value(path) != reading.entries.value(path);
     });
     m_known.insert(reading.entries);
-    follow(reading.events);
-    if (std::exchange(m_isOutdated, false))
-        noteNews();
+    m_schedule.end(reading.events);
     if (isNews)
         Q_EMIT changed();
-}
-
-void OutsideEntries::follow(std::shared_ptr<FolderEvents> events)
-{
-    m_notifier.reset();
-    m_events = std::move(events);
-    if (m_events->descriptor() < 0)
-        return;
-    m_notifier = std::make_unique<QSocketNotifier>(m_events->descriptor(), QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] {
-        if (m_events->takeNews())
-            noteNews();
-    });
-}
-
-void OutsideEntries::noteNews()
-{
-    if (m_isReading)
-        m_isOutdated = true;
-    else if (!m_reload)
-        m_reload = m_clock.after(batchTime, [this] { readAll(); });
 }
 
 } // namespace moorline

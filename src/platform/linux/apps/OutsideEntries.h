@@ -2,13 +2,11 @@
 
 #include "freedesktop/EntryPlaces.h"
 #include "freedesktop/EntryRecord.h"
-#include "platform/Clock.h"
-#include "platform/linux/apps/FolderEvents.h"
+#include "platform/linux/apps/RereadSchedule.h"
 #include "platform/qt/Background.h"
 
 #include <QHash>
 #include <QObject>
-#include <QSocketNotifier>
 #include <optional>
 
 namespace moorline {
@@ -18,9 +16,6 @@ namespace moorline {
 class OutsideEntries final : public QObject {
     Q_OBJECT
 public:
-    /// What happens within this is one change.
-    static constexpr std::chrono::milliseconds batchTime{500};
-
     /// Both outlive it.
     OutsideEntries(Clock &clock, const EntryPlaces &places);
 
@@ -46,19 +41,11 @@ private:
     [[nodiscard]] static Reading read(const QStringList &paths, const EntryPlaces &places);
     void readAll();
     void take(const Reading &reading);
-    void follow(std::shared_ptr<FolderEvents> events);
-    void noteNews();
 
-    Clock &m_clock;
     const EntryPlaces &m_places;
     Known m_known;
     bool m_hasBegun = false;
-    bool m_isReading = false;
-    /// Something happened while they were being read.
-    bool m_isOutdated = false;
-    std::shared_ptr<FolderEvents> m_events;
-    std::unique_ptr<QSocketNotifier> m_notifier;
-    std::unique_ptr<Clock::Timer> m_reload;
+    RereadSchedule m_schedule;
     Background m_background;
 };
 
