@@ -21,10 +21,10 @@ struct Looks {
     {
         looks->run<QByteArray>(
             path,
-            [this, path] {
-                begun.ref();
+            [path, begun = begun, mayAnswer = mayAnswer] {
+                begun->ref();
                 if (path.startsWith("/a"))
-                    mayAnswer.acquire();
+                    mayAnswer->acquire();
                 return path;
             },
             [this](const std::optional<QByteArray> &answer) { answers.append(answer.value_or("nothing")); });
@@ -32,8 +32,9 @@ struct Looks {
 
     FakeClock clock;
     MountTable table = MountTable::parse("1 0 0:1 / / rw\n2 1 0:2 / /a rw\n3 1 0:3 / /b rw\n");
-    QSemaphore mayAnswer;
-    QAtomicInt begun;
+    /// A look that hangs outlives its test, and has these for as long.
+    std::shared_ptr<QSemaphore> mayAnswer = std::make_shared<QSemaphore>();
+    std::shared_ptr<QAtomicInt> begun = std::make_shared<QAtomicInt>();
     QList<QByteArray> answers;
     std::unique_ptr<MountLooks> looks = std::make_unique<MountLooks>(clock, [this] { return table; });
 };
@@ -72,13 +73,13 @@ private Q_SLOTS:
         Looks looks;
         looks.look("/a/1");
         looks.look("/a/2");
-        QTRY_COMPARE(looks.begun.loadAcquire(), 1);
+        QTRY_COMPARE(looks.begun->loadAcquire(), 1);
         looks.clock.advance(1999ms);
         looks.look("/b/1");
         QTRY_COMPARE(looks.answers, QList<QByteArray>{"/b/1"});
         looks.clock.advance(1ms);
         QCOMPARE(looks.answers, (QList<QByteArray>{"/b/1", "nothing", "nothing"}));
-        looks.mayAnswer.release();
+        looks.mayAnswer->release();
     }
 
     void oneThatHangsHoldsOneLookAndNoMore()
@@ -92,15 +93,15 @@ private Q_SLOTS:
         looks.look("/a/3");
         QVERIFY(looks.answers.isEmpty());
         QTRY_COMPARE(looks.answers, QList<QByteArray>{"nothing"});
-        QTRY_COMPARE(looks.begun.loadAcquire(), 1);
+        QTRY_COMPARE(looks.begun->loadAcquire(), 1);
         looks.look("/b/1");
         QTRY_COMPARE(looks.answers.size(), 2);
-        QCOMPARE(looks.begun.loadAcquire(), 2);
+        QCOMPARE(looks.begun->loadAcquire(), 2);
         // It answers after all.
-        looks.mayAnswer.release();
+        looks.mayAnswer->release();
         QTRY_COMPARE(answered.size(), 1);
         QCOMPARE(looks.answers.size(), 2);
-        looks.mayAnswer.release();
+        looks.mayAnswer->release();
         looks.look("/a/4");
         QTRY_COMPARE(looks.answers.last(), QByteArray("/a/4"));
     }
@@ -111,9 +112,9 @@ private Q_SLOTS:
         looks.look("/a/1");
         looks.clock.advance(2s);
         looks.table = MountTable::parse("1 0 0:1 / / rw\n9 1 0:9 / /a rw\n");
-        looks.mayAnswer.release();
+        looks.mayAnswer->release();
         looks.look("/a/2");
-        looks.mayAnswer.release();
+        looks.mayAnswer->release();
         QTRY_COMPARE(looks.answers, (QList<QByteArray>{"nothing", "/a/2"}));
     }
 
@@ -121,13 +122,13 @@ private Q_SLOTS:
     {
         Looks looks;
         looks.look("/a/1");
-        QTRY_COMPARE(looks.begun.loadAcquire(), 1);
+        QTRY_COMPARE(looks.begun->loadAcquire(), 1);
         looks.clock.advance(2s);
         QElapsedTimer time;
         time.start();
         looks.looks.reset();
         QVERIFY2(time.elapsed() < 250, qPrintable(QString::number(time.elapsed())));
-        looks.mayAnswer.release();
+        looks.mayAnswer->release();
         QTest::qWait(50);
         QCOMPARE(looks.answers, QList<QByteArray>{"nothing"});
     }
@@ -139,8 +140,8 @@ private Q_SLOTS:
         for (int i = 0; i < 2; ++i) {
             looks.looks->run<bool>(
                 "/a",
-                [&looks] {
-                    looks.mayAnswer.acquire();
+                [mayAnswer = looks.mayAnswer] {
+                    mayAnswer->acquire();
                     return true;
                 },
                 [&](const std::optional<bool> &) {
@@ -150,7 +151,7 @@ private Q_SLOTS:
         }
         looks.clock.advance(2s);
         QCOMPARE(told, 1);
-        looks.mayAnswer.release();
+        looks.mayAnswer->release();
         QTest::qWait(50);
     }
 
