@@ -5,8 +5,6 @@ import os
 from contextlib import nullcontext
 from pathlib import Path
 
-from Xlib import X
-
 from . import pill
 from .screen import RIGHT_BUTTON
 from .waiting import settled, wait_until
@@ -121,7 +119,7 @@ class Bar:
 
     def popups(self):
         own = self.screen.mapped_windows_of_class("moorline")
-        return [window for window in own if window != self.window and self._is_popup(window)]
+        return [window for window in own if window != self.window and self.screen.is_popup(window)]
 
     def open_menu(self, x=None, y=None):
         """Opens the menu at a point of the pill, or at its middle, and answers the menu's frame."""
@@ -151,12 +149,6 @@ class Bar:
             if "_NET_WM_WINDOW_TYPE_DOCK" in self.screen.atom_names(window, "_NET_WM_WINDOW_TYPE"):
                 return window
         return None
-
-    def _is_popup(self, window):
-        attributes = window.get_attributes()
-        # An icon that a tray has taken in is none.
-        is_outermost = window.query_tree().parent == self.screen.root
-        return is_outermost and attributes.override_redirect and attributes.win_class == X.InputOutput
 
     def _screen_height(self):
         return self.screen.size[1]

@@ -95,6 +95,13 @@ class Screen:
     def is_mapped(self, window):
         return window.get_attributes().map_state == X.IsViewable
 
+    @_gone_is(False)
+    def is_popup(self, window):
+        attributes = window.get_attributes()
+        # An icon that a tray has taken in is none.
+        is_outermost = window.query_tree().parent == self.root
+        return is_outermost and attributes.override_redirect and attributes.win_class == X.InputOutput
+
     @_gone_is(None)
     def frame(self, window):
         geometry = window.get_geometry()
