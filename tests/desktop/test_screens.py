@@ -42,7 +42,7 @@ def test_bar_follows_the_primary_screen_and_comes_back(desktop, bar):
     wait_until(lambda: stands_on(bar, RIGHT), what="the bar goes to the new primary screen")
     desktop.set_monitors(LEFT)
     wait_until(lambda: stands_on(bar, LEFT), what="the bar comes back")
-    assert bar.is_pill_visible()
+    wait_until(bar.is_pill_visible, what="the pill is to be seen")
     assert bar.process.is_running()
 
 
