@@ -1,7 +1,9 @@
 // How long it takes from a click on the Downloads to their list, and how long the event loop stands still meanwhile.
 
 #include "files/RecentDownloads.h"
+#include "platform/linux/bus/Bus.h"
 #include "platform/linux/desktop/PlainFiles.h"
+#include "platform/qt/QtClock.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -96,7 +98,9 @@ bool click(Files &files, const QString &folder, Figures &figures)
 /// Empty where something is wrong.
 Figures measure(const QString &folder)
 {
-    PlainFiles files;
+    QtClock clock;
+    Bus bus;
+    PlainFiles files(clock, bus);
     Figures figures;
     for (int round = 0; round < rounds; ++round) {
         if (!click(files, folder, figures))

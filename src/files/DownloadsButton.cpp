@@ -42,7 +42,8 @@ void DownloadsButton::openStack()
     load();
     Workspace *workspace = &context().workspace;
     auto stack = std::make_unique<DownloadsStackView>(
-        DownloadsStackView::Context{.stage = context().stage, .icons = context().icons, .symbols = context().symbols},
+        DownloadsStackView::Context{
+            .stage = context().stage, .files = context().files, .icons = context().icons, .symbols = context().symbols},
         m_state);
     m_stack = stack.get();
     const auto finish = [stack = m_stack] {
@@ -64,15 +65,27 @@ void DownloadsButton::openStack()
 
 void DownloadsButton::load()
 {
+    ++m_reading;
     const QString folder = path();
-    context().files.list(folder, newest, [button = QPointer(this), reading = ++m_reading, folder](const auto &found) {
-        if (button && button->m_reading == reading)
-            button->take(folder, found);
+    // However often it is clicked under one reading, one more follows.
+    if (std::exchange(m_beingRead, folder) == folder)
+        return;
+    context().files.list(folder, newest, [button = QPointer(this), reading = m_reading, folder](const auto &found) {
+        if (button)
+            button->take(reading, folder, found);
     });
 }
 
-void DownloadsButton::take(const QString &folder, const std::optional<QList<FolderEntry>> &found)
+void DownloadsButton::take(quint64 reading, const QString &folder, const std::optional<QList<FolderEntry>> &found)
 {
+    const bool isOfLastFolder = m_beingRead == folder;
+    if (isOfLastFolder)
+        m_beingRead.reset();
+    if (m_reading != reading) {
+        if (isOfLastFolder)
+            load();
+        return;
+    }
     m_state.couldNotRead = !found;
     if (found)
         m_state.files = urlsIn(folder, *found);

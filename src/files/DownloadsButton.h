@@ -26,13 +26,15 @@ private:
     [[nodiscard]] QString path() const;
     void openStack();
     void load();
-    void take(const QString &folder, const std::optional<QList<FolderEntry>> &found);
+    void take(quint64 reading, const QString &folder, const std::optional<QList<FolderEntry>> &found);
     void openMenuOf(const QUrl &file);
 
     DownloadsState m_state;
     QPointer<DownloadsStackView> m_stack;
     /// The last reading; the answers to others are of no interest.
     quint64 m_reading = 0;
+    /// The folder that is being read.
+    std::optional<QString> m_beingRead;
 };
 
 } // namespace moorline

@@ -23,8 +23,8 @@ const QColor hoverColor = QColor::fromRgbF(1, 1, 1, 0.1F);
 
 } // namespace
 
-DownloadsRow::DownloadsRow(BarStage &stage, IconCache &icons, const QUrl &url, QWidget *parent)
-    : FileDragSource(stage, icons, url, parent)
+DownloadsRow::DownloadsRow(BarStage &stage, Files &files, IconCache &icons, const QUrl &url, QWidget *parent)
+    : FileDragSource(stage, files, icons, url, parent)
     , m_icon(icons)
 {
     setText(shownName(url));

@@ -10,7 +10,7 @@ namespace moorline {
 class DownloadsRow final : public FileDragSource {
     Q_OBJECT
 public:
-    DownloadsRow(BarStage &stage, IconCache &icons, const QUrl &url, QWidget *parent = nullptr);
+    DownloadsRow(BarStage &stage, Files &files, IconCache &icons, const QUrl &url, QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
 

@@ -78,7 +78,7 @@ QWidget *DownloadsStackView::makeList(const QList<QUrl> &files)
 
 DownloadsRow *DownloadsStackView::makeRow(const QUrl &file)
 {
-    auto *row = new DownloadsRow(m_context.stage, m_context.icons, file, this);
+    auto *row = new DownloadsRow(m_context.stage, m_context.files, m_context.icons, file, this);
     connect(row, &QAbstractButton::clicked, this, [this, file] { Q_EMIT fileChosen(file); });
     connect(row, &FileDragSource::menuRequested, this, [this, file] { Q_EMIT menuRequested(file); });
     return row;

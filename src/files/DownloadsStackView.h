@@ -15,6 +15,7 @@ namespace moorline {
 
 class BarStage;
 class DownloadsRow;
+class Files;
 class IconCache;
 class Symbols;
 
@@ -36,6 +37,7 @@ public:
     /// What it draws with, and whom it asks for drags; all of it outlives it.
     struct Context {
         BarStage &stage;
+        Files &files;
         IconCache &icons;
         const Symbols &symbols;
     };

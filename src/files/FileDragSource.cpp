@@ -17,11 +17,29 @@ namespace {
 constexpr qreal longestClick = 3;
 constexpr int pictureSize = 48;
 
+/// A file, and what was prepared for whoever it is given to, who may ask for it after the drop.
+class CarriedFile final : public QMimeData {
+public:
+    CarriedFile(const QUrl &url, std::unique_ptr<Files::DragOffer> offer)
+        : m_offer(std::move(offer))
+    {
+        setUrls({url});
+        const QHash<QString, QByteArray> formats = m_offer ? m_offer->formats() : QHash<QString, QByteArray>();
+        for (auto format = formats.begin(); format != formats.end(); ++format)
+            setData(format.key(), format.value());
+    }
+
+private:
+    std::unique_ptr<Files::DragOffer> m_offer;
+};
+
 } // namespace
 
-FileDragSource::FileDragSource(BarStage &stage, IconCache &icons, std::optional<QUrl> url, QWidget *parent)
+FileDragSource::FileDragSource(
+    BarStage &stage, Files &files, IconCache &icons, std::optional<QUrl> url, QWidget *parent)
     : QAbstractButton(parent)
     , m_stage(stage)
+    , m_files(files)
     , m_url(std::move(url))
     , m_icon(icons)
 {
@@ -36,6 +54,8 @@ void FileDragSource::mousePressEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton)
         return;
     m_press = event->position();
+    if (m_url)
+        m_offer = m_files.prepareDrag(*m_url);
     // To be there when a drag begins.
     static_cast<void>(m_icon.at(devicePixelRatioF()));
 }
@@ -51,8 +71,10 @@ void FileDragSource::mouseMoveEvent(QMouseEvent *event)
 
 void FileDragSource::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
+    if (event->button() == Qt::LeftButton) {
         m_press.reset();
+        m_offer.reset();
+    }
     QAbstractButton::mouseReleaseEvent(event);
 }
 
@@ -79,11 +101,9 @@ void FileDragSource::beginDrag()
     m_press.reset();
     // No click follows.
     setDown(false);
-    auto *carried = new QMimeData;
-    carried->setUrls({*m_url});
     // Qt deletes it when the other program has what it wants of it, which may be when this is gone.
     auto *drag = new QDrag(QCoreApplication::instance());
-    drag->setMimeData(carried);
+    drag->setMimeData(new CarriedFile(*m_url, std::move(m_offer)));
     drag->setPixmap(picture());
     drag->setHotSpot({pictureSize / 2, pictureSize / 2});
     m_drag = m_stage.beginDrag();

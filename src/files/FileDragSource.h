@@ -1,6 +1,7 @@
 #pragma once
 
 #include "chrome/BarDrag.h"
+#include "platform/Files.h"
 #include "theme/IconImage.h"
 
 #include <QAbstractButton>
@@ -17,7 +18,7 @@ class FileDragSource : public QAbstractButton {
     Q_OBJECT
 public:
     /// What is lent here outlives it. `url` is absent where there is nothing to drag.
-    FileDragSource(BarStage &stage, IconCache &icons, std::optional<QUrl> url, QWidget *parent = nullptr);
+    FileDragSource(BarStage &stage, Files &files, IconCache &icons, std::optional<QUrl> url, QWidget *parent = nullptr);
 
     [[nodiscard]] const std::optional<QUrl> &url() const { return m_url; }
     [[nodiscard]] bool isDragging() const { return bool(m_drag); }
@@ -42,11 +43,14 @@ private:
     [[nodiscard]] QPixmap picture();
 
     BarStage &m_stage;
+    Files &m_files;
     std::optional<QUrl> m_url;
     /// What goes with the pointer.
     IconImage m_icon;
     /// Where the press was that may begin a drag.
     std::optional<QPointF> m_press;
+    /// For the drag that may begin.
+    std::unique_ptr<Files::DragOffer> m_offer;
     /// The one that is under way.
     std::unique_ptr<BarDrag> m_drag;
 };

@@ -97,20 +97,15 @@ bool TrashButton::takesDrop(const QStringList &formats) const
 bool TrashButton::drop(const QMimeData &data)
 {
     const QList<QUrl> files = loadDroppedFileURLs(data);
-    m_going += files.size();
+    // Of this drop: what is stuck of another one concerns that one.
+    const auto going = std::make_shared<qsizetype>(files.size());
     for (const QUrl &file : files) {
-        context().files.moveToTrash(file.adjusted(QUrl::StripTrailingSlash), [button = QPointer(this)](bool) {
-            if (button)
-                button->thrownAway();
+        context().files.moveToTrash(file.adjusted(QUrl::StripTrailingSlash), [button = QPointer(this), going](bool) {
+            if (--*going == 0 && button)
+                button->refresh();
         });
     }
     return true;
-}
-
-void TrashButton::thrownAway()
-{
-    if (--m_going == 0)
-        refresh();
 }
 
 } // namespace moorline

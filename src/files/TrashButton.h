@@ -27,7 +27,6 @@ private:
     void refresh();
     void follow();
     void take(bool isFull);
-    void thrownAway();
     void showState();
 
     bool m_isFull = false;
@@ -37,8 +36,6 @@ private:
     /// The last look; the answers to others are of no interest.
     quint64 m_look = 0;
     std::unique_ptr<Clock::Timer> m_pause;
-    /// What is on its way to the trash.
-    qsizetype m_going = 0;
 };
 
 } // namespace moorline

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 
 QT_BEGIN_NAMESPACE
@@ -30,6 +32,18 @@ struct FolderEntry {
 /// What the file manager says of files, and does with them.
 class Files {
 public:
+    /// A file that is about to be dragged into another program, which may be shut away from the user's files. What was
+    /// prepared for that counts as long as this lives.
+    class DragOffer {
+    public:
+        DragOffer() = default;
+        virtual ~DragOffer() = default;
+        Q_DISABLE_COPY_MOVE(DragOffer)
+
+        /// What is offered beside the URL of the file, by MIME type. Empty until it is ready, and where it never is.
+        [[nodiscard]] virtual QHash<QString, QByteArray> formats() const = 0;
+    };
+
     /// What is wanted of everything there is in a folder. Called on another thread.
     using Choose = std::function<QList<FolderEntry>(QList<FolderEntry>)>;
     /// Called once, from the event loop, with what was chosen; absent when the folder cannot be read.
@@ -48,6 +62,8 @@ public:
     virtual void list(const QString &folder, Choose choose, Listed listed) = 0;
     /// Moves a file or folder to the trash. Where there is no trash for it, it stays.
     virtual void moveToTrash(const QUrl &file, Trashed trashed) = 0;
+    /// Nobody waits for what it takes. Null where the URL is enough for every program.
+    [[nodiscard]] virtual std::unique_ptr<DragOffer> prepareDrag(const QUrl &file) = 0;
 };
 
 } // namespace moorline

@@ -1,7 +1,9 @@
 #include "platform/linux/desktop/PlainFiles.h"
 
 #include "SecondVolume.h"
+#include "fakes/FakeClock.h"
 #include "harness/TestCase.h"
+#include "platform/linux/bus/Bus.h"
 #include "support/FileUrls.h"
 
 #include <QThread>
@@ -11,6 +13,30 @@
 #include <unistd.h>
 
 using namespace moorline;
+
+namespace {
+
+/// Root may read everything: as long as this lives, the program is somebody else's.
+class OrdinaryUser final {
+public:
+    OrdinaryUser()
+    {
+        constexpr uid_t nobody = 65'534;
+        if (m_user == 0 && seteuid(nobody) != 0)
+            qFatal("cannot be somebody else");
+    }
+    ~OrdinaryUser()
+    {
+        if (seteuid(m_user) != 0)
+            qFatal("cannot be who it was");
+    }
+    Q_DISABLE_COPY_MOVE(OrdinaryUser)
+
+private:
+    uid_t m_user = geteuid();
+};
+
+} // namespace
 
 class PlainFilesTest final : public test::TestCase {
     Q_OBJECT
@@ -41,7 +67,7 @@ private Q_SLOTS:
     void aFileIsShownUnderTheLastPartOfItsPath()
     {
         QFETCH(QString, path);
-        QTEST(PlainFiles().displayName(path), "name");
+        QTEST(PlainFiles(m_clock, m_bus).displayName(path), "name");
     }
 
     void whatIsThereHasTheSameName()
@@ -51,8 +77,8 @@ private Q_SLOTS:
         const QString link = root.filePath(QStringLiteral("link"));
         QVERIFY(QDir().mkdir(folder));
         QVERIFY(QFile::link(folder, link));
-        QCOMPARE(PlainFiles().displayName(folder), QStringLiteral("folder"));
-        QCOMPARE(PlainFiles().displayName(link), QStringLiteral("link"));
+        QCOMPARE(PlainFiles(m_clock, m_bus).displayName(folder), QStringLiteral("folder"));
+        QCOMPARE(PlainFiles(m_clock, m_bus).displayName(link), QStringLiteral("link"));
     }
 
     /// A desktop entry is a file as any other here: pinned as a file, it keeps its name.
@@ -64,7 +90,7 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write("[Desktop Entry]\nType=Application\nName=Editor\nExec=true\n");
         file.close();
-        QCOMPARE(PlainFiles().displayName(path), QStringLiteral("editor.desktop"));
+        QCOMPARE(PlainFiles(m_clock, m_bus).displayName(path), QStringLiteral("editor.desktop"));
     }
 
     void aFolderIsListedByTheBytesOfItsNames()
@@ -111,12 +137,23 @@ private Q_SLOTS:
         QVERIFY(empty && empty->size() == 1);
     }
 
+    void aFolderThatNobodyMayReadCannotBeRead()
+    {
+        const QTemporaryDir root;
+        QCOMPARE(chmod(QFile::encodeName(root.path()).constData(), 0755), 0);
+        QVERIFY(QDir(root.path()).mkdir(QStringLiteral("locked")));
+        QVERIFY(QFile::setPermissions(root.filePath(QStringLiteral("locked")), {}));
+        const OrdinaryUser user;
+        QVERIFY(listed(root.path()));
+        QCOMPARE(listed(root.filePath(QStringLiteral("locked"))), std::nullopt);
+    }
+
     void whatIsWantedIsChosenOnAnotherThread()
     {
         const QTemporaryDir root;
         write(root, "a");
         write(root, "b");
-        PlainFiles files;
+        PlainFiles files(m_clock, m_bus);
         QThread *chooser = nullptr;
         std::optional<qsizetype> count;
         files.list(
@@ -137,7 +174,7 @@ private Q_SLOTS:
         constexpr int count = 100'000;
         for (int i = 0; i < count; ++i)
             write(root, QByteArray::number(i));
-        PlainFiles files;
+        PlainFiles files(m_clock, m_bus);
         std::optional<qsizetype> seen;
         std::optional<QList<FolderEntry>> chosen;
         int turns = 0;
@@ -267,9 +304,9 @@ private:
         return path;
     }
 
-    static std::optional<QList<FolderEntry>> listed(const QString &folder)
+    std::optional<QList<FolderEntry>> listed(const QString &folder)
     {
-        PlainFiles files;
+        PlainFiles files(m_clock, m_bus);
         std::optional<std::optional<QList<FolderEntry>>> answer;
         files.list(
             folder, [](QList<FolderEntry> entries) { return entries; }, [&](const auto &found) { answer = found; });
@@ -278,14 +315,17 @@ private:
         return *answer;
     }
 
-    static std::optional<bool> thrownAway(const QUrl &file)
+    std::optional<bool> thrownAway(const QUrl &file)
     {
-        PlainFiles files;
+        PlainFiles files(m_clock, m_bus);
         std::optional<bool> answer;
         files.moveToTrash(file, [&](bool succeeded) { answer = succeeded; });
         static_cast<void>(QTest::qWaitFor([&] { return answer.has_value(); }));
         return answer;
     }
+
+    test::FakeClock m_clock;
+    Bus m_bus;
 };
 
 MOORLINE_TEST(PlainFilesTest);

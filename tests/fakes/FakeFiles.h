@@ -26,6 +26,11 @@ public:
         listings.append({folder, std::move(choose), std::move(listed)});
     }
     void moveToTrash(const QUrl &file, Trashed trashed) override { trashings.append({file, std::move(trashed)}); }
+    [[nodiscard]] std::unique_ptr<DragOffer> prepareDrag(const QUrl &file) override
+    {
+        prepared.append(file);
+        return std::make_unique<Offer>(offered, offers);
+    }
 
     /// Answers the listing that was asked for first; absent: the folder cannot be read. False when none was.
     bool answer(const std::optional<QList<FolderEntry>> &found)
@@ -44,6 +49,28 @@ public:
         trashings.takeFirst().trashed(succeeds);
         return true;
     }
+
+    /// What is offered beside the URL.
+    QHash<QString, QByteArray> offered;
+    /// For which files that was asked.
+    QList<QUrl> prepared;
+    /// How many of them count.
+    std::shared_ptr<int> offers = std::make_shared<int>(0);
+
+    struct Offer final : DragOffer {
+        Offer(const QHash<QString, QByteArray> &what, std::shared_ptr<int> count)
+            : all(what)
+            , living(std::move(count))
+        {
+            ++*living;
+        }
+        ~Offer() override { --*living; }
+        Q_DISABLE_COPY_MOVE(Offer)
+        [[nodiscard]] QHash<QString, QByteArray> formats() const override { return all; }
+
+        const QHash<QString, QByteArray> &all;
+        std::shared_ptr<int> living;
+    };
 
     struct Listing {
         QString folder;

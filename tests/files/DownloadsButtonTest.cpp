@@ -141,10 +141,39 @@ private Q_SLOTS:
         fixture.click();
         fixture.click();
         fixture.click();
-        QCOMPARE(fixture.platform.files.listings.size(), 2);
         fixture.answer({"old"});
         QVERIFY(fixture.button->stack()->rows().isEmpty());
         fixture.answer({"new"});
+        QCOMPARE(fixture.rows(), QStringLiteral("new"));
+    }
+
+    void clicksUnderAReadingAreAnsweredByOneMore()
+    {
+        Fixture fixture;
+        for (int i = 0; i < 9; ++i)
+            fixture.click();
+        QCOMPARE(fixture.platform.files.listings.size(), 1);
+        fixture.answer({"old"});
+        QCOMPARE(fixture.platform.files.listings.size(), 1);
+        fixture.answer({"new"});
+        QVERIFY(fixture.platform.files.listings.isEmpty());
+        QCOMPARE(fixture.rows(), QStringLiteral("new"));
+    }
+
+    void anotherFolderIsReadWhileTheOneBeforeIsStuck()
+    {
+        Fixture fixture;
+        fixture.click();
+        fixture.click();
+        fixture.platform.directories.downloadsPath = QStringLiteral("/home/me/Elsewhere");
+        fixture.click();
+        QCOMPARE(fixture.platform.files.listings.size(), 2);
+        std::swap(fixture.platform.files.listings[0], fixture.platform.files.listings[1]);
+        fixture.answer({"new"});
+        QCOMPARE(
+            fixture.button->state().files, std::optional(QList{QUrl(QStringLiteral("file:///home/me/Elsewhere/new"))}));
+        fixture.answer({"old"});
+        QVERIFY(fixture.platform.files.listings.isEmpty());
         QCOMPARE(fixture.rows(), QStringLiteral("new"));
     }
 

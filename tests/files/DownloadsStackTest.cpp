@@ -17,7 +17,9 @@ struct Fixture : FilesFixture {
     explicit Fixture(const DownloadsState &state = {})
         : popover(platform.popupWindows,
             std::make_unique<DownloadsStackView>(
-                DownloadsStackView::Context{.stage = stage, .icons = icons, .symbols = symbols}, state))
+                DownloadsStackView::Context{
+                    .stage = stage, .files = platform.files, .icons = icons, .symbols = symbols},
+                state))
     {
     }
     explicit Fixture(int files)

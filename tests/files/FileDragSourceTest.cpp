@@ -14,7 +14,7 @@ namespace {
 
 struct Fixture : FilesFixture {
     explicit Fixture(std::optional<QUrl> url = file(QStringLiteral("a b")))
-        : source(stage, icons, std::move(url))
+        : source(stage, platform.files, icons, std::move(url))
     {
         source.resize(200, 30);
         source.show();
@@ -25,6 +25,7 @@ struct Fixture : FilesFixture {
             const auto *drag = QCoreApplication::instance()->findChildren<QDrag *>().last();
             offered = drag->mimeData()->urls();
             formats = drag->mimeData()->formats();
+            transfer = drag->mimeData()->data(QStringLiteral("application/x-transfer"));
             hotSpot = drag->hotSpot();
         });
     }
@@ -54,6 +55,7 @@ struct Fixture : FilesFixture {
     bool wasHeld = false;
     QList<QUrl> offered;
     QStringList formats;
+    QByteArray transfer;
     QPoint hotSpot;
 };
 
@@ -95,6 +97,30 @@ private Q_SLOTS:
         QCOMPARE(fixture.offered.value(0).toEncoded(), "file:///home/me/a%FFb");
         QCOMPARE(fixture.formats, QStringList{QStringLiteral("text/uri-list")});
         QCOMPARE(fixture.hotSpot, QPoint(24, 24));
+    }
+
+    void whatIsPreparedAtThePressGoesWithTheDrag()
+    {
+        Fixture fixture;
+        fixture.platform.files.offered.insert(QStringLiteral("application/x-transfer"), "key");
+        fixture.press();
+        QCOMPARE(fixture.platform.files.prepared, QList{fixture.file(QStringLiteral("a b"))});
+        fixture.move({60, 15});
+        QCOMPARE(fixture.formats.size(), 2);
+        QCOMPARE(fixture.transfer, "key");
+        QCOMPARE(fixture.offered.size(), 1);
+        // With what is carried, for which others may still ask.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(*fixture.platform.files.offers, 0);
+    }
+
+    void aClickTakesBackWhatWasPrepared()
+    {
+        Fixture fixture;
+        fixture.press();
+        QCOMPARE(*fixture.platform.files.offers, 1);
+        fixture.release({50, 15});
+        QCOMPARE(*fixture.platform.files.offers, 0);
     }
 
     void whileItIsDraggedTheBarIsHeld()

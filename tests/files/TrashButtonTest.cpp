@@ -200,6 +200,17 @@ private Q_SLOTS:
         QVERIFY(fixture.store.settings().pinnedItems.isEmpty());
     }
 
+    void whatIsStuckKeepsNoOtherDropFromBeingLookedFor()
+    {
+        Fixture fixture;
+        QVERIFY(fixture.platform.trashBin.answer(false));
+        static_cast<void>(fixture.drop({FilesFixture::file(QStringLiteral("stuck"))}));
+        static_cast<void>(fixture.drop({FilesFixture::file(QStringLiteral("a"))}));
+        fixture.platform.files.trashings.move(1, 0);
+        QVERIFY(fixture.platform.files.finishTrashing(true));
+        QCOMPARE(fixture.looks(), 1);
+    }
+
     void aLookFromBeforeTheDropDoesNotCount()
     {
         Fixture fixture;

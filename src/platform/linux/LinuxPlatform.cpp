@@ -294,7 +294,7 @@ Platform createPlatform(const Preparation &preparation)
         .instanceClaim = makeInstanceClaim(desktop),
         .directories = makePort<XdgDirectories>(),
         .userDefaults = makePort<JsonUserDefaults>(clock, userDefaultsPath()),
-        .files = makePort<PlainFiles>(),
+        .files = makePort<PlainFiles>(clock, foundation->sessionBus.bus),
         .fileWatch = std::move(ownedFileWatch),
         .httpClient = makePort<QtHttpClient>(clock),
         .network = makePort<RouteMonitor>(),

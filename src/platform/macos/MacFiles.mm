@@ -96,4 +96,9 @@ void MacFiles::moveToTrash(const QUrl &file, Trashed trashed)
     m_trashing.run<bool>(move, std::move(trashed));
 }
 
+std::unique_ptr<Files::DragOffer> MacFiles::prepareDrag([[maybe_unused]] const QUrl &file)
+{
+    return nullptr;
+}
+
 } // namespace moorline

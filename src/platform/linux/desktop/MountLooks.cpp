@@ -40,9 +40,10 @@ struct MountLooks::Queue {
     [[nodiscard]] bool isIdle() const { return looks.empty() && !isSilent; }
 };
 
-MountLooks::MountLooks(Clock &clock, Table table)
+MountLooks::MountLooks(Clock &clock, Table table, Patience patience)
     : m_clock(clock)
     , m_table(std::move(table))
+    , m_patience(patience)
 {
 }
 
@@ -84,7 +85,8 @@ MountLooks::Queue &MountLooks::queueOf(const Mount &mount, const MountTable &mou
 void MountLooks::next(quint64 mount)
 {
     Queue &queue = *m_queues.at(mount);
-    queue.patience = m_clock.after(patience, [this, mount] { giveUp(mount); });
+    if (m_patience)
+        queue.patience = m_clock.after(*m_patience, [this, mount] { giveUp(mount); });
     const auto look = [path = queue.looks.front().path, work = queue.looks.front().work, mounts = m_table()] {
         QByteArray further = pathBeyond(path, mounts.at(path), mounts);
         if (further.isEmpty())

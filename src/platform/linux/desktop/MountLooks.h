@@ -10,17 +10,18 @@
 namespace moorline {
 
 /// Looks at files where a disk or a network may not answer. Every mount is looked at on a thread of its own, one look
-/// after the other: one that hangs keeps nobody from the others, and holds one look and no more.
+/// after the other: one that hangs keeps nobody from the others, and, where it is given up, holds one look and no more.
 class MountLooks final : public QObject {
     Q_OBJECT
 public:
-    /// How long a mount may take for one look.
-    static constexpr std::chrono::seconds patience{2};
+    /// How long a mount may take for one look. Absent: as long as it likes.
+    using Patience = std::optional<std::chrono::milliseconds>;
+    static constexpr std::chrono::seconds usualPatience{2};
 
     using Table = std::function<MountTable()>;
 
     /// `table` tells what is mounted where, and waits for no disk.
-    explicit MountLooks(Clock &clock, Table table = kernelMounts);
+    explicit MountLooks(Clock &clock, Table table = kernelMounts, Patience patience = usualPatience);
     /// What hangs is left to itself.
     ~MountLooks() override;
 
@@ -28,7 +29,7 @@ public:
     [[nodiscard]] static MountTable kernelMounts();
 
     /// `work` looks at what is at `path`, on another thread. `done` is called once, from the event loop, with what it
-    /// answered: with nothing when the mount was silent for `patience`, and at once while it still is.
+    /// answered: with nothing when the mount was silent for too long, and at once while it still is.
     template <typename Result>
     void run(
         const QByteArray &path, std::function<Result()> work, std::function<void(const std::optional<Result> &)> done)
@@ -61,6 +62,7 @@ private:
 
     Clock &m_clock;
     Table m_table;
+    Patience m_patience;
     /// By the numbers of the mounts.
     std::map<quint64, std::unique_ptr<Queue>> m_queues;
 };

@@ -1,5 +1,6 @@
 #include "platform/linux/desktop/PlainFiles.h"
 
+#include "platform/linux/desktop/FileTransfer.h"
 #include "platform/linux/desktop/FolderReader.h"
 #include "platform/linux/glib/GObjectPointer.h"
 #include "support/FileUrls.h"
@@ -7,12 +8,56 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
+#include <QPointer>
 
 namespace moorline {
 
 namespace {
 
 Q_LOGGING_CATEGORY(logFiles, "moorline.files", QtInfoMsg)
+
+/// Ends the transfer, unless that has ended with whoever made it.
+class TransferOffer final : public Files::DragOffer {
+public:
+    explicit TransferOffer(FileTransfer *transfer)
+        : m_transfer(transfer)
+    {
+    }
+    ~TransferOffer() override { delete m_transfer; }
+    Q_DISABLE_COPY_MOVE(TransferOffer)
+
+    [[nodiscard]] QHash<QString, QByteArray> formats() const override
+    {
+        return m_transfer ? m_transfer->formats() : QHash<QString, QByteArray>();
+    }
+
+private:
+    QPointer<FileTransfer> m_transfer;
+};
+
+/// How old what is known of the mounts may be.
+constexpr std::chrono::milliseconds longestKept{100};
+
+/// Of a thousand files that are thrown away at once, not each has it read anew.
+MountLooks::Table keptMounts(Clock &clock)
+{
+    struct Known {
+        MountTable mounts;
+        std::chrono::milliseconds read;
+    };
+    return [&clock, known = std::optional<Known>()]() mutable {
+        const auto now = clock.uptime();
+        if (!known || now - known->read >= longestKept)
+            known = Known{.mounts = MountLooks::kernelMounts(), .read = now};
+        return known->mounts;
+    };
+}
+
+/// Where a file is moved from: a link is, and not what it leads to.
+QByteArray folderOf(const QByteArray &path)
+{
+    return path.left(std::max<qsizetype>(path.lastIndexOf('/'), 1));
+}
 
 bool trash(const QByteArray &path)
 {
@@ -26,6 +71,14 @@ bool trash(const QByteArray &path)
 }
 
 } // namespace
+
+PlainFiles::PlainFiles(Clock &clock, Bus &sessionBus)
+    : m_clock(clock)
+    , m_sessionBus(sessionBus)
+    , m_reading(clock, MountLooks::kernelMounts, std::nullopt)
+    , m_trashing(clock, keptMounts(clock), std::nullopt)
+{
+}
 
 QString PlainFiles::displayName(const QString &path) const
 {
@@ -41,16 +94,35 @@ bool PlainFiles::exists(const QString &path) const
 void PlainFiles::list(const QString &folder, Choose choose, Listed listed)
 {
     using Found = std::optional<QList<FolderEntry>>;
-    const auto read = [path = QFile::encodeName(folder), choose = std::move(choose)]() -> Found {
+    const QByteArray path = QFile::encodeName(folder);
+    const auto read = [path, choose = std::move(choose)]() -> Found {
         Found found = readFolder(path);
         return found ? Found(choose(std::move(*found))) : std::nullopt;
     };
-    m_reading.run<Found>(read, std::move(listed));
+    m_reading.run<Found>(path, read,
+        [listed = std::move(listed)](const std::optional<Found> &answer) { listed(answer.value_or(std::nullopt)); });
 }
 
 void PlainFiles::moveToTrash(const QUrl &file, Trashed trashed)
 {
-    m_trashing.run<bool>([path = pathBytes(file)] { return trash(path); }, std::move(trashed));
+    const QByteArray path = pathBytes(file);
+    m_trashing.run<bool>(
+        folderOf(path), [path] { return trash(path); },
+        [trashed = std::move(trashed)](const std::optional<bool> &answer) { trashed(answer.value_or(false)); });
+}
+
+std::unique_ptr<Files::DragOffer> PlainFiles::prepareDrag(const QUrl &file)
+{
+    using Opened = QDBusUnixFileDescriptor;
+    auto *transfer = new FileTransfer(m_sessionBus, m_clock, &m_transfers);
+    const QByteArray path = pathBytes(file);
+    m_reading.run<Opened>(
+        path, [path] { return FileTransfer::open(path); },
+        [alive = QPointer(transfer)](const std::optional<Opened> &opened) {
+            if (alive && opened && opened->isValid())
+                alive->begin(*opened);
+        });
+    return std::make_unique<TransferOffer>(transfer);
 }
 
 } // namespace moorline
