@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FilePresence.h"
 #include "platform/Icons.h"
 
 namespace moorline {
@@ -8,7 +9,13 @@ namespace moorline {
 /// AppKit wants it, each in its own turn of the event loop.
 class MacIcons final : public Icons {
 public:
+    /// `watch` outlives this.
+    explicit MacIcons(FileWatch &watch);
+
     [[nodiscard]] std::unique_ptr<Request> load(const IconRequest &request, Completion completion) override;
+
+private:
+    FilePresence m_presence;
 };
 
 } // namespace moorline

@@ -3,6 +3,8 @@
 #import "platform/macos/Conversions.h"
 #import "platform/macos/MacImages.h"
 
+#include <QFileInfo>
+
 namespace moorline {
 
 namespace {
@@ -46,8 +48,16 @@ void answer(const IconRequest &request, const SharedCompletion &completion)
 
 } // namespace
 
+MacIcons::MacIcons(FileWatch &watch)
+    : m_presence(watch, [](const QString &path) { return QFileInfo::exists(path); })
+{
+    connect(&m_presence, &FilePresence::changed, this, &Icons::themeChanged);
+}
+
 std::unique_ptr<Icons::Request> MacIcons::load(const IconRequest &request, Completion completion)
 {
+    if (request.kind == IconKind::file)
+        m_presence.follow(request.subject);
     const auto shared = std::make_shared<Completion>(std::move(completion));
     QMetaObject::invokeMethod(
         this, [request, shared] { answer(request, shared); }, Qt::QueuedConnection);

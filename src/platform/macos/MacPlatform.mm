@@ -99,7 +99,8 @@ Platform createPlatform([[maybe_unused]] const Preparation &preparation)
     auto ownedClock = makePort<QtClock>();
     QtClock &clock = *ownedClock;
     auto appBundles = makePort<MacAppBundles>();
-    auto icons = makePort<MacIcons>();
+    auto ownedFileWatch = makePort<QtFileWatch>();
+    auto icons = makePort<MacIcons>(*ownedFileWatch);
     // One that came has an icon, and one that was replaced may have another.
     QObject::connect(appBundles.get(), &AppBundles::changed, icons.get(), &Icons::themeChanged);
     return {
@@ -120,7 +121,7 @@ Platform createPlatform([[maybe_unused]] const Preparation &preparation)
         .directories = makePort<MacDirectories>(),
         .userDefaults = makePort<MacUserDefaults>(),
         .files = makePort<MacFiles>(),
-        .fileWatch = makePort<QtFileWatch>(),
+        .fileWatch = std::move(ownedFileWatch),
         .httpClient = makePort<QtHttpClient>(clock),
         .network = makePort<MacNetwork>(),
         .locationManager = makePort<MacLocationManager>(),
