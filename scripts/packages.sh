@@ -28,7 +28,7 @@ packages_of() {
         ;;
     large)
         echo mutter libreoffice-writer libreoffice-calc libreoffice-gtk3 gnome-clocks htop lxterminal freeplane \
-            python3-gi gir1.2-unity-7.0 xfce4-panel xfconf
+            python3-gi gir1.2-unity-7.0 xfce4-panel xfconf thunar gvfs
         ;;
     pictures) echo fonts-inter tint2 mousepad featherpad at-spi2-core python3-dbus ;;
     bench) echo plank ;;
@@ -45,7 +45,7 @@ commands_of() {
     run) echo xdpyinfo ;;
     desktop) echo Xvfb openbox picom dbus-daemon xprop xrandr xterm "$system_python" ;;
     test) echo clang++ xfwm4 metacity i3 pcmanfm mousepad featherpad zenity bindfs plank tint2 xdotool glib-compile-schemas openssl ;;
-    large) echo mutter libreoffice gnome-clocks htop lxterminal freeplane xfce4-panel xfconf-query ;;
+    large) echo mutter libreoffice gnome-clocks htop lxterminal freeplane xfce4-panel xfconf-query thunar ;;
     pictures) echo tint2 mousepad featherpad ;;
     bench) echo plank ;;
     format) echo clang-format ;;

@@ -15,6 +15,7 @@ from harness.waiting import assert_holds, settled, wait_until
 # What the session's theme has for what the tests look at.
 THEME = ".local/share/icons/Adwaita"
 PICTURES = {"places/user-trash": RED, "places/user-trash-full": BLUE, "mimetypes/text-x-generic": GREEN}
+FILE_MANAGERS = ["pcmanfm", pytest.param("thunar", marks=pytest.mark.large)]
 ROW_HEIGHT = 30
 PADDING = 12
 GAP = 6
@@ -230,12 +231,13 @@ def test_a_target_that_says_it_moved_what_it_was_offered_to_copy_moves_nothing(d
     assert bar.process.is_running()
 
 
-def test_a_download_is_carried_into_the_file_manager_as_a_copy(desktop, screen, show_files):
+@pytest.mark.parametrize("manager", FILE_MANAGERS)
+def test_a_download_is_carried_into_the_file_manager_as_a_copy(desktop, screen, show_files, manager):
     folder = download(desktop, "a.txt")
     target = desktop.home / "target"
     target.mkdir()
     Image.new("RGB", (128, 128), MAGENTA).save(target / "mark.png")
-    place = place_in_file_manager(desktop, target)
+    place = place_in_file_manager(desktop, target, manager=manager)
     bar, icons = show_files(downloads=True)
     x, y = row_place(open_stack(bar, icons), 0)
     screen.move_pointer(x, y)
@@ -265,19 +267,21 @@ def test_the_trash_is_full_once_something_is_in_it(desktop, show_files):
     wait_until(lambda: is_like(icons.color(0), RED), timeout=8, what="the trash is empty")
 
 
-def test_a_file_from_the_file_manager_is_thrown_away_where_it_is_dropped(desktop, show_files):
+@pytest.mark.parametrize("manager", FILE_MANAGERS)
+def test_a_file_from_the_file_manager_is_thrown_away_where_it_is_dropped(desktop, show_files, manager):
     _, icons = show_files(trash=True)
     wait_until(lambda: is_like(icons.color(0), RED), what="the trash is empty")
     folder = desktop.home / "pictures"
     folder.mkdir()
     Image.new("RGB", (128, 128), MAGENTA).save(folder / "a picture.png")
-    icons.drag_onto(0, place_in_file_manager(desktop, folder))
+    icons.drag_onto(0, place_in_file_manager(desktop, folder, manager=manager))
     wait_until(lambda: is_trashed(desktop, "a picture.png"), what="the picture is thrown away")
     assert not (folder / "a picture.png").exists()
     wait_until(lambda: is_like(icons.color(0), BLUE), what="the trash is full")
 
 
-def test_a_click_on_the_trash_shows_what_is_in_it(desktop, screen, show_files):
+def manager(desktop):
+    """A file manager; answers where it says what it was to show."""
     shown = desktop.home / "shown"
     program = applications.script(desktop, "manager", f"""\
         printf '%s' "$*" >{shown}.part
@@ -285,10 +289,30 @@ def test_a_click_on_the_trash_shows_what_is_in_it(desktop, screen, show_files):
     """)
     applications.install(desktop, "manager", BLUE, f"{program} %U", MimeType="inode/directory;", Categories="FileManager;")
     choose(desktop, "inode/directory", "manager")
+    return shown
+
+
+def test_a_click_on_the_trash_shows_what_is_in_it(desktop, show_files):
+    shown = manager(desktop)
     _, icons = show_files(trash=True)
     icons.click(0)
     wait_until(shown.exists, what="the file manager is started")
     assert shown.read_text().removeprefix("file://") == str(desktop.home / ".local/share/Trash/files")
+
+
+@pytest.mark.large
+def test_where_the_desktop_serves_the_trash_of_all_volumes_that_is_shown(desktop, show_files):
+    shown = manager(desktop)
+    bar, icons = show_files(trash=True, environment={"GIO_USE_VFS": None})
+    wait_until(lambda: is_like(icons.color(0), RED), what="the trash is empty")
+    file = desktop.home / "letter"
+    file.write_text("words")
+    desktop.own(FileDrag(desktop, bar.process)).drop([file.as_uri()], bar.window, *icons.place(0))
+    wait_until(lambda: is_like(icons.color(0), BLUE), timeout=6, what="the trash is full")
+    assert is_trashed(desktop, "letter")
+    icons.click(0)
+    wait_until(shown.exists, what="the file manager is started")
+    assert shown.read_text() == "trash:///"
 
 
 def test_a_thousand_files_are_pinned_at_once(desktop, show_files):

@@ -16,11 +16,14 @@ def text_picture(color=MAGENTA, size=128):
     return f'/* XPM */\nstatic char *picture[] = {{\n"{size} {size} 1 1",\n"a c {fill}",\n' + ",\n".join([row] * size) + "\n};\n"
 
 
-def place_in_file_manager(desktop, folder, color=MAGENTA):
-    """Shows a folder with pcmanfm. Answers a point of the display on the file whose picture has that colour."""
+COMMANDS = {"pcmanfm": ["pcmanfm", "--no-desktop"], "thunar": ["thunar"]}
+
+
+def place_in_file_manager(desktop, folder, color=MAGENTA, manager="pcmanfm"):
+    """Shows a folder with a file manager. Answers a point of the display on the file whose picture has that colour."""
     screen = desktop.screen
-    desktop.start("files", "pcmanfm", "--no-desktop", folder)
-    window = wait_until(lambda: next(screen.mapped_windows_of_class("pcmanfm"), None), timeout=15, what="the window")
+    desktop.start("files", *COMMANDS[manager], folder)
+    window = wait_until(lambda: next(screen.mapped_windows_of_class(manager), None), timeout=30, what="the window")
     return wait_until(lambda: _place_of(screen, window, color), timeout=15, what="the picture is shown")
 
 
