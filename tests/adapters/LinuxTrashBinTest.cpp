@@ -24,14 +24,18 @@ struct Desktop {
     explicit Desktop(const QByteArray &otherVolume = {})
         : volume(otherVolume.isEmpty() ? QFile::encodeName(disk.path(QStringLiteral("volume"))) : otherVolume)
     {
-        disk.writeEntry(disk.own(QStringLiteral("files")),
-            "Name=Files\nMimeType=inode/directory;\nCategories=FileManager;\nExec="
-                + QFile::encodeName(disk.writeProgram(disk.path(QStringLiteral("files")),
-                    "#!/bin/sh\nprintf '%s' \"$1\" >" + QFile::encodeName(shown()) + ".part\nmv "
-                        + QFile::encodeName(shown()) + ".part " + QFile::encodeName(shown()) + '\n'))
-                + " %U");
     }
 
+    [[nodiscard]] QString writeFileManager() const
+    {
+        const QByteArray place = QFile::encodeName(shown());
+        const QByteArray script =
+            "#!/bin/sh\nprintf '%s' \"$1\" >" + place + ".part\nmv " + place + ".part " + place + '\n';
+        const QString program = disk.writeProgram(disk.path(QStringLiteral("files")), script);
+        return disk.writeEntry(disk.own(QStringLiteral("files")),
+            "Name=Files\nMimeType=inode/directory;\nCategories=FileManager;\nExec=" + QFile::encodeName(program)
+                + " %U");
+    }
     void look()
     {
         bin->look([this](bool isFull) { answers.append(isFull); });
@@ -42,7 +46,7 @@ struct Desktop {
     [[nodiscard]] QByteArray whatIsShown() const
     {
         QFile file(shown());
-        // A disk from which thousands of files go just now lets a program wait.
+        // A busy machine lets a program wait.
         if (!QTest::qWaitFor([&] { return file.open(QIODevice::ReadOnly); }, 30'000))
             return "nothing";
         return file.readAll();
@@ -50,6 +54,8 @@ struct Desktop {
     [[nodiscard]] QString home() const { return disk.path(QStringLiteral("Trash")); }
 
     EntriesOnDisk disk;
+    /// There before the entries are read, which begins with them.
+    QString fileManager = writeFileManager();
     QByteArray volume;
     FakeClock clock;
     Bus bus;
