@@ -28,7 +28,7 @@ packages_of() {
         ;;
     large)
         echo mutter libreoffice-writer libreoffice-calc libreoffice-gtk3 gnome-clocks htop lxterminal freeplane \
-            python3-gi gir1.2-unity-7.0 xfce4-panel xfconf thunar tumbler gvfs
+            python3-gi gir1.2-unity-7.0 xfce4-panel xfconf thunar tumbler gvfs xdg-desktop-portal
         ;;
     pictures) echo fonts-inter tint2 mousepad featherpad at-spi2-core python3-dbus ;;
     bench) echo plank ;;

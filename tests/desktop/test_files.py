@@ -3,6 +3,8 @@
 import os
 import time
 
+import dbus
+import dbus.bus
 import pytest
 from PIL import Image
 
@@ -213,6 +215,30 @@ def test_a_download_is_carried_into_another_program_and_stays(desktop, screen, s
     screen.release()
     assert os.listdir(os.fsencode(folder)) == [b"caf\xe9 100%.txt"]
     assert bar.process.is_running()
+
+
+@pytest.mark.large
+def test_a_program_in_a_sandbox_gets_a_download_from_the_portal(desktop, screen, show_files):
+    folder = download(desktop, "a.txt")
+    bar, icons = show_files(downloads=True)
+    other = desktop.own(DropWindow(desktop, (300, 200, 200, 150)))
+    x, y = row_place(open_stack(bar, icons), 0)
+    screen.move_pointer(x, y)
+    screen.press()
+    # The portal is started by the question.
+    time.sleep(2)
+    icons.lead(x, y, x + 14, y)
+    icons.lead_to(400, 275)
+    assert "application/vnd.portal.filetransfer" in other.offered()
+    key = other.data("application/vnd.portal.filetransfer").decode()
+    connection = dbus.bus.BusConnection(desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
+    portal = connection.get_object("org.freedesktop.portal.Documents", "/org/freedesktop/portal/documents")
+    retrieve = dbus.Interface(portal, "org.freedesktop.portal.FileTransfer").RetrieveFiles
+    # Once as it is held over a program, and once as it is let go there.
+    for _ in range(2):
+        assert list(retrieve(key, dbus.Dictionary(signature="sv"))) == [str(folder / "a.txt")]
+    screen.release()
+    connection.close()
 
 
 def test_a_target_that_says_it_moved_what_it_was_offered_to_copy_moves_nothing(desktop, screen, show_files):

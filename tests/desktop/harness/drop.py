@@ -150,9 +150,12 @@ class DropWindow:
             return self._entered and self._time is not None
 
         wait_until(is_known, what="something is held over the window")
-        # More than three would be in a property of the source.
-        assert not self._entered[1] & 1
-        return [self._display.get_atom_name(atom) for atom in self._entered[2:5] if atom]
+        atoms = self._entered[2:5]
+        if self._entered[1] & 1:
+            # More than three are in a property of the source.
+            source = self._display.create_resource_object("window", self._entered[0])
+            atoms = source.get_full_property(self._atom("XdndTypeList"), X.AnyPropertyType).value
+        return [self._display.get_atom_name(atom) for atom in atoms if atom]
 
     def taken(self, target):
         """What was let go over the window, once it was; its source is told what was done with it."""
