@@ -50,6 +50,15 @@ struct Fixture : FilesFixture {
     DownloadsStackView &view = static_cast<DownloadsStackView &>(popover.content());
 };
 
+/// What a row paints where it has neither icon nor text.
+QColor emptyPlaceOf(DownloadsRow &row)
+{
+    QImage image(row.size(), QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    row.render(&image, {}, {}, QWidget::RenderFlags());
+    return image.pixelColor(row.width() - 3, row.height() / 2);
+}
+
 } // namespace
 
 class DownloadsStackTest final : public TestCase {
@@ -102,6 +111,16 @@ private Q_SLOTS:
         QCOMPARE(fixture.popover.focusWidget(), &fixture.view.folderButton());
         fixture.press(Qt::Key_Up);
         QCOMPARE(fixture.focused(), 1);
+    }
+
+    void theRowUnderThePointerIsLighter()
+    {
+        Fixture fixture(2);
+        fixture.showIt();
+        fixture.view.rows()[0]->setAttribute(Qt::WA_UnderMouse);
+        // A tenth of white.
+        QCOMPARE(emptyPlaceOf(*fixture.view.rows()[0]), QColor(255, 255, 255, 26));
+        QCOMPARE(emptyPlaceOf(*fixture.view.rows()[1]), QColor(0, 0, 0, 0));
     }
 
     void returnOpensWhatTheKeysCameTo()

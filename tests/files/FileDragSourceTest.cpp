@@ -133,6 +133,18 @@ private Q_SLOTS:
         QVERIFY(!fixture.source.isDragging());
     }
 
+    void itTellsOfThePointerThatComesAndGoes()
+    {
+        Fixture fixture;
+        QSignalSpy hovered(&fixture.source, &FileDragSource::hoveredChanged);
+        QEnterEvent enter({50, 15}, {50, 15}, {50, 15});
+        QCoreApplication::sendEvent(&fixture.source, &enter);
+        QCOMPARE(hovered, (QList<QVariantList>{{true}}));
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(&fixture.source, &leave);
+        QCOMPARE(hovered, (QList<QVariantList>{{true}, {false}}));
+    }
+
     void oneDragFollowsFromAPress()
     {
         Fixture fixture;
