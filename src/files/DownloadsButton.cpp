@@ -68,8 +68,9 @@ void DownloadsButton::load()
     ++m_reading;
     const QString folder = path();
     // However often it is clicked under one reading, one more follows.
-    if (std::exchange(m_beingRead, folder) == folder)
+    if (m_underWay && m_underWay->folder == folder)
         return;
+    m_underWay = UnderWay{.folder = folder, .reading = m_reading};
     context().files.list(folder, newest, [button = QPointer(this), reading = m_reading, folder](const auto &found) {
         if (button)
             button->take(reading, folder, found);
@@ -78,11 +79,11 @@ void DownloadsButton::load()
 
 void DownloadsButton::take(quint64 reading, const QString &folder, const std::optional<QList<FolderEntry>> &found)
 {
-    const bool isOfLastFolder = m_beingRead == folder;
-    if (isOfLastFolder)
-        m_beingRead.reset();
+    const bool wasUnderWay = m_underWay && m_underWay->reading == reading;
+    if (wasUnderWay)
+        m_underWay.reset();
     if (m_reading != reading) {
-        if (isOfLastFolder)
+        if (wasUnderWay)
             load();
         return;
     }

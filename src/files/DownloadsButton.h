@@ -23,6 +23,11 @@ public:
     [[nodiscard]] DownloadsStackView *stack() const { return m_stack; }
 
 private:
+    struct UnderWay {
+        QString folder;
+        quint64 reading;
+    };
+
     [[nodiscard]] QString path() const;
     void openStack();
     void load();
@@ -33,8 +38,8 @@ private:
     QPointer<DownloadsStackView> m_stack;
     /// The last reading; the answers to others are of no interest.
     quint64 m_reading = 0;
-    /// The folder that is being read.
-    std::optional<QString> m_beingRead;
+    /// What is being read, and since which of them.
+    std::optional<UnderWay> m_underWay;
 };
 
 } // namespace moorline

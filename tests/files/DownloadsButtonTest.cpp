@@ -160,6 +160,26 @@ private Q_SLOTS:
         QCOMPARE(fixture.rows(), QStringLiteral("new"));
     }
 
+    void aFolderThatIsTheOneAgainIsReadToItsEnd()
+    {
+        Fixture fixture;
+        const QString first = fixture.platform.directories.downloadsPath;
+        fixture.click();
+        fixture.click();
+        fixture.platform.directories.downloadsPath = QStringLiteral("/home/me/Elsewhere");
+        fixture.click();
+        fixture.click();
+        fixture.platform.directories.downloadsPath = first;
+        fixture.click();
+        QCOMPARE(fixture.platform.files.listings.size(), 3);
+        fixture.answer({"old"});
+        fixture.answer({"elsewhere"});
+        QCOMPARE(fixture.platform.files.listings.size(), 1);
+        fixture.answer({"new"});
+        QVERIFY(fixture.platform.files.listings.isEmpty());
+        QCOMPARE(fixture.rows(), QStringLiteral("new"));
+    }
+
     void anotherFolderIsReadWhileTheOneBeforeIsStuck()
     {
         Fixture fixture;
