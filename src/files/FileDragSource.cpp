@@ -1,5 +1,6 @@
 #include "files/FileDragSource.h"
 
+#include "chrome/BarDrag.h"
 #include "chrome/BarStage.h"
 
 #include <QContextMenuEvent>
@@ -106,14 +107,17 @@ void FileDragSource::beginDrag()
     drag->setMimeData(new CarriedFile(*m_url, std::move(m_offer)));
     drag->setPixmap(picture());
     drag->setHotSpot({pictureSize / 2, pictureSize / 2});
-    m_drag = m_stage.beginDrag();
+    // For as long as it lasts, which may be longer than this.
+    std::unique_ptr<BarDrag> held = m_stage.beginDrag();
+    m_isDragging = true;
     QPointer<FileDragSource> alive{this};
     Q_EMIT dragStarted();
     // What becomes of it is the other program's affair: some say that they moved what they were offered to copy.
     drag->exec(Qt::CopyAction | Qt::LinkAction, Qt::CopyAction);
     if (!alive)
         return;
-    m_drag.reset();
+    held.reset();
+    m_isDragging = false;
     Q_EMIT dragEnded();
 }
 

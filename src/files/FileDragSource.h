@@ -1,6 +1,5 @@
 #pragma once
 
-#include "chrome/BarDrag.h"
 #include "platform/Files.h"
 #include "theme/IconImage.h"
 
@@ -21,7 +20,7 @@ public:
     FileDragSource(BarStage &stage, Files &files, IconCache &icons, std::optional<QUrl> url, QWidget *parent = nullptr);
 
     [[nodiscard]] const std::optional<QUrl> &url() const { return m_url; }
-    [[nodiscard]] bool isDragging() const { return bool(m_drag); }
+    [[nodiscard]] bool isDragging() const { return m_isDragging; }
 
 Q_SIGNALS:
     /// A menu was asked for, where there is a file that one is of.
@@ -51,8 +50,7 @@ private:
     std::optional<QPointF> m_press;
     /// For the drag that may begin.
     std::unique_ptr<Files::DragOffer> m_offer;
-    /// The one that is under way.
-    std::unique_ptr<BarDrag> m_drag;
+    bool m_isDragging = false;
 };
 
 } // namespace moorline

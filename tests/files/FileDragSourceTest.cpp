@@ -145,6 +145,27 @@ private Q_SLOTS:
         QCOMPARE(hovered, (QList<QVariantList>{{true}, {false}}));
     }
 
+    /// As the list of the Downloads does when it is read anew.
+    void aDragIsHeldWhenItsSourceGoes()
+    {
+        Fixture fixture;
+        auto *source = new Fixture::PlainSource(
+            fixture.stage, fixture.platform.files, fixture.icons, fixture.file(QStringLiteral("a")));
+        source->resize(200, 30);
+        bool isHeld = false;
+        connect(source, &FileDragSource::dragStarted, &fixture.source, [&] {
+            delete source;
+            isHeld = fixture.holds.isHeld();
+        });
+        for (const int x : {50, 60}) {
+            const auto type = x == 50 ? QEvent::MouseButtonPress : QEvent::MouseMove;
+            QMouseEvent event(type, {qreal(x), 15}, {qreal(x), 15}, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(source, &event);
+        }
+        QVERIFY(isHeld);
+        QVERIFY(!fixture.holds.isHeld());
+    }
+
     void oneDragFollowsFromAPress()
     {
         Fixture fixture;
