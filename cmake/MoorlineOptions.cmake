@@ -6,7 +6,7 @@ set(CMAKE_AUTOMOC ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 option(MOORLINE_WERROR "Let a warning stop the build" OFF)
-option(MOORLINE_SANITIZE "Compile with the address sanitizer, and src with that for undefined behaviour" OFF)
+option(MOORLINE_SANITIZE "Compile with the address and undefined behaviour sanitizers" OFF)
 option(MOORLINE_TIDY "Run clang-tidy beside the compiler" OFF)
 
 find_program(CCACHE ccache)
@@ -39,7 +39,9 @@ target_compile_definitions(moorline_options INTERFACE
 )
 if(MOORLINE_SANITIZE)
     target_compile_options(moorline_options INTERFACE
-        -fsanitize=address -fno-sanitize-recover=all -fno-omit-frame-pointer
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
+        # Qt compares empty lists with memcmp on two null pointers and no length.
+        -fno-sanitize=nonnull-attribute
     )
     target_link_options(moorline_options INTERFACE -fsanitize=address,undefined)
 endif()

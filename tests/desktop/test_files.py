@@ -79,6 +79,16 @@ def row_place(frame, index, scale=1):
     return int(frame.center_x), int(frame.y + (PADDING + ROW_HEIGHT * (index + 0.5)) * scale)
 
 
+def carry_first_download(bar, icons, place, patience=0):
+    """Takes the newest of the Downloads, holds it for a while in its place, and leads it to a point of the display."""
+    x, y = row_place(open_stack(bar, icons), 0)
+    bar.screen.move_pointer(x, y)
+    bar.screen.press()
+    time.sleep(patience)
+    icons.lead(x, y, x + 14, y)
+    icons.lead_to(*place)
+
+
 def opener(desktop):
     """A program that opens texts; answers where it says which."""
     opened = desktop.home / "opened"
@@ -204,11 +214,7 @@ def test_a_download_is_carried_into_another_program_and_stays(desktop, screen, s
     folder = download(desktop, "caf\udce9 100%.txt")
     bar, icons = show_files(downloads=True)
     other = desktop.own(DropWindow(desktop, (300, 200, 200, 150)))
-    x, y = row_place(open_stack(bar, icons), 0)
-    screen.move_pointer(x, y)
-    screen.press()
-    icons.lead(x, y, x + 14, y)
-    icons.lead_to(400, 275)
+    carry_first_download(bar, icons, (400, 275))
     assert "text/uri-list" in other.offered()
     uri = other.data("text/uri-list").decode().strip()
     assert uri == "file://" + str(folder).replace(" ", "%20") + "/caf%E9%20100%25.txt"
@@ -222,13 +228,8 @@ def test_a_program_in_a_sandbox_gets_a_download_from_the_portal(desktop, screen,
     folder = download(desktop, "a.txt")
     bar, icons = show_files(downloads=True)
     other = desktop.own(DropWindow(desktop, (300, 200, 200, 150)))
-    x, y = row_place(open_stack(bar, icons), 0)
-    screen.move_pointer(x, y)
-    screen.press()
     # The portal is started by the question.
-    time.sleep(2)
-    icons.lead(x, y, x + 14, y)
-    icons.lead_to(400, 275)
+    carry_first_download(bar, icons, (400, 275), patience=2)
     assert "application/vnd.portal.filetransfer" in other.offered()
     key = other.data("application/vnd.portal.filetransfer").decode()
     connection = dbus.bus.BusConnection(desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
@@ -245,11 +246,7 @@ def test_a_target_that_says_it_moved_what_it_was_offered_to_copy_moves_nothing(d
     folder = download(desktop, "a.txt")
     bar, icons = show_files(downloads=True)
     other = desktop.own(DropWindow(desktop, (300, 200, 200, 150), action="XdndActionMove"))
-    x, y = row_place(open_stack(bar, icons), 0)
-    screen.move_pointer(x, y)
-    screen.press()
-    icons.lead(x, y, x + 14, y)
-    icons.lead_to(400, 275)
+    carry_first_download(bar, icons, (400, 275))
     assert "text/uri-list" in other.offered()
     screen.release()
     assert other.taken("text/uri-list").decode().strip() == (folder / "a.txt").as_uri()
