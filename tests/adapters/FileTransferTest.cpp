@@ -134,9 +134,11 @@ private Q_SLOTS:
         QCOMPARE(unlink(path.constData()), 0);
     }
 
-    void withoutAPortalThereIsTheUrlAlone()
+    void withoutABusThereIsTheUrlAlone()
     {
-        const auto offer = m_files->prepareDrag(fileUrl(write("letter")));
+        Bus none;
+        PlainFiles files(m_clock, none);
+        const auto offer = files.prepareDrag(fileUrl(write("letter")));
         QTest::qWait(200);
         QVERIFY(offer->formats().isEmpty());
     }
