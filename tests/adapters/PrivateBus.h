@@ -10,7 +10,7 @@
 
 namespace moorline::test {
 
-/// A place for a bus that the test alone starts and ends, as often as it likes, at one address.
+/// A place for a bus that the test alone starts and ends, as often as it likes, at one address. It starts nobody.
 class PrivateBus final {
 public:
     ~PrivateBus() { end(); }
@@ -20,8 +20,9 @@ public:
     [[nodiscard]] bool start()
     {
         m_daemon.start(QStringLiteral("dbus-daemon"),
-            {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
-                QStringLiteral("--print-address"), QStringLiteral("--address=") + QString::fromLocal8Bit(address())});
+            {QStringLiteral("--config-file=" BUS_CONFIGURATION), QStringLiteral("--nofork"),
+                QStringLiteral("--nopidfile"), QStringLiteral("--print-address"),
+                QStringLiteral("--address=") + QString::fromLocal8Bit(address())});
         return m_daemon.waitForReadyRead(10'000);
     }
 

@@ -34,12 +34,13 @@ def test_files_dropped_on_the_pill_are_pinned(desktop, start_bar):
 
 def test_a_file_dropped_twice_is_pinned_once(desktop, start_bar):
     bar = start_bar()
-    file = desktop.home / "file.txt"
-    file.touch()
+    file, other = desktop.home / "file.txt", desktop.home / "other.txt"
     drag = drag_onto(desktop, bar)
-    for _ in range(2):
-        drag.drop([file.as_uri()], bar.window, *bar.pill_center())
-    wait_until(lambda: pinned(bar) == [str(file)], what="the file is pinned once")
+    for dropped in (file, file, other):
+        dropped.touch()
+        drag.drop([dropped.as_uri()], bar.window, *bar.pill_center())
+    wait_until(lambda: str(other) in pinned(bar), what="the last one is pinned")
+    assert pinned(bar) == [str(file), str(other)]
 
 
 def test_what_is_held_over_the_pill_is_not_read(desktop, start_bar):

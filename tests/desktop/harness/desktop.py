@@ -10,7 +10,6 @@ from pathlib import Path
 from PIL import Image
 from Xlib import X
 
-from .buses import bus_configuration
 from .processes import Process
 from .screen import Screen
 from .waiting import wait_until
@@ -25,6 +24,8 @@ WINDOW_MANAGERS = {
     "mutter": ["mutter", "--x11"],
 }
 # What every test runs under that asks for no other.
+BUS_WITHOUT_SERVICES = Path(__file__).resolve().parents[2] / "harness" / "bus.conf"
+
 EVERYDAY_WINDOW_MANAGERS = ("openbox", "xfwm4")
 
 # What a child must not inherit from the desktop the tests are started on.
@@ -50,7 +51,7 @@ class Desktop:
         self._size = size
         self._has_compositor = compositor
         self._fonts = fonts
-        self._has_services = services
+        self._bus_configuration = "--session" if services else f"--config-file={BUS_WITHOUT_SERVICES}"
         self._processes = []
         self._clients = []
         self._monitors = {}
@@ -228,8 +229,7 @@ class Desktop:
 
     def _start_bus(self):
         with _pipe() as (read, write):
-            configuration = bus_configuration(self.directory, self._has_services)
-            arguments = ["dbus-daemon", configuration, "--nofork", "--nopidfile", f"--print-address={write}"]
+            arguments = ["dbus-daemon", self._bus_configuration, "--nofork", "--nopidfile", f"--print-address={write}"]
             self.start("bus", *arguments, pass_fds=(write,))
             os.close(write)
             address = _line(read)
@@ -244,7 +244,7 @@ class Desktop:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
         Path(address.removeprefix("unix:path=")).unlink(missing_ok=True)
         with _pipe() as (read, write):
-            arguments = ["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}"]
+            arguments = ["dbus-daemon", self._bus_configuration, "--nofork", "--nopidfile", f"--address={address}"]
             self.start("bus", *arguments, f"--print-address={write}", pass_fds=(write,))
             os.close(write)
             _line(read)
