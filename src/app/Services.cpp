@@ -52,6 +52,7 @@ Services::Services(Platform &lentPlatform, const RunPlan &plan)
           .files = *platform.files,
           .applicationExtension = platform.appBundles->applicationExtension(),
           .makeShortcut = [this](const QUrl &url) { return launcher.makeShortcut(url); },
+          .lookAt = [this](const QStringList &paths) { return platform.appBundles->lookAt(paths); },
       })
     , scriptedDockControl(scripts)
     , systemDock(*platform.preferences, *platform.windowServer, *platform.screens,

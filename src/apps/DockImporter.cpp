@@ -76,7 +76,16 @@ QCoro::Task<DockImporter::Result> DockImporter::readPinnedApps()
     QPointer<DockImporter> alive{this};
     Result result;
     std::optional<QList<AppShortcut>> installed;
-    for (const Tile &tile : tiles(m_context.preferences)) {
+    const QList<Tile> pinned = tiles(m_context.preferences);
+    QStringList paths;
+    for (const Tile &tile : pinned) {
+        if (tile.url)
+            paths.append(tile.url->path());
+    }
+    co_await m_context.bundles.lookAt(paths);
+    if (!alive)
+        co_return Result();
+    for (const Tile &tile : pinned) {
         std::optional<AppShortcut> shortcut = shortcutAt(tile);
         if (!shortcut && isGone(tile)) {
             if (!installed) {

@@ -23,7 +23,7 @@ public:
     /// What the importer is built on. Everything lent here outlives it.
     struct Context {
         const Preferences &preferences;
-        const AppBundles &bundles;
+        AppBundles &bundles;
         const AppLauncher &launcher;
         const Files &files;
         SettingsStore &store;

@@ -4,6 +4,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 namespace moorline {
@@ -37,6 +38,8 @@ public:
     [[nodiscard]] virtual QString applicationExtension() const = 0;
     /// Absent when there is no readable bundle at `path`.
     [[nodiscard]] virtual std::optional<BundleInfo> info(const QString &path) const = 0;
+    /// Comes back once info() can tell of what is at these paths without a wait: at once where it always can.
+    [[nodiscard]] virtual QCoro::Task<> lookAt(QStringList paths);
     /// Where the application is now that was once at `path` and has this identifier: systems with more than one place
     /// for it say which counts. Absent when it is gone.
     [[nodiscard]] virtual std::optional<QString> locate(
@@ -49,5 +52,10 @@ Q_SIGNALS:
     /// An application was installed, removed or changed, perhaps.
     void changed();
 };
+
+inline QCoro::Task<> AppBundles::lookAt([[maybe_unused]] QStringList paths)
+{
+    co_return;
+}
 
 } // namespace moorline

@@ -5,6 +5,7 @@
 #include "support/FileUrls.h"
 
 #include <QFileInfo>
+#include <QPointer>
 #include <algorithm>
 
 namespace moorline {
@@ -14,6 +15,12 @@ namespace {
 QString pathIn(const Directories &directories)
 {
     return directories.applicationSupport() + u'/' + applicationIdentifier + QStringLiteral("/settings.json");
+}
+
+/// The URL of a folder may end in a slash, its path does not.
+std::optional<QString> pinnedPath(const QUrl &url)
+{
+    return pathText(url.adjusted(QUrl::StripTrailingSlash));
 }
 
 /// Appends what is not there yet, by id.
@@ -77,6 +84,28 @@ void SettingsStore::removePinnedItem(const PinnedItem &item)
 
 void SettingsStore::pin(const QList<QUrl> &urls)
 {
+    QStringList applications;
+    for (const QUrl &url : urls) {
+        const auto path = pinnedPath(url);
+        if (path && namesApplication(*path))
+            applications.append(*path);
+    }
+    if (applications.isEmpty() || !m_context.lookAt)
+        pinAll(urls);
+    else
+        pinOnceKnown(urls, applications);
+}
+
+QCoro::Task<> SettingsStore::pinOnceKnown(QList<QUrl> urls, QStringList applications)
+{
+    const QPointer<SettingsStore> alive(this);
+    co_await m_context.lookAt(applications);
+    if (alive)
+        pinAll(urls);
+}
+
+void SettingsStore::pinAll(const QList<QUrl> &urls)
+{
     // One change: a drop of hundreds of files is written once.
     change([this, &urls](Settings &settings) {
         for (const QUrl &url : urls)
@@ -86,15 +115,18 @@ void SettingsStore::pin(const QList<QUrl> &urls)
     });
 }
 
+bool SettingsStore::namesApplication(const QString &path) const
+{
+    return QFileInfo(path).suffix() == m_context.applicationExtension;
+}
+
 void SettingsStore::pinOne(Settings &settings, const QUrl &url) const
 {
-    // The URL of a folder may end in a slash, its path does not.
-    const auto path = pathText(url.adjusted(QUrl::StripTrailingSlash));
+    const auto path = pinnedPath(url);
     // The settings are text. Any other name would be another file's there.
     if (!path)
         return;
-    const auto shortcut =
-        QFileInfo(*path).suffix() == m_context.applicationExtension ? m_context.makeShortcut(url) : std::nullopt;
+    const auto shortcut = namesApplication(*path) ? m_context.makeShortcut(url) : std::nullopt;
     if (shortcut)
         add(settings.appShortcuts, *shortcut);
     else

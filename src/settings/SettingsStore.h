@@ -2,7 +2,9 @@
 
 #include "settings/SettingsSync.h"
 
+#include <QCoroTask>
 #include <QList>
+#include <QStringList>
 #include <QUrl>
 #include <functional>
 #include <optional>
@@ -32,6 +34,8 @@ public:
         /// The path extension that marks a dropped file as an application, without the dot.
         QString applicationExtension;
         MakeShortcut makeShortcut;
+        /// Comes back once `makeShortcut` can tell of the applications at these paths. Absent: it always can.
+        std::function<QCoro::Task<>(QStringList)> lookAt = nullptr;
     };
 
     explicit SettingsStore(Context context, QObject *parent = nullptr);
@@ -50,7 +54,8 @@ public:
     /// Does nothing when an item with the same path is there.
     void addPinnedItem(const PinnedItem &item);
     void removePinnedItem(const PinnedItem &item);
-    /// Pins what was dropped on the bar: applications as shortcuts, everything else as pinned items.
+    /// Pins what was dropped on the bar: applications as shortcuts, everything else as pinned items. Where there are
+    /// applications among them that have to be looked at first, as soon as that is done.
     void pin(const QList<QUrl> &urls);
 
     [[nodiscard]] const QString &filePath() const { return m_sync.path(); }
@@ -61,6 +66,9 @@ Q_SIGNALS:
     void settingsDidChange(const moorline::Settings &before);
 
 private:
+    [[nodiscard]] bool namesApplication(const QString &path) const;
+    QCoro::Task<> pinOnceKnown(QList<QUrl> urls, QStringList applications);
+    void pinAll(const QList<QUrl> &urls);
     void pinOne(Settings &settings, const QUrl &url) const;
 
     Context m_context;

@@ -203,7 +203,7 @@ private:
     [[nodiscard]] std::optional<BundleInfo> infoAt(const QString &path)
     {
         DesktopEntries entries(m_clock);
-        static_cast<void>(QCoro::waitFor(entries.installed()));
+        QCoro::waitFor(entries.lookAt({path}));
         return entries.info(path);
     }
 

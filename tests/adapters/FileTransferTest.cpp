@@ -36,6 +36,8 @@ struct Portal {
     BusMethod::Reply start(const QVariantMap &options)
     {
         calls.append(QStringLiteral("start autostop=%1").arg(options.value(QStringLiteral("autostop")).toString()));
+        if (asked)
+            asked();
         return QVariantList{key};
     }
     BusMethod::Reply add(const QVariantList &arguments)
@@ -55,6 +57,8 @@ struct Portal {
 
     QString key = QStringLiteral("1234");
     bool refuses = false;
+    /// Called before a key is given.
+    std::function<void()> asked;
     QStringList calls;
     QByteArrayList files;
     Bus bus;
@@ -219,14 +223,33 @@ private Q_SLOTS:
         QTRY_COMPARE(portal.calls.value(2), QStringLiteral("stop 1234"));
     }
 
-    void itsEndUnderAQuestionDoesNoHarm()
+    void whatIsOverBeforeItBeganIsNotBegun()
     {
         Portal portal(m_daemon.address());
         m_files->prepareDrag(fileUrl(write("letter"))).reset();
+        const auto next = m_files->prepareDrag(fileUrl(write("letter")));
+        QTRY_VERIFY(!next->formats().isEmpty());
+        QCOMPARE(portal.calls, (QStringList{QStringLiteral("start autostop=false"), QStringLiteral("add 1234")}));
+    }
+
+    /// As a click is, which is over long before a portal is there that has to be started.
+    void aKeyThatComesTooLateIsGivenBack()
+    {
+        Portal portal(m_daemon.address());
         auto offer = m_files->prepareDrag(fileUrl(write("letter")));
-        QTRY_COMPARE(m_clock.runningTimers(), 1);
-        offer.reset();
+        portal.asked = [&offer] { offer.reset(); };
+        QTRY_COMPARE(portal.calls, (QStringList{QStringLiteral("start autostop=false"), QStringLiteral("stop 1234")}));
+        QCOMPARE(m_clock.runningTimers(), 0);
+    }
+
+    void theEndUnderAQuestionDoesNoHarm()
+    {
+        Portal portal(m_daemon.address());
+        const auto offer = m_files->prepareDrag(fileUrl(write("letter")));
+        portal.asked = [this] { m_files.reset(); };
+        QTRY_COMPARE(portal.calls.size(), 1);
         QTest::qWait(50);
+        QVERIFY(offer->formats().isEmpty());
         QCOMPARE(m_clock.runningTimers(), 0);
     }
 

@@ -104,10 +104,24 @@ private Q_SLOTS:
         volumes.volume.hang();
         volumes.list(volumes.volume.path(), QStringLiteral("list"));
         volumes.throwAway(volumes.there, QStringLiteral("throw"));
+        volumes.clock.advance(2s);
         QElapsedTimer time;
         time.start();
         volumes.files.reset();
-        QVERIFY2(time.elapsed() < 2'000, qPrintable(QString::number(time.elapsed())));
+        QVERIFY2(time.elapsed() < 250, qPrintable(QString::number(time.elapsed())));
+    }
+
+    void theVolumeItselfKeepsNobodyFromTheOthers()
+    {
+        Volumes volumes;
+        volumes.volume.hang();
+        volumes.throwAway(QUrl::fromLocalFile(volumes.volume.path()), QStringLiteral("throw all"));
+        const QUrl beside = write(QFileInfo(volumes.volume.path()).path());
+        volumes.throwAway(beside, QStringLiteral("throw beside"));
+        QTRY_COMPARE(volumes.answers.size(), 1);
+        QVERIFY(volumes.answers.first().startsWith(QStringLiteral("throw beside")));
+        volumes.volume.goOn();
+        QTRY_COMPARE(volumes.answers.last(), QStringLiteral("throw all-"));
     }
 
     /// It is moved where it is, and what it leads to is not asked.

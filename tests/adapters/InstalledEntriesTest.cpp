@@ -53,6 +53,7 @@ private Q_SLOTS:
             {m_disk->system(own("mail")), {.identifier = own("mail"), .name = own("Mail"), .takesFiles = false}}};
         QCOMPARE(listed(), expected);
         QCOMPARE(m_entries->locate(m_disk->system(own("pad")), own("pad")), m_disk->own(own("pad")));
+        QCoro::waitFor(m_entries->lookAt({m_disk->system(own("pad"))}));
         QCOMPARE(m_entries->locate(m_disk->system(own("pad")), std::nullopt), m_disk->system(own("pad")));
     }
 

@@ -21,8 +21,9 @@ using namespace std::chrono_literals;
 
 /// A home with a trash of its own, a file manager, and whoever counts what is thrown away.
 struct Desktop {
-    explicit Desktop(const QByteArray &otherVolume = {})
+    explicit Desktop(const QByteArray &otherVolume = {}, const QString &otherHome = {})
         : volume(otherVolume.isEmpty() ? QFile::encodeName(disk.path(QStringLiteral("volume"))) : otherVolume)
+        , homeTrash(otherHome.isEmpty() ? disk.path(QStringLiteral("Trash")) : otherHome)
     {
     }
 
@@ -51,12 +52,13 @@ struct Desktop {
             return "nothing";
         return file.readAll();
     }
-    [[nodiscard]] QString home() const { return disk.path(QStringLiteral("Trash")); }
+    [[nodiscard]] const QString &home() const { return homeTrash; }
 
     EntriesOnDisk disk;
     /// There before the entries are read, which begins with them.
     QString fileManager = writeFileManager();
     QByteArray volume;
+    QString homeTrash;
     FakeClock clock;
     Bus bus;
     DesktopEntries entries{clock, disk.places()};
@@ -260,6 +262,23 @@ private Q_SLOTS:
             QCOMPARE(shown, QByteArray("trash:///"));
         else
             QVERIFY2(shown == folder || shown == "file://" + folder, shown.constData());
+        // Nothing was ever thrown away: what is shown is there all the same.
+        struct stat facts { };
+        QCOMPARE(stat(folder.constData(), &facts) == 0, isAllOfIt == false);
+        if (!isAllOfIt)
+            QCOMPARE(facts.st_mode, mode_t(S_IFDIR | S_IRWXU));
+    }
+
+    void aTrashThatHangsIsShownAllTheSame()
+    {
+        const SecondVolume volume;
+        Desktop desktop(volume.bytes(), volume.path() + QStringLiteral("/Trash"));
+        volume.hang();
+        desktop.bin->open();
+        QTest::qWait(50);
+        QVERIFY(!QFile::exists(desktop.shown()));
+        desktop.clock.advance(2s);
+        QVERIFY(desktop.whatIsShown().endsWith("/volume/Trash/files"));
     }
 
     void aLookEndsWithTheBin()

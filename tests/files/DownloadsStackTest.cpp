@@ -50,6 +50,15 @@ struct Fixture : FilesFixture {
     DownloadsStackView &view = static_cast<DownloadsStackView &>(popover.content());
 };
 
+/// Whether a screen reader finds these words in the list.
+bool saysAloud(QWidget &list, const QString &words)
+{
+    const auto widgets = list.findChildren<QWidget *>();
+    return std::any_of(widgets.begin(), widgets.end(), [&words](QWidget *widget) {
+        return !widget->isHidden() && QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name) == words;
+    });
+}
+
 /// What a row paints where it has neither icon nor text.
 QColor emptyPlaceOf(DownloadsRow &row)
 {
@@ -161,6 +170,26 @@ private Q_SLOTS:
         QCOMPARE(row->role(), QAccessible::Button);
         const auto *folder = QAccessible::queryAccessibleInterface(&fixture.view.folderButton());
         QCOMPARE(folder->text(QAccessible::Name), QStringLiteral("Open Downloads Folder"));
+        QCOMPARE(folder->role(), QAccessible::Button);
+        Fixture empty(0);
+        const QString message = QStringLiteral("No recent downloads");
+        QVERIFY(saysAloud(empty.view, message));
+        empty.view.show({.couldNotRead = true});
+        QVERIFY(!saysAloud(empty.view, message));
+        QVERIFY(saysAloud(empty.view,
+            QStringLiteral("Moorline needs permission to read Downloads.\nmacOS will ask the next time you click.")));
+    }
+
+    void theSymbolOfTheButtonIsAsLargeAsItsWords()
+    {
+        Fixture fixture;
+        fixture.showIt();
+        static_cast<void>(fixture.view.grab());
+        const auto &requests = std::as_const(fixture.platform.symbolCatalogue.requests);
+        const auto isFolder = [](const SymbolRequest &request) { return request.name == QStringLiteral("folder"); };
+        const auto asked = std::find_if(requests.begin(), requests.end(), isFolder);
+        QVERIFY(asked != requests.end());
+        QCOMPARE(asked->pointSize, 11.0);
     }
 
     void itBecomesWhatIsShownLater()

@@ -227,16 +227,6 @@ private Q_SLOTS:
         QCOMPARE(fixture.at(17, 43), QColor(Qt::black));
     }
 
-    void aFileThatIsGoneKeepsItsPlace()
-    {
-        Fixture fixture;
-        fixture.platform.files.missing.insert(QStringLiteral("/home/me/a"));
-        fixture.pin({QStringLiteral("a"), QStringLiteral("b")});
-        QCOMPARE(fixture.names(), QStringLiteral("a b"));
-        fixture.hand.click(first);
-        QCOMPARE(fixture.pinned(), QStringLiteral("a b"));
-    }
-
     void whatHasNoIconIsShownBySymbols()
     {
         Fixture fixture;

@@ -3,6 +3,7 @@
 #include "fakes/SettingsGround.h"
 #include "harness/TestCase.h"
 #include "settings/SettingsCoding.h"
+#include "support/Promise.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -226,6 +227,43 @@ private Q_SLOTS:
     {
         m_store->pin({file("/home/a"), QUrl::fromEncoded("file:///home/b%FF"), file("/home/c")});
         QCOMPARE(m_store->settings().pinnedItems, (QList{pinned("/home/a", "a"), pinned("/home/c", "c")}));
+    }
+
+    void applicationsArePinnedOnceTheyWereLookedAt()
+    {
+        auto context = m_ground->context(m_clock);
+        context.makeShortcut = [this](const QUrl &url) { return makeShortcut(url); };
+        QStringList looked;
+        const Promise<bool> seen;
+        context.lookAt = [&](const QStringList &paths) -> QCoro::Task<> {
+            looked = paths;
+            static_cast<void>(co_await seen);
+        };
+        auto store = std::make_unique<SettingsStore>(context);
+        store->pin({file("/b"), file("/Applications/Notes.app/"), file("/Applications/Other.app")});
+        QCOMPARE(looked,
+            (QStringList{QStringLiteral("/Applications/Notes.app"), QStringLiteral("/Applications/Other.app")}));
+        QCOMPARE(m_asked, QList<QUrl>());
+        QCOMPARE(store->settings().pinnedItems, QList<PinnedItem>());
+        // What has to be looked at keeps nothing else waiting.
+        store->pin({file("/c")});
+        QCOMPARE(store->settings().pinnedItems, QList{pinned("/c", "c")});
+        seen.resolve(true);
+        QCOMPARE(store->settings().pinnedItems,
+            (QList{pinned("/c", "c"), pinned("/b", "b"), pinned("/Applications/Other.app", "Other.app")}));
+        QVERIFY(store->settings().appShortcuts.contains(notes()));
+    }
+
+    void theStoreMayEndUnderALook()
+    {
+        auto context = m_ground->context(m_clock);
+        const Promise<bool> seen;
+        context.lookAt = [&seen](const QStringList &) -> QCoro::Task<> { static_cast<void>(co_await seen); };
+        auto store = std::make_unique<SettingsStore>(context);
+        store->pin({file("/Applications/Notes.app")});
+        store.reset();
+        seen.resolve(true);
+        QCOMPARE(m_asked, QList<QUrl>());
     }
 
     void extensionOfApplicationsIsTheSystems()

@@ -54,8 +54,22 @@ std::optional<BundleInfo> DesktopEntries::info(const QString &path) const
         return infoOf(*stand);
     if (const EntryRecord *known = m_catalogue->byPath(path))
         return infoOf(*known);
-    const auto &record = m_outside->find(path);
+    const auto record = m_outside->find(path);
     return record ? std::optional(infoOf(*record)) : std::nullopt;
+}
+
+QCoro::Task<> DesktopEntries::lookAt(QStringList paths)
+{
+    const QPointer<DesktopEntries> alive(this);
+    if (!m_isLoaded) {
+        const Promise<bool> loaded;
+        m_waiting.append(loaded);
+        static_cast<void>(co_await loaded);
+    }
+    if (!alive)
+        co_return;
+    paths.removeIf([this](const QString &path) { return m_catalogue->standIn(path) || m_catalogue->byPath(path); });
+    co_await m_outside->lookAt(paths);
 }
 
 std::optional<QString> DesktopEntries::locate(const QString &path, const std::optional<QString> &identifier) const

@@ -30,8 +30,9 @@ public:
     [[nodiscard]] QString applicationExtension() const override;
     /// Absent unless `path` is a regular file of at most 1 MiB with an entry of type Application, or stands for one.
     /// Nothing is known until the entries are read, so that no disk holds up the start. A path that is in none of the
-    /// folders for applications is read when it is first asked for after that.
+    /// folders for applications is read after that, from when it is first asked for.
     [[nodiscard]] std::optional<BundleInfo> info(const QString &path) const override;
+    [[nodiscard]] QCoro::Task<> lookAt(QStringList paths) override;
     [[nodiscard]] std::optional<QString> locate(
         const QString &path, const std::optional<QString> &identifier) const override;
     [[nodiscard]] QCoro::Task<QList<InstalledBundle>> installed() override;

@@ -22,28 +22,31 @@ FolderEvents::FolderEvents()
 {
 }
 
-FolderEvents::Place *FolderEvents::watch(const QString &folder)
+bool FolderEvents::watch(const QString &folder, const std::function<void(Place &)> &note)
 {
     if (!m_descriptor.isOpen())
-        return nullptr;
+        return false;
+    // A disk that hangs holds up no other thread.
     const int place = inotify_add_watch(m_descriptor.get(), QFile::encodeName(folder).constData(), watchedEvents);
-    return place < 0 ? nullptr : &m_places[place];
+    if (place < 0)
+        return false;
+    const QMutexLocker lock(&m_mutex);
+    note(m_places[place]);
+    return true;
 }
 
 void FolderEvents::watchEntries(const QString &folder)
 {
     // Before the folder itself: it may come meanwhile.
     watchFile(folder);
-    if (Place *place = watch(folder))
-        place->hasEntries = true;
+    static_cast<void>(watch(folder, [](Place &place) { place.hasEntries = true; }));
 }
 
 void FolderEvents::watchFile(const QString &path)
 {
     const QFileInfo file(path);
-    if (Place *place = watch(file.path()))
-        place->names.insert(file.fileName());
-    else if (file.path() != path)
+    const bool isWatched = watch(file.path(), [&file](Place &place) { place.names.insert(file.fileName()); });
+    if (!isWatched && file.path() != path)
         watchFile(file.path());
 }
 
@@ -69,6 +72,7 @@ bool FolderEvents::isNews(int place, quint32 what, const QString &name) const
 {
     if ((what & endings) != 0)
         return true;
+    const QMutexLocker lock(&m_mutex);
     const auto known = m_places.constFind(place);
     if (known == m_places.constEnd())
         return false;

@@ -3,13 +3,15 @@
 #include "support/FileDescriptor.h"
 
 #include <QHash>
+#include <QMutex>
 #include <QSet>
 #include <QString>
+#include <functional>
 
 namespace moorline {
 
-/// What happens to desktop entries and to lists of applications on disk, also to those written in place. It may be made
-/// on one thread and read on another.
+/// What happens to desktop entries and to lists of applications on disk, also to those written in place. Any thread
+/// may add what is watched, which may wait for a disk; one reads.
 class FolderEvents final {
 public:
     FolderEvents();
@@ -31,10 +33,11 @@ private:
         QSet<QString> names;
     };
 
-    Place *watch(const QString &folder);
+    [[nodiscard]] bool watch(const QString &folder, const std::function<void(Place &)> &note);
     [[nodiscard]] bool isNews(int place, quint32 what, const QString &name) const;
 
     FileDescriptor m_descriptor;
+    mutable QMutex m_mutex;
     QHash<int, Place> m_places;
 };
 

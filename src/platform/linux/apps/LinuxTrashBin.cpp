@@ -4,8 +4,10 @@
 #include "platform/linux/apps/AppStarter.h"
 #include "platform/linux/desktop/FolderReader.h"
 #include "platform/linux/glib/GObjectPointer.h"
+#include "support/FileUrls.h"
 
 #include <QFile>
+#include <cerrno>
 #include <gio/gunixmounts.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -26,6 +28,14 @@ bool isTrusted(const QByteArray &shared)
 bool isFilled(const TrashPlace &place)
 {
     return isTrusted(place.shared) && isFolderFilled(place.folder + "/files");
+}
+
+/// With whatever it lies in. For the user alone, as the trash is to be. Whether it is there.
+bool makeFolder(const QByteArray &path)
+{
+    for (qsizetype end = path.indexOf('/', 1); end >= 0; end = path.indexOf('/', end + 1))
+        mkdir(path.left(end).constData(), S_IRWXU);
+    return mkdir(path.constData(), S_IRWXU) == 0 || errno == EEXIST;
 }
 
 } // namespace
@@ -101,9 +111,12 @@ void LinuxTrashBin::tell(bool isFull)
 
 void LinuxTrashBin::open()
 {
-    const QUrl all(QString::fromLatin1(trashAddress));
-    const QUrl own = QUrl::fromLocalFile(m_context.homeTrash + QStringLiteral("/files"));
-    m_context.starter.showFolder(m_isServed ? all : own, nullptr);
+    if (m_isServed)
+        return m_context.starter.showFolder(QUrl(QString::fromLatin1(trashAddress)), nullptr);
+    const QByteArray own = QFile::encodeName(m_context.homeTrash + QStringLiteral("/files"));
+    m_looks.run<bool>(
+        own, [own] { return makeFolder(own); },
+        [this, own](const std::optional<bool> &) { m_context.starter.showFolder(fileUrl(own), nullptr); });
 }
 
 std::optional<quint32> countOfTrash()

@@ -3,6 +3,7 @@
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/bus/PendingBusCall.h"
 
+#include <QPointer>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -40,19 +41,26 @@ QDBusMessage addQuestion(const QString &key, const QDBusUnixFileDescriptor &file
     return question(QStringLiteral("AddFiles"), {key, QVariant::fromValue(files), QVariantMap()});
 }
 
+void stop(Bus &bus, const QString &key)
+{
+    if (bus.isOpen())
+        bus.connection().send(question(QStringLiteral("StopTransfer"), {key}));
+}
+
 } // namespace
 
-FileTransfer::FileTransfer(Bus &sessionBus, Clock &clock, QObject *parent)
-    : QObject(parent)
+FileTransfer::FileTransfer(Bus &sessionBus, Clock &clock, QObject &owner)
+    : QObject(&owner)
     , m_bus(sessionBus)
     , m_clock(clock)
+    , m_owner(owner)
 {
 }
 
 FileTransfer::~FileTransfer()
 {
-    if (!m_key.isEmpty() && m_bus.isOpen())
-        m_bus.connection().send(question(QStringLiteral("StopTransfer"), {m_key}));
+    if (!m_key.isEmpty())
+        stop(m_bus, m_key);
 }
 
 QDBusUnixFileDescriptor FileTransfer::open(const QByteArray &path)
@@ -74,11 +82,15 @@ void FileTransfer::begin(const QDBusUnixFileDescriptor &file)
 
 QCoro::Task<> FileTransfer::handOver(QDBusUnixFileDescriptor file)
 {
-    const BusAnswer started = co_await ask(*this, m_bus, m_clock, startQuestion(), patience);
-    // Without an answer this may be gone.
+    const QPointer<FileTransfer> alive(this);
+    Bus &bus = m_bus;
+    const BusAnswer started = co_await ask(m_owner, m_bus, m_clock, startQuestion(), patience);
     const auto key = started.value<QString>();
     if (!key || key->isEmpty() || key->size() > longestKey)
         co_return;
+    // A portal that had to be started may answer when the drag is long over.
+    if (!alive)
+        co_return stop(bus, *key);
     m_key = *key;
     const BusAnswer added = co_await ask(*this, m_bus, m_clock, addQuestion(m_key, file), patience);
     if (!added.isError())

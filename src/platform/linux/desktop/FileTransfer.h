@@ -17,8 +17,8 @@ class Bus;
 class FileTransfer final : public QObject {
     Q_OBJECT
 public:
-    /// Both outlive it.
-    FileTransfer(Bus &sessionBus, Clock &clock, QObject *parent = nullptr);
+    /// It goes with `owner`, which all that is asked of the portal is asked for. The others outlive that.
+    FileTransfer(Bus &sessionBus, Clock &clock, QObject &owner);
     /// The key counts no longer.
     ~FileTransfer() override;
 
@@ -36,6 +36,7 @@ private:
 
     Bus &m_bus;
     Clock &m_clock;
+    QObject &m_owner;
     /// Empty until the portal gave one.
     QString m_key;
     bool m_isReady = false;

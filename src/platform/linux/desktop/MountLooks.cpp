@@ -35,6 +35,8 @@ struct MountLooks::Queue {
     /// The first is under way, unless it was given up.
     std::deque<Look> looks;
     std::unique_ptr<Clock::Timer> patience;
+    /// When the look that is under way began, by the time since the start of the system.
+    std::chrono::milliseconds began{};
     bool isSilent = false;
 
     [[nodiscard]] bool isIdle() const { return looks.empty() && !isSilent; }
@@ -47,7 +49,13 @@ MountLooks::MountLooks(Clock &clock, Table table, Patience patience)
 {
 }
 
-MountLooks::~MountLooks() = default;
+MountLooks::~MountLooks()
+{
+    for (const auto &[mount, queue] : m_queues) {
+        if (!queue->looks.empty() && m_clock.uptime() - queue->began >= usualPatience)
+            queue->thread.setAwaited(false);
+    }
+}
 
 MountTable MountLooks::kernelMounts()
 {
@@ -85,10 +93,12 @@ MountLooks::Queue &MountLooks::queueOf(const Mount &mount, const MountTable &mou
 void MountLooks::next(quint64 mount)
 {
     Queue &queue = *m_queues.at(mount);
+    queue.began = m_clock.uptime();
     if (m_patience)
         queue.patience = m_clock.after(*m_patience, [this, mount] { giveUp(mount); });
-    const auto look = [path = queue.looks.front().path, work = queue.looks.front().work, mounts = m_table()] {
-        QByteArray further = pathBeyond(path, mounts.at(path), mounts);
+    const Look &first = queue.looks.front();
+    const auto look = [path = first.path, work = first.work, lastLink = first.lastLink, mounts = m_table()] {
+        QByteArray further = pathBeyond(path, mounts.at(path), mounts, lastLink);
         if (further.isEmpty())
             work();
         return further;
@@ -128,7 +138,8 @@ void MountLooks::giveUp(quint64 mount)
     }
 }
 
-QByteArray pathBeyond(const QByteArray &path, const Mount &mount, const MountTable &mounts)
+QByteArray pathBeyond(
+    const QByteArray &path, const Mount &mount, const MountTable &mounts, MountLooks::LastLink lastLink)
 {
     const QByteArray top = mount.point == "/" ? QByteArray() : mount.point;
     QByteArray reached = top;
@@ -140,7 +151,8 @@ QByteArray pathBeyond(const QByteArray &path, const Mount &mount, const MountTab
         const QByteArray there = name == ".." ? parentOf(reached) : reached + '/' + name;
         if (mounts.at(there).id != mount.id)
             return (QList{there} + names).join('/');
-        const QByteArray target = name == ".." ? QByteArray() : linkTarget(there);
+        const bool isFollowed = name != ".." && (!names.isEmpty() || lastLink == MountLooks::LastLink::followed);
+        const QByteArray target = isFollowed ? linkTarget(there) : QByteArray();
         if (target.isEmpty()) {
             reached = there;
             continue;

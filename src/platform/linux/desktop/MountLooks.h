@@ -28,16 +28,20 @@ public:
     /// What the kernel says.
     [[nodiscard]] static MountTable kernelMounts();
 
+    /// Whether what is at a path that names a link is what the link leads to, or the link.
+    enum class LastLink { followed, itself };
+
     /// `work` looks at what is at `path`, on another thread. `done` is called once, from the event loop, with what it
     /// answered: with nothing when the mount was silent for too long, and at once while it still is.
     template <typename Result>
-    void run(
-        const QByteArray &path, std::function<Result()> work, std::function<void(const std::optional<Result> &)> done)
+    void run(const QByteArray &path, std::function<Result()> work,
+        std::function<void(const std::optional<Result> &)> done, LastLink lastLink = LastLink::followed)
     {
         const auto answer = std::make_shared<std::optional<Result>>();
         begin({.path = path,
             .work = [answer, work = std::move(work)] { *answer = work(); },
-            .done = [answer, done = std::move(done)](bool isAnswered) { done(isAnswered ? *answer : std::nullopt); }});
+            .done = [answer, done = std::move(done)](bool isAnswered) { done(isAnswered ? *answer : std::nullopt); },
+            .lastLink = lastLink});
     }
 
 Q_SIGNALS:
@@ -49,6 +53,7 @@ private:
         QByteArray path;
         std::function<void()> work;
         std::function<void(bool isAnswered)> done;
+        LastLink lastLink = LastLink::followed;
         /// How many links to other mounts led here.
         int crossings = 0;
     };
@@ -69,6 +74,7 @@ private:
 
 /// Where a path leaves the mount that its words are on, over a link: what lies there, in words that are on another one.
 /// Empty when it does not. It may wait for that mount, and for no other.
-[[nodiscard]] QByteArray pathBeyond(const QByteArray &path, const Mount &mount, const MountTable &mounts);
+[[nodiscard]] QByteArray pathBeyond(const QByteArray &path, const Mount &mount, const MountTable &mounts,
+    MountLooks::LastLink lastLink = MountLooks::LastLink::followed);
 
 } // namespace moorline

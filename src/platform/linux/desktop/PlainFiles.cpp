@@ -53,12 +53,6 @@ MountLooks::Table keptMounts(Clock &clock)
     };
 }
 
-/// Where a file is moved from: a link is, and not what it leads to.
-QByteArray folderOf(const QByteArray &path)
-{
-    return path.left(std::max<qsizetype>(path.lastIndexOf('/'), 1));
-}
-
 bool trash(const QByteArray &path)
 {
     const GObjectPointer<GFile> file(g_file_new_for_path(path.constData()));
@@ -106,15 +100,17 @@ void PlainFiles::list(const QString &folder, Choose choose, Listed listed)
 void PlainFiles::moveToTrash(const QUrl &file, Trashed trashed)
 {
     const QByteArray path = pathBytes(file);
+    // A link is thrown away, and not what it leads to.
     m_trashing.run<bool>(
-        folderOf(path), [path] { return trash(path); },
-        [trashed = std::move(trashed)](const std::optional<bool> &answer) { trashed(answer.value_or(false)); });
+        path, [path] { return trash(path); },
+        [trashed = std::move(trashed)](const std::optional<bool> &answer) { trashed(answer.value_or(false)); },
+        MountLooks::LastLink::itself);
 }
 
 std::unique_ptr<Files::DragOffer> PlainFiles::prepareDrag(const QUrl &file)
 {
     using Opened = QDBusUnixFileDescriptor;
-    auto *transfer = new FileTransfer(m_sessionBus, m_clock, &m_transfers);
+    auto *transfer = new FileTransfer(m_sessionBus, m_clock, m_transfers);
     const QByteArray path = pathBytes(file);
     m_reading.run<Opened>(
         path, [path] { return FileTransfer::open(path); },
