@@ -23,14 +23,14 @@ packages_of() {
             python3 python3-xlib python3-pil xterm
         ;;
     test)
-        echo clang libc++-dev libglib2.0-bin xfwm4 metacity i3-wm pcmanfm mousepad featherpad zenity bindfs plank tint2 xdotool python3-pytest python3-dbus python3-dbusmock at-spi2-core openssl \
+        echo clang libc++-dev libglib2.0-bin xfwm4 metacity i3-wm pcmanfm mousepad featherpad zenity bindfs plank tint2 mpv mpv-mpris xdotool python3-pytest python3-dbus python3-dbusmock at-spi2-core openssl \
             qt6-gtk-platformtheme
         ;;
     large)
         echo mutter libreoffice-writer libreoffice-calc libreoffice-gtk3 gnome-clocks htop lxterminal freeplane \
             python3-gi gir1.2-unity-7.0 xfce4-panel xfconf thunar tumbler gvfs xdg-desktop-portal
         ;;
-    pictures) echo fonts-inter tint2 mousepad featherpad at-spi2-core python3-dbus ;;
+    pictures) echo fonts-inter tint2 mousepad featherpad mpv mpv-mpris at-spi2-core python3-dbus ;;
     bench) echo plank ;;
     format) echo clang-format ;;
     tidy) echo clang clang-tidy clang-tools ;;
@@ -44,9 +44,9 @@ commands_of() {
     build) echo c++ cmake ninja pkg-config ;;
     run) echo xdpyinfo ;;
     desktop) echo Xvfb openbox picom dbus-daemon xprop xrandr xterm "$system_python" ;;
-    test) echo clang++ xfwm4 metacity i3 pcmanfm mousepad featherpad zenity bindfs plank tint2 xdotool glib-compile-schemas openssl ;;
+    test) echo clang++ xfwm4 metacity i3 pcmanfm mousepad featherpad zenity bindfs plank tint2 mpv xdotool glib-compile-schemas openssl ;;
     large) echo mutter libreoffice gnome-clocks htop lxterminal freeplane xfce4-panel xfconf-query thunar ;;
-    pictures) echo tint2 mousepad featherpad ;;
+    pictures) echo tint2 mousepad featherpad mpv ;;
     bench) echo plank ;;
     format) echo clang-format ;;
     tidy) echo clang++ clang-tidy run-clang-tidy ;;
@@ -56,9 +56,9 @@ commands_of() {
 
 fedora_packages='gcc-c++ cmake ninja-build pkgconf qt6-qtbase-devel qt6-qtsvg-devel qt6-qttools-devel qcoro-qt6-devel
     libxcb-devel glib2-devel libgweather4-devel clang libcxx-devel clang-tools-extra xorg-x11-server-Xvfb openbox picom xfwm4 metacity i3 pcmanfm mousepad featherpad zenity bindfs xterm plank
-    tint2 xdotool dbus-daemon xprop xdpyinfo xrandr python3-pytest python3-dbus python3-dbusmock at-spi2-core openssl python3-xlib python3-pillow rsms-inter-fonts dejavu-sans-fonts'
+    tint2 mpv mpv-mpris xdotool dbus-daemon xprop xdpyinfo xrandr python3-pytest python3-dbus python3-dbusmock at-spi2-core openssl python3-xlib python3-pillow rsms-inter-fonts dejavu-sans-fonts'
 arch_packages='base-devel cmake ninja pkgconf qt6-base qt6-svg qt6-tools qcoro libxcb glib2 libgweather-4 clang libc++
-    xorg-server-xvfb openbox picom xfwm4 metacity i3-wm pcmanfm mousepad featherpad zenity bindfs xterm plank tint2 xdotool dbus xorg-xprop xorg-xdpyinfo xorg-xrandr
+    xorg-server-xvfb openbox picom xfwm4 metacity i3-wm pcmanfm mousepad featherpad zenity bindfs xterm plank tint2 mpv mpv-mpris xdotool dbus xorg-xprop xorg-xdpyinfo xorg-xrandr
     python-pytest python-dbusmock python-dbus at-spi2-core openssl python-xlib python-pillow inter-font ttf-dejavu'
 
 need() {

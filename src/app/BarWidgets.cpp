@@ -5,6 +5,7 @@
 #include "apps/RecentAppsWidget.h"
 #include "dock/DockBarView.h"
 #include "files/PinnedItemsWidget.h"
+#include "music/MusicWidget.h"
 #include "time/CalendarWidget.h"
 #include "time/ClockWidget.h"
 #include "time/MonthCounterWidget.h"
@@ -69,6 +70,20 @@ AppShortcutButton::Context appsContext(Services &services)
         .panelFrame = panelFrame(services)};
 }
 
+MusicWidget::Context musicContext(Services &services)
+{
+    return {.store = services.store,
+        .service = services.nowPlaying,
+        .keeper = services.timeKeeper,
+        .covers = services.covers,
+        .symbols = services.symbols};
+}
+
+Playback playback(const NowPlayingService &service)
+{
+    return {.isPlaying = service.current().isPlaying, .lastPlaybackAt = service.lastPlaybackAt()};
+}
+
 } // namespace
 
 std::unique_ptr<BarWidget> makeBarWidget(WidgetKind kind, Services &services)
@@ -91,9 +106,9 @@ std::unique_ptr<BarWidget> makeBarWidget(WidgetKind kind, Services &services)
     case WidgetKind::pinnedItems:
         return std::make_unique<PinnedItemsWidget>(filesContext(services));
     case WidgetKind::music:
-        break;
+        return std::make_unique<MusicWidget>(musicContext(services));
     }
-    return nullptr;
+    Q_UNREACHABLE();
 }
 
 std::unique_ptr<DockBarView> makeBar(
@@ -110,8 +125,7 @@ std::unique_ptr<DockBarView> makeBar(
             .stage = services.barStage,
             .commands = commands,
             .makeWidget = [&services](WidgetKind kind) { return makeBarWidget(kind, services); },
-            // There is no music to hear yet.
-            .playback = nullptr,
+            .playback = [&services] { return playback(services.nowPlaying); },
             .recentApps = [&recentApps] { return recentApps.recent().size(); },
         },
         std::move(contentWidthChange));

@@ -12,8 +12,7 @@ class BarWidget;
 class DockBarView;
 struct Services;
 
-/// The widget of a kind, built on the services, which outlive it. Null for a kind that the settings know before the
-/// program has a widget for it.
+/// The widget of a kind, built on the services, which outlive it.
 [[nodiscard]] std::unique_ptr<BarWidget> makeBarWidget(WidgetKind kind, Services &services);
 /// A bar of such widgets, on the same terms.
 [[nodiscard]] std::unique_ptr<DockBarView> makeBar(

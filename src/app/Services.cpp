@@ -27,6 +27,11 @@ TrashBin &trashBin(const Platform &platform, TrashBin &scripted)
     return platform.trashBin ? *platform.trashBin : scripted;
 }
 
+MediaPlayers &mediaPlayers(const Platform &platform, MediaPlayers &scripted)
+{
+    return platform.mediaPlayers ? *platform.mediaPlayers : scripted;
+}
+
 Services::Services(Platform &lentPlatform, const RunPlan &plan)
     : platform(lentPlatform)
     , textFamily(*platform.systemFont)
@@ -38,6 +43,12 @@ Services::Services(Platform &lentPlatform, const RunPlan &plan)
           .home = QDir::homePath(),
       })
     , scriptedTrashBin({.scripts = scripts, .files = *platform.files, .directories = *platform.directories})
+    , scriptedMediaPlayers({
+          .scripts = scripts,
+          .workspace = *platform.workspace,
+          .files = *platform.files,
+          .temporaryFolder = QDir::tempPath(),
+      })
     , launcher({
           .bundles = *platform.appBundles,
           .workspace = *platform.workspace,
@@ -81,6 +92,8 @@ Services::Services(Platform &lentPlatform, const RunPlan &plan)
           .endpoints = plan.weatherOrigin ? weatherEndpoints(*plan.weatherOrigin) : publicWeatherEndpoints(),
           .debug = plan.debug,
       })
+    , nowPlaying(mediaPlayers(platform, scriptedMediaPlayers), *platform.clock)
+    , covers({.pictures = *platform.pictures, .client = *platform.httpClient, .clock = *platform.clock})
     , running(*platform.workspace, *platform.clock)
     , recentApps({
           .store = store,
@@ -119,6 +132,8 @@ void Services::start()
     QObject::connect(&location, &LocationService::authorizationGranted, &weather, &WeatherService::refresh);
     QObject::connect(&location, &LocationService::anotherQuestionAdvised, &weather, &WeatherService::refresh);
     weather.start();
+    QObject::connect(&reachability, &Reachability::becameReachable, &covers, &Covers::tryAgain);
+    nowPlaying.start();
     recentApps.start();
     runningApps.start();
 }

@@ -12,6 +12,9 @@
 #include "chrome/BarHolds.h"
 #include "chrome/BarStage.h"
 #include "files/ScriptedTrashBin.h"
+#include "music/Covers.h"
+#include "music/NowPlayingService.h"
+#include "music/ScriptedMediaPlayers.h"
 #include "settings/SettingsStore.h"
 #include "system/AppleScriptRunner.h"
 #include "system/Reachability.h"
@@ -36,6 +39,8 @@ namespace moorline {
 [[nodiscard]] BadgeSource &badgeSource(const Platform &platform, BadgeSource &dockTiles);
 /// What tells of the trash, in the same way.
 [[nodiscard]] TrashBin &trashBin(const Platform &platform, TrashBin &scripted);
+/// Who the music players are, in the same way.
+[[nodiscard]] MediaPlayers &mediaPlayers(const Platform &platform, MediaPlayers &scripted);
 
 /// Every service and store of a run, one of each, in the order of the start; each stands on those above it.
 struct Services {
@@ -43,7 +48,7 @@ struct Services {
     Services(Platform &platform, const RunPlan &plan);
 
     /// Begins what runs by itself and any picture of the bar shows: the clock's ticking, the weather's asking, the
-    /// applications' coming and going.
+    /// music's playing, the applications' coming and going.
     void start();
 
     Platform &platform;
@@ -51,6 +56,7 @@ struct Services {
     AppleScriptRunner scripts;
     ScriptedFileManager scriptedFileManager;
     ScriptedTrashBin scriptedTrashBin;
+    ScriptedMediaPlayers scriptedMediaPlayers;
     AppLauncher launcher;
     SettingsStore store;
     ScriptedSystemDockControl scriptedDockControl;
@@ -64,6 +70,8 @@ struct Services {
     Reachability reachability;
     LocationService location;
     WeatherService weather;
+    NowPlayingService nowPlaying;
+    Covers covers;
     SteadyRunningSet running;
     RecentAppsService recentApps;
     RunningAppsService runningApps;

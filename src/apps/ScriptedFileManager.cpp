@@ -3,6 +3,7 @@
 #include "apps/AppLauncher.h"
 #include "platform/Preferences.h"
 #include "system/AppleScriptRunner.h"
+#include "system/AppleScriptText.h"
 
 #include <QPointer>
 #include <QUrl>
@@ -16,13 +17,6 @@ std::optional<QString> textValue(const PreferenceDomain &domain, const QString &
 {
     const QVariant value = domain.value(key);
     return value.typeId() == QMetaType::QString ? std::optional(value.toString()) : std::nullopt;
-}
-
-QString literal(QString text)
-{
-    text.replace(QStringLiteral("\\"), QStringLiteral("\\\\"));
-    text.replace(QStringLiteral("\""), QStringLiteral("\\\""));
-    return text;
 }
 
 /// `home` for anything but the URL of a file.
@@ -58,7 +52,7 @@ QString finderScript(const std::optional<QString> &targetPath)
 {
     QString command = QStringLiteral("make new Finder window");
     if (targetPath)
-        command += QStringLiteral(" to (POSIX file \"") + literal(*targetPath) + QStringLiteral("\")");
+        command += QStringLiteral(" to (POSIX file ") + appleScriptText(*targetPath) + u')';
     return QStringLiteral("tell application \"Finder\"\n"
                           "    activate\n"
                           "    if (count of windows) is 0 then\n"

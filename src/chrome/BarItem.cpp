@@ -112,7 +112,7 @@ void BarItem::mousePressEvent(QGraphicsSceneMouseEvent *event)
 void BarItem::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
 {
     event->accept();
-    begin(*event, false);
+    begin(*event, m_isRepeatable);
 }
 
 void BarItem::mouseMoveEvent(QGraphicsSceneMouseEvent *event)

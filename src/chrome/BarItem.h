@@ -71,7 +71,8 @@ public:
     void retire();
 
 Q_SIGNALS:
-    /// The left button was pressed and let go on the item. The second press of a double click gives no other.
+    /// The left button was pressed and let go on the item. The second press of a double click gives no other,
+    /// unless the item is repeatable.
     void clicked();
     /// `place` is in the item's own coordinates. While nobody listens, the request goes to what lies below the item.
     void menuRequested(const QPointF &place);
@@ -97,6 +98,9 @@ protected:
     void setHelpText(const QString &text);
     /// Until it is touchable, an item leaves the pointer to what lies below. Drops and menus do not depend on it.
     void setTouchable(bool touchable);
+    /// Whether the second press of a double click is one more click, as for what may be done many times over. It is
+    /// not, to begin with.
+    void setRepeatable(bool isRepeatable) { m_isRepeatable = isRepeatable; }
     /// Absent, as it is to begin with, for what cannot be dragged.
     void setDraggable(std::optional<DragKind> kind) { m_dragKind = kind; }
 
@@ -153,7 +157,7 @@ private:
     struct Press {
         QPointF place;
         QPointF screenPlace;
-        /// The second press of a double click can begin a drag and no more.
+        /// The second press of a double click can begin a drag and, of most items, no more.
         bool canClick;
     };
     struct Drag {
@@ -194,6 +198,7 @@ private:
     /// Errands that are under way, one inside the other.
     int m_errands = 0;
     bool m_isTouchable = false;
+    bool m_isRepeatable = false;
     bool m_isHovered = false;
     bool m_isPressed = false;
     bool m_isDragged = false;

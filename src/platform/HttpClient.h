@@ -37,13 +37,15 @@ public:
 
     /// How long one request may take from its start to the last byte of the answer.
     static constexpr std::chrono::seconds timeLimit{12};
-    /// The largest body that is accepted, in bytes.
-    static constexpr qint64 largestBody = qint64(1024) * 1024;
+    /// The largest body that is accepted from whoever does not say otherwise, in bytes.
+    static constexpr qint64 usualBody = qint64(1024) * 1024;
 
     virtual ~HttpClient() = default;
 
     /// Answers once, from the event loop and never from within this call. The completion may destroy its own request.
-    [[nodiscard]] virtual std::unique_ptr<Request> get(const QUrl &url, Completion completion) = 0;
+    /// A body of more than `largestBody` bytes is refused.
+    [[nodiscard]] virtual std::unique_ptr<Request> get(
+        const QUrl &url, Completion completion, qint64 largestBody = usualBody) = 0;
 };
 
 } // namespace moorline

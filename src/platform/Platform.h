@@ -13,8 +13,10 @@
 #include "platform/Icons.h"
 #include "platform/InstanceClaim.h"
 #include "platform/LocationManager.h"
+#include "platform/MediaPlayers.h"
 #include "platform/Network.h"
 #include "platform/PanelWindow.h"
+#include "platform/Pictures.h"
 #include "platform/Pointer.h"
 #include "platform/PopupWindows.h"
 #include "platform/Port.h"
@@ -61,6 +63,7 @@ struct Platform {
     std::unique_ptr<FileManager> fileManager = nullptr;
     std::unique_ptr<BadgeSource> badgeSource = nullptr;
     std::unique_ptr<TrashBin> trashBin = nullptr;
+    std::unique_ptr<MediaPlayers> mediaPlayers = nullptr;
     Port<Accessibility> accessibility;
     Port<SystemSettings> systemSettings;
     Port<InstanceClaim> instanceClaim;
@@ -75,6 +78,7 @@ struct Platform {
     Port<AppBundles> appBundles;
     Port<SymbolCatalogue> symbolCatalogue;
     Port<Icons> icons;
+    Port<Pictures> pictures;
     Port<SystemFont> systemFont;
     /// Calls back from an event loop, once, as soon as the application may begin: its loop may run and its first window
     /// be made.

@@ -100,7 +100,7 @@ private Q_SLOTS:
 
     void acceptsTheLargestBody()
     {
-        const QByteArray largest(HttpClient::largestBody, 'x');
+        const QByteArray largest(HttpClient::usualBody, 'x');
         m_server->on("/", sends(httpAnswer("200 OK", largest)));
         const HttpAnswer answer = answerTo(m_server->url());
         QCOMPARE(answer.status, 200);
@@ -109,8 +109,16 @@ private Q_SLOTS:
 
     void refusesOneByteMore()
     {
-        m_server->on("/", sends(httpAnswer("200 OK", QByteArray(HttpClient::largestBody + 1, 'x'))));
+        m_server->on("/", sends(httpAnswer("200 OK", QByteArray(HttpClient::usualBody + 1, 'x'))));
         QCOMPARE(answerTo(m_server->url()).failure, tooLarge);
+    }
+
+    void acceptsAsMuchAsWhoeverAsksSays()
+    {
+        const QByteArray body(3 * HttpClient::usualBody, 'x');
+        m_server->on("/", sends(httpAnswer("200 OK", body)));
+        QCOMPARE(answerTo(m_server->url(), body.size()).body.size(), body.size());
+        QCOMPARE(answerTo(m_server->url(), body.size() - 1).failure, tooLarge);
     }
 
     void stopsReadingABodyThatIsTooLarge_data()
@@ -161,7 +169,7 @@ private Q_SLOTS:
 
     void unpacksTheLargestBody()
     {
-        QByteArray largest(HttpClient::largestBody, 'x');
+        QByteArray largest(HttpClient::usualBody, 'x');
         // Not all alike, so that it comes in many pieces.
         for (qsizetype i = 0; i < largest.size(); ++i)
             largest[i] = static_cast<char>((i * i) >> 7);
@@ -189,7 +197,7 @@ private Q_SLOTS:
         QFETCH(bool, isGzip);
         const QByteArray zeros(bombSize, '\0');
         const QByteArray packed = isGzip ? gzipped(zeros) : deflated(zeros);
-        QVERIFY(packed.size() < HttpClient::largestBody);
+        QVERIFY(packed.size() < HttpClient::usualBody);
         m_server->on("/",
             sends(httpAnswer("200 OK", packed, {QByteArray("Content-Encoding: ") + (isGzip ? "gzip" : "deflate")})));
         const MemoryPeak peak;

@@ -41,19 +41,20 @@ protected:
     using Request = std::unique_ptr<HttpClient::Request>;
 
     /// What comes of it is appended to the answers.
-    [[nodiscard]] Request get(const QUrl &url)
+    [[nodiscard]] Request get(const QUrl &url, qint64 largestBody = HttpClient::usualBody)
     {
-        return m_client->get(url, [this](const HttpAnswer &answer) {
+        const auto note = [this](const HttpAnswer &answer) {
             m_cameFromMainThread = QThread::currentThread() == qApp->thread();
             m_answers.append(answer);
-        });
+        };
+        return m_client->get(url, note, largestBody);
     }
 
     /// The one answer, which must come without virtual time passing. Of an impossible status when none comes.
-    [[nodiscard]] HttpAnswer answerTo(const QUrl &url)
+    [[nodiscard]] HttpAnswer answerTo(const QUrl &url, qint64 largestBody = HttpClient::usualBody)
     {
         m_answers.clear();
-        m_request = get(url);
+        m_request = get(url, largestBody);
         const bool isAnswered = QTest::qWaitFor([this] { return !m_answers.isEmpty(); }, 30'000);
         const HttpAnswer none{.failure = std::nullopt, .status = -1, .body = {}};
         return isAnswered ? m_answers.first() : none;

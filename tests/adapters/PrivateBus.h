@@ -10,7 +10,8 @@
 
 namespace moorline::test {
 
-/// A place for a bus that the test alone starts and ends, as often as it likes, at one address. It starts nobody.
+/// A place for a bus that the test alone starts and ends, as often as it likes, at one address. It
+/// starts nobody but what is in a folder of services that the test gives it.
 class PrivateBus final {
 public:
     ~PrivateBus() { end(); }
@@ -19,8 +20,9 @@ public:
 
     [[nodiscard]] bool start()
     {
+        writeConfiguration();
         m_daemon.start(QStringLiteral("dbus-daemon"),
-            {QStringLiteral("--config-file=" BUS_CONFIGURATION), QStringLiteral("--nofork"),
+            {QStringLiteral("--config-file=") + configuration(), QStringLiteral("--nofork"),
                 QStringLiteral("--nopidfile"), QStringLiteral("--print-address"),
                 QStringLiteral("--address=") + QString::fromLocal8Bit(address())});
         return m_daemon.waitForReadyRead(10'000);
@@ -49,10 +51,26 @@ public:
         return descriptor;
     }
 
+    /// From the next start on.
+    void setServices(const QString &folder) { m_services = folder; }
+
 private:
+    void writeConfiguration() const
+    {
+        QFile common(QStringLiteral(BUS_CONFIGURATION));
+        QFile own(configuration());
+        if (!common.open(QIODevice::ReadOnly) || !own.open(QIODevice::WriteOnly))
+            qFatal("no configuration for a bus");
+        QByteArray text = common.readAll();
+        if (!m_services.isEmpty())
+            text.replace("</busconfig>", "<servicedir>" + m_services.toLocal8Bit() + "</servicedir></busconfig>");
+        own.write(text);
+    }
+    [[nodiscard]] QString configuration() const { return m_folder.filePath(QStringLiteral("bus.conf")); }
     [[nodiscard]] QByteArray path() const { return m_folder.filePath(QStringLiteral("bus")).toLocal8Bit(); }
 
     QTemporaryDir m_folder;
+    QString m_services;
     QProcess m_daemon;
 };
 

@@ -66,7 +66,7 @@ private Q_SLOTS:
         QCOMPARE(answerTo(m_server->url()).status, 200);
         const QByteArray head = m_server->requests().constFirst();
         QVERIFY2(hasHeader(head, "User-Agent: Moorline/1.2.3\r\n"), head.constData());
-        QVERIFY2(hasHeader(head, "Accept: application/json\r\n"), head.constData());
+        QVERIFY2(hasHeader(head, "Accept: application/json, */*;q=0.5\r\n"), head.constData());
     }
 
     void sendsNothingBackThatAServerGaveIt()

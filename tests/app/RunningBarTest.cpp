@@ -9,6 +9,7 @@
 #include "dock/DockPanel.h"
 #include "files/PinnedItemsWidget.h"
 #include "harness/TestCase.h"
+#include "music/MusicWidget.h"
 #include "time/CalendarWidget.h"
 #include "time/ClockWidget.h"
 #include "time/MonthCounterWidget.h"
@@ -74,7 +75,7 @@ private Q_SLOTS:
         QVERIFY(isA.operator()<AppShortcutsWidget>(WidgetKind::appShortcut));
         QVERIFY(isA.operator()<RecentAppsWidget>(WidgetKind::recentApps));
         QVERIFY(isA.operator()<PinnedItemsWidget>(WidgetKind::pinnedItems));
-        QVERIFY(!makeBarWidget(WidgetKind::music, services));
+        QVERIFY(isA.operator()<MusicWidget>(WidgetKind::music));
     }
 
     void theBarShowsTheDownloadsAndTheTrash()

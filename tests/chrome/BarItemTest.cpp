@@ -86,6 +86,14 @@ private Q_SLOTS:
         QCOMPARE(stage.clicks.size(), 2);
     }
 
+    void aDoubleClickOnWhatIsRepeatableIsTwo()
+    {
+        Stage stage;
+        stage.item->setRepeatable(true);
+        stage.doubleClick({20, 20});
+        QCOMPARE(stage.clicks.size(), 2);
+    }
+
     void looksPressedOnlyWhereAReleaseWouldClick()
     {
         Stage stage;

@@ -26,6 +26,7 @@ public:
     using BarItem::setDescription;
     using BarItem::setDraggable;
     using BarItem::setHelpText;
+    using BarItem::setRepeatable;
     using BarItem::setTouchable;
 
     std::function<void(const QPointF &)> onDrag;

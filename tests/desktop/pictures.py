@@ -5,13 +5,14 @@ import time
 from datetime import date
 from pathlib import Path
 
-from PIL import Image
+from PIL import Image, ImageDraw
 
 from harness.accessibility import SWITCHED_ON, AccessibilityBus
 from harness.badges import BadgeSender
 from harness.bar import Bar
 from harness.desktop import Desktop
 from harness.panels import start_tint2
+from harness.player import Player
 from harness.programs import Program, installed
 from harness.waiting import settled, wait_until
 from harness.wallpaper import gradient
@@ -139,10 +140,41 @@ def bar_with_downloads():
         return still_picture(surroundings.screen, 330)
 
 
+def cover():
+    """What a record may look like: a sun over the sea."""
+    picture = gradient((300, 300))
+    draw = ImageDraw.Draw(picture)
+    draw.ellipse((90, 60, 210, 180), fill=(255, 214, 140))
+    draw.rectangle((0, 170, 300, 300), fill=(24, 52, 96))
+    return picture
+
+
+def bar_with_music(style):
+    with desktop() as surroundings:
+        settings = SETTINGS | {"enabledWidgets": ["clock", "calendar", "app-shortcut", "music", "month-counter"], "musicStyle": style}
+        bar = Bar(surroundings, settings, SCALE, **SWITCHED_ON)
+        items = surroundings.own(AccessibilityBus(surroundings))
+        player = surroundings.own(Player(surroundings, cover(), ("Harbour Lights", "Ebb"), "The Mooring Lines"))
+        player.play()
+        wait_until(lambda: items.description("Now Playing") == "Harbour Lights, The Mooring Lines", timeout=15, what="the music plays")
+        # Far enough for the bar to show it.
+        time.sleep(12)
+        wait_until(lambda: bar.is_shown(), what="the bar is there")
+        return bottom_of(surroundings.screen, 120)
+
+
 def main(folder):
     folder = Path(folder)
     folder.mkdir(exist_ok=True)
-    pictures = {"bar": bar_alone, "nudge": bar_with_nudge, "menu": bar_with_menu, "applications": bar_with_menu_of_icon, "downloads": bar_with_downloads}
+    pictures = {
+        "bar": bar_alone,
+        "nudge": bar_with_nudge,
+        "menu": bar_with_menu,
+        "applications": bar_with_menu_of_icon,
+        "downloads": bar_with_downloads,
+        "music": lambda: bar_with_music("player"),
+        "music-compact": lambda: bar_with_music("compact"),
+    }
     for name, take in pictures.items():
         path = folder / f"{name}.png"
         take().save(path, optimize=True)

@@ -13,9 +13,11 @@ class FakeHttpClient final : public HttpClient {
 public:
     ~FakeHttpClient() override { *m_self = nullptr; }
 
-    [[nodiscard]] std::unique_ptr<Request> get(const QUrl &url, Completion completion) override
+    [[nodiscard]] std::unique_ptr<Request> get(
+        const QUrl &url, Completion completion, qint64 largestBody = usualBody) override
     {
         requested.append(url);
+        largestBodies.append(largestBody);
         m_running.append({++m_lastId, url, std::move(completion)});
         mostAtOnce = std::max(mostAtOnce, m_running.size());
         return std::make_unique<Handle>(m_self, m_lastId);
@@ -45,6 +47,8 @@ public:
 
     /// Everything that was ever asked.
     QList<QUrl> requested;
+    /// How large the answer to each may be.
+    QList<qint64> largestBodies;
     qsizetype mostAtOnce = 0;
 
 private:

@@ -6,7 +6,9 @@
 #include "fakes/FakeHttpClient.h"
 #include "fakes/FakeIcons.h"
 #include "fakes/FakeLocation.h"
+#include "fakes/FakeMediaPlayers.h"
 #include "fakes/FakePanelWindow.h"
+#include "fakes/FakePictures.h"
 #include "fakes/FakePointer.h"
 #include "fakes/FakePopupWindows.h"
 #include "fakes/FakePreferences.h"
@@ -52,6 +54,7 @@ public:
         .fileManager = std::make_unique<FakeFileManager>(),
         .badgeSource = std::make_unique<FakeBadgeSource>(),
         .trashBin = std::make_unique<FakeTrashBin>(),
+        .mediaPlayers = std::make_unique<FakeMediaPlayers>(),
         .accessibility = makePort<FakeAccessibility>(),
         .systemSettings = makePort<FakeSystemSettings>(),
         .instanceClaim = makePort<FakeInstanceClaim>(),
@@ -66,6 +69,7 @@ public:
         .appBundles = makePort<FakeAppBundles>(),
         .symbolCatalogue = makePort<FakeSymbolCatalogue>(),
         .icons = makePort<FakeIcons>(),
+        .pictures = makePort<FakePictures>(),
         .systemFont = makePort<FakeSystemFont>(),
     };
 
@@ -83,6 +87,7 @@ public:
     FakeFileManager &fileManager = fakeOf<FakeFileManager>(ports.fileManager);
     FakeBadgeSource &badgeSource = fakeOf<FakeBadgeSource>(ports.badgeSource);
     FakeTrashBin &trashBin = fakeOf<FakeTrashBin>(ports.trashBin);
+    FakeMediaPlayers &mediaPlayers = fakeOf<FakeMediaPlayers>(ports.mediaPlayers);
     FakeAccessibility &accessibility = fakeOf<FakeAccessibility>(ports.accessibility);
     FakeSystemSettings &systemSettings = fakeOf<FakeSystemSettings>(ports.systemSettings);
     FakeInstanceClaim &instanceClaim = fakeOf<FakeInstanceClaim>(ports.instanceClaim);
@@ -97,6 +102,7 @@ public:
     FakeAppBundles &appBundles = fakeOf<FakeAppBundles>(ports.appBundles);
     FakeSymbolCatalogue &symbolCatalogue = fakeOf<FakeSymbolCatalogue>(ports.symbolCatalogue);
     FakeIcons &icons = fakeOf<FakeIcons>(ports.icons);
+    FakePictures &pictures = fakeOf<FakePictures>(ports.pictures);
     FakeSystemFont &systemFont = fakeOf<FakeSystemFont>(ports.systemFont);
 };
 

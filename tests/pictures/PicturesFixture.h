@@ -8,6 +8,7 @@
 
 #include <QGraphicsScene>
 #include <QGuiApplication>
+#include <QLinearGradient>
 #include <QPainter>
 
 namespace moorline::test {
@@ -90,8 +91,26 @@ public:
         return platform.popupWindows.shown.isEmpty() ? nullptr : platform.popupWindows.shown.last();
     }
 
+    /// Something plays in this style, or is paused.
+    void playMusic(MusicStyle style, bool isPlaying = true)
+    {
+        change([style](Settings &settings) { settings.musicStyle = style; });
+        platform.mediaPlayers.say(MusicSource::music,
+            {.isPlaying = isPlaying,
+                .trackId = QStringLiteral("1"),
+                .title = QStringLiteral("The harbour at six in the morning"),
+                .artist = QStringLiteral("The Moorings"),
+                .album = QStringLiteral("Tides"),
+                .duration = 200,
+                .position = 85,
+                .artwork = QUrl(QStringLiteral("file:///tmp/cover.png"))});
+        services.nowPlaying.start();
+    }
+
     void answerIcons()
     {
+        while (platform.pictures.running() > 0)
+            platform.pictures.answer(cover());
         FakeIcons &icons = platform.icons;
         while (icons.running() > 0)
             icons.answer(hasIcons ? tile(icons.requested[icons.requested.size() - icons.running()]) : QImage());
@@ -111,6 +130,22 @@ private:
         QPainter painter(&image);
         painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
         scene.render(&painter, QRectF(QPointF(0, 0), frame.size()), frame);
+        return image;
+    }
+
+    /// The artwork of every track, wider than high.
+    [[nodiscard]] static QImage cover()
+    {
+        QImage image(184, 138, QImage::Format_ARGB32_Premultiplied);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        QLinearGradient sky(0, 0, 0, image.height());
+        sky.setColorAt(0, QColor(0x2b, 0x1d, 0x5e));
+        sky.setColorAt(1, QColor(0xf2, 0x7b, 0x52));
+        painter.fillRect(image.rect(), sky);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(0xff, 0xd9, 0x8a));
+        painter.drawEllipse(QPointF(92, 92), 30, 30);
         return image;
     }
 

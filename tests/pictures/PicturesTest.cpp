@@ -92,6 +92,11 @@ void PicturesTest::widget_data()
     row("weather-awaited", WidgetKind::weather, nothing);
     row("weather-failed", WidgetKind::weather, fail);
     row("forecast", WidgetKind::forecast, answer);
+    row("music", WidgetKind::music, [](PicturesFixture &fixture) { fixture.playMusic(MusicStyle::player); });
+    row("music-compact", WidgetKind::music, [](PicturesFixture &fixture) { fixture.playMusic(MusicStyle::compact); });
+    row("music-paused", WidgetKind::music,
+        [](PicturesFixture &fixture) { fixture.playMusic(MusicStyle::player, false); });
+    row("music-nothing", WidgetKind::music, nothing);
     row("applications", WidgetKind::appShortcut, [](PicturesFixture &fixture) { fixture.pinApplications(); });
 }
 

@@ -27,6 +27,7 @@
 #include "platform/linux/location/GWeatherGeocoder.h"
 #include "platform/linux/location/GeoClueLocationManager.h"
 #include "platform/linux/network/RouteMonitor.h"
+#include "platform/linux/players/MprisPlayers.h"
 #include "platform/linux/x11/ClientWindows.h"
 #include "platform/linux/x11/DesktopSettingsClient.h"
 #include "platform/linux/x11/StartupMessages.h"
@@ -43,6 +44,7 @@
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtFileWatch.h"
 #include "platform/qt/QtHttpClient.h"
+#include "platform/qt/QtPictures.h"
 
 #include <QAccessible>
 #include <QDir>
@@ -287,6 +289,8 @@ Platform createPlatform(const Preparation &preparation)
             .count = countOfTrash,
             .volumes = mountedVolumes,
             .homeTrash = homeTrashPath()}),
+        .mediaPlayers = std::make_unique<MprisPlayers>(
+            MprisPlayers::Context{.sessionBus = foundation->sessionBus.bus, .clock = clock, .workspace = workspace}),
         .accessibility = makePort<NullAccessibility>(),
         .systemSettings = makePort<DesktopSettings>(foundation->docks,
             [starter = foundation->starter.get()](
@@ -304,6 +308,7 @@ Platform createPlatform(const Preparation &preparation)
         .appBundles = std::move(ownedEntries),
         .symbolCatalogue = makePort<SvgSymbols>(),
         .icons = std::move(ownedIcons),
+        .pictures = makePort<QtPictures>(),
         .systemFont = makePort<SessionFont>(desktop ? &desktop->settings : nullptr, fileWatch, currentDesktopNames()),
         .whenReady = readiness(*foundation),
         .wordingCatalogue = QStringLiteral(":/wording/linux_en.qm"),

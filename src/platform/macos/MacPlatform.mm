@@ -25,6 +25,7 @@
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtFileWatch.h"
 #include "platform/qt/QtHttpClient.h"
+#include "platform/qt/QtPictures.h"
 
 #include <QGuiApplication>
 
@@ -129,6 +130,7 @@ Platform createPlatform([[maybe_unused]] const Preparation &preparation)
         .appBundles = std::move(appBundles),
         .symbolCatalogue = makePort<MacSymbolCatalogue>(),
         .icons = std::move(icons),
+        .pictures = makePort<QtPictures>(),
         .systemFont = makePort<OwnSystemFont>(),
     };
 }

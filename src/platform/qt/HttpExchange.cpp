@@ -33,7 +33,8 @@ QNetworkRequest requestFor(const QUrl &url)
 {
     QNetworkRequest request(url);
     leaveNothingBehind(request);
-    request.setRawHeader("Accept", "application/json");
+    // Pictures are asked for as well.
+    request.setRawHeader("Accept", "application/json, */*;q=0.5");
     request.setRawHeader("User-Agent", userAgent());
     // Qt 6.4 asks twice and answers early when it follows one redirect after another that it was allowed.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
@@ -62,8 +63,9 @@ bool isOfStatus(QNetworkReply::NetworkError error, int status)
 
 } // namespace
 
-HttpExchange::HttpExchange(QNetworkAccessManager &session, const QUrl &url)
+HttpExchange::HttpExchange(QNetworkAccessManager &session, const QUrl &url, qint64 largestBody)
     : m_session(session)
+    , m_largestBody(largestBody)
 {
     ask(url);
 }
@@ -93,8 +95,8 @@ void HttpExchange::giveUp()
 bool HttpExchange::readBody()
 {
     // One byte more than is accepted tells a body that is too large.
-    while (m_body.size() <= HttpClient::largestBody) {
-        const QByteArray piece = m_reply->read(std::min(readBuffer, HttpClient::largestBody + 1 - m_body.size()));
+    while (m_body.size() <= m_largestBody) {
+        const QByteArray piece = m_reply->read(std::min(readBuffer, m_largestBody + 1 - m_body.size()));
         if (piece.isEmpty())
             return true;
         m_body += piece;

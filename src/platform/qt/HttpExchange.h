@@ -17,7 +17,8 @@ namespace moorline {
 class HttpExchange final : public QObject {
     Q_OBJECT
 public:
-    HttpExchange(QNetworkAccessManager &session, const QUrl &url);
+    /// A body of more than `largestBody` bytes is refused.
+    HttpExchange(QNetworkAccessManager &session, const QUrl &url, qint64 largestBody);
     ~HttpExchange() override;
 
 Q_SIGNALS:
@@ -44,6 +45,7 @@ private:
     QNetworkReply *m_reply = nullptr;
     int m_redirects = 0;
     QByteArray m_body;
+    qint64 m_largestBody;
 };
 
 } // namespace moorline

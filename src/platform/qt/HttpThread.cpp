@@ -34,10 +34,11 @@ HttpThread::~HttpThread()
         delete m_thread;
 }
 
-quint64 HttpThread::begin(const QUrl &url)
+quint64 HttpThread::begin(const QUrl &url, qint64 largestBody)
 {
     const quint64 id = ++m_lastId;
-    QMetaObject::invokeMethod(m_worker, [worker = m_worker, id, url] { worker->begin(id, url); });
+    QMetaObject::invokeMethod(
+        m_worker, [worker = m_worker, id, url, largestBody] { worker->begin(id, url, largestBody); });
     return id;
 }
 

@@ -17,7 +17,7 @@ public:
     ~HttpThread() override;
 
     /// What the answer will be known by.
-    [[nodiscard]] quint64 begin(const QUrl &url);
+    [[nodiscard]] quint64 begin(const QUrl &url, qint64 largestBody);
     /// No harm when the answer is already on its way; it still arrives then.
     void abandon(quint64 id);
 

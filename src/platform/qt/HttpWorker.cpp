@@ -11,14 +11,14 @@ HttpWorker::HttpWorker() = default;
 
 HttpWorker::~HttpWorker() = default;
 
-void HttpWorker::begin(quint64 id, const QUrl &url)
+void HttpWorker::begin(quint64 id, const QUrl &url, qint64 largestBody)
 {
     // A thread that was stuck when its client went may still find requests that nobody waits for.
     if (thread()->isInterruptionRequested())
         return;
     if (!m_session)
         m_session.reset(new QNetworkAccessManager);
-    auto exchange = std::make_unique<HttpExchange>(*m_session, url);
+    auto exchange = std::make_unique<HttpExchange>(*m_session, url, largestBody);
     connect(exchange.get(), &HttpExchange::finished, this, [this, id](const HttpAnswer &answer) {
         Q_EMIT answered(id, answer);
         abandon(id);

@@ -21,7 +21,7 @@ public:
     HttpWorker();
     ~HttpWorker() override;
 
-    void begin(quint64 id, const QUrl &url);
+    void begin(quint64 id, const QUrl &url, qint64 largestBody);
     void abandon(quint64 id);
     /// Ends the session and the thread.
     void end();

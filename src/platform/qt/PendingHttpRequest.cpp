@@ -14,7 +14,7 @@ PendingHttpRequest::~PendingHttpRequest()
     abandon();
 }
 
-void PendingHttpRequest::begin(HttpThread &thread, Clock &clock, const QUrl &url)
+void PendingHttpRequest::begin(HttpThread &thread, Clock &clock, const QUrl &url, qint64 largestBody)
 {
     m_thread = &thread;
     connect(&thread, &QObject::destroyed, this, &PendingHttpRequest::silence);
@@ -26,7 +26,7 @@ void PendingHttpRequest::begin(HttpThread &thread, Clock &clock, const QUrl &url
         abandon();
         fail(tr("The request timed out."));
     });
-    m_id = thread.begin(url);
+    m_id = thread.begin(url, largestBody);
 }
 
 void PendingHttpRequest::refuse()

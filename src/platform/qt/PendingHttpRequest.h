@@ -18,7 +18,7 @@ public:
     ~PendingHttpRequest() override;
 
     /// Both outlive the request or not, as they like; without its thread it never answers.
-    void begin(HttpThread &thread, Clock &clock, const QUrl &url);
+    void begin(HttpThread &thread, Clock &clock, const QUrl &url, qint64 largestBody);
     /// Fails without anything having been asked.
     void refuse();
 

@@ -23,11 +23,11 @@ QtHttpClient::QtHttpClient(Clock &clock)
 
 QtHttpClient::~QtHttpClient() = default;
 
-std::unique_ptr<HttpClient::Request> QtHttpClient::get(const QUrl &url, Completion completion)
+std::unique_ptr<HttpClient::Request> QtHttpClient::get(const QUrl &url, Completion completion, qint64 largestBody)
 {
     auto request = std::make_unique<PendingHttpRequest>(std::move(completion));
     if (isWebAddress(url))
-        request->begin(thread(), m_clock, url);
+        request->begin(thread(), m_clock, url, largestBody);
     else
         request->refuse();
     return request;

@@ -18,7 +18,8 @@ public:
     /// Silences what is under way.
     ~QtHttpClient() override;
 
-    [[nodiscard]] std::unique_ptr<Request> get(const QUrl &url, Completion completion) override;
+    [[nodiscard]] std::unique_ptr<Request> get(
+        const QUrl &url, Completion completion, qint64 largestBody = usualBody) override;
 
 private:
     HttpThread &thread();

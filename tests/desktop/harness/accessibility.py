@@ -84,6 +84,14 @@ class AccessibilityBus:
     def item(self, name):
         return wait_until(lambda: self._find_item(name), what=f"{name} is told of")
 
+    def description(self, name):
+        """What is told of an item at this moment; None while it is not there."""
+        found = self._find_item(name)
+        try:
+            return found.description if found else None
+        except dbus.DBusException:
+            return None
+
     def close(self):
         self._bus.close()
 

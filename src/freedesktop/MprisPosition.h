@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QString>
+#include <chrono>
+#include <optional>
+
+namespace moorline {
+
+/// Where the track of a media player really is. Players are known to tell, for as long as a track plays, where it was
+/// when it began to: one that tells the same place twice while it plays is not believed, and the track runs on from
+/// where it was.
+class MprisPosition final {
+public:
+    /// What the player says.
+    struct Told {
+        bool isPlaying = false;
+        /// Tells one track from another.
+        QString track;
+        /// In seconds into the track.
+        double position = 0;
+        /// In seconds; 0 when unknown.
+        double duration = 0;
+    };
+
+    /// The position of what is told `uptime` after an arbitrary start, in seconds into the track.
+    [[nodiscard]] double correct(const Told &told, std::chrono::milliseconds uptime);
+    /// The player says that it went there by a leap, which counts also where it tells the same as before.
+    void seek(double position, std::chrono::milliseconds uptime);
+    /// What it told last; the beginning before it told anything.
+    [[nodiscard]] double lastTold() const { return m_last ? m_last->told.position : 0; }
+
+private:
+    struct Record {
+        Told told;
+        /// Where the track was.
+        double position;
+        std::chrono::milliseconds uptime;
+        /// Whether the player was caught telling the same twice.
+        bool isStuck;
+    };
+
+    /// Whether this is what the player said before, though time has passed.
+    [[nodiscard]] bool isDisbelieved(const Told &told) const;
+    [[nodiscard]] double runOn(const Told &told, std::chrono::milliseconds uptime) const;
+
+    std::optional<Record> m_last;
+};
+
+} // namespace moorline
