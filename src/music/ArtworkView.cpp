@@ -8,7 +8,6 @@
 
 #include <QPainter>
 #include <QtMath>
-#include <algorithm>
 
 namespace moorline {
 
@@ -18,19 +17,11 @@ constexpr qreal cornerRadius = 10;
 const QColor placeholderFill = QColor::fromRgbF(1, 1, 1, 0.08F);
 constexpr qreal symbolSize = 16;
 
-/// The middle of the picture, as large as a square can be.
-QRectF middleSquare(const QSizeF &size)
-{
-    const qreal side = std::min(size.width(), size.height());
-    return {(size.width() - side) / 2, (size.height() - side) / 2, side, side};
-}
-
 /// The picture fills the artwork's outline at this scale, and stands over in nothing else.
 QImage clipped(const QImage &picture, qreal scale)
 {
     const int pixels = qCeil(ArtworkView::side * scale);
-    const QImage square = picture.copy(middleSquare(picture.size()).toAlignedRect())
-                              .scaled(pixels, pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const QImage square = picture.scaled(pixels, pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);

@@ -7,8 +7,8 @@ namespace moorline {
 
 namespace {
 
-/// Of so many bytes as four letters stand for three.
-constexpr qsizetype largestText = (Pictures::largestData + 2) / 3 * 4;
+/// Of base64 four letters stand for three bytes, and some of them may be written in three.
+constexpr qsizetype largestText = (Pictures::largestData + 2) / 3 * 4 * 3;
 
 /// What stands before the comma in the address of a picture that is in the address.
 bool isPictureInBase64(QByteArrayView about)
@@ -23,13 +23,10 @@ CoverSource embedded(const QUrl &url)
     const qsizetype comma = text.indexOf(',');
     if (comma < 0 || !isPictureInBase64(QByteArrayView(text).first(comma)))
         return {};
-    const QByteArray letters = QByteArray::fromPercentEncoding(text.sliced(comma + 1));
-    if (letters.size() > largestText)
+    const QByteArray letters = text.sliced(comma + 1);
+    if (letters.isEmpty() || letters.size() > largestText)
         return {};
-    const QByteArray data = QByteArray::fromBase64(letters);
-    if (data.isEmpty() || data.size() > Pictures::largestData)
-        return {};
-    return CoverData{data};
+    return CoverData{letters};
 }
 
 /// Only of this machine.

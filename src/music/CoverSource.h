@@ -18,9 +18,9 @@ struct CoverAddress {
 
     bool operator==(const CoverAddress &) const = default;
 };
-/// A picture itself, as a file would hold it.
+/// A picture itself, as a file would hold it, in base64 and percent-encoded.
 struct CoverData {
-    QByteArray data;
+    QByteArray text;
 
     bool operator==(const CoverData &) const = default;
 };

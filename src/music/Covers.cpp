@@ -50,11 +50,18 @@ QImage Covers::picture(const QString &trackId, const QUrl &url)
 
 void Covers::stop()
 {
-    m_isLooking = false;
+    endLook();
     m_isWorthAnother = false;
+    m_filesTried = 0;
+    m_retry.reset();
+}
+
+void Covers::endLook()
+{
+    m_isLooking = false;
+    m_limit.reset();
     m_download.reset();
     m_decoding.reset();
-    m_retry.reset();
 }
 
 bool Covers::hasToWait(const Key &key)
@@ -73,12 +80,14 @@ void Covers::look(const CoverSource &source)
         return;
     m_retry.reset();
     m_isLooking = true;
+    m_isFile = std::holds_alternative<CoverFile>(source);
+    m_limit = m_context.clock.after(lookLimit, [this] { fail(); });
     if (const auto *file = std::get_if<CoverFile>(&source))
         m_decoding = m_context.pictures.read(file->path, side, taking());
     else if (const auto *address = std::get_if<CoverAddress>(&source))
         download(address->url);
     else if (const auto *embedded = std::get_if<CoverData>(&source))
-        decode(embedded->data);
+        m_decoding = m_context.pictures.decodeBase64(embedded->text, side, taking());
 }
 
 void Covers::download(const QUrl &url)
@@ -107,7 +116,7 @@ void Covers::take(const QImage &picture)
     // One that is not remembered would be looked for at once again.
     if (picture.isNull() || picture.sizeInBytes() > capacity)
         return fail();
-    m_isLooking = false;
+    endLook();
     m_isWorthAnother = false;
     m_failures.remove(m_wanted);
     m_pictures.insert(m_wanted, new QImage(picture), picture.sizeInBytes());
@@ -116,9 +125,11 @@ void Covers::take(const QImage &picture)
 
 void Covers::fail()
 {
-    m_isLooking = false;
+    endLook();
+    const bool isSoon = m_isFile && ++m_filesTried <= filesTriedSoon;
     // The network came back while what was asked before that was waited for.
-    const auto delay = std::exchange(m_isWorthAnother, false) ? std::chrono::milliseconds(0) : retryDelay;
+    const auto later = isSoon ? fileRetryDelay : retryDelay;
+    const auto delay = std::exchange(m_isWorthAnother, false) ? std::chrono::seconds(0) : later;
     m_failures.insert(m_wanted, new std::chrono::milliseconds(m_context.clock.uptime() + delay));
     m_retry = m_context.clock.after(delay, [this] { Q_EMIT changed(); });
 }

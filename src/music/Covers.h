@@ -26,6 +26,11 @@ public:
     static constexpr qsizetype capacity = qsizetype(8) * 1024 * 1024;
     /// After how long what was not to be had is looked for again.
     static constexpr std::chrono::seconds retryDelay{60};
+    /// Of files that is less at first, and so often: a player may tell of one that it is still writing.
+    static constexpr std::chrono::seconds fileRetryDelay{2};
+    static constexpr int filesTriedSoon = 3;
+    /// How long one look may take: a disk may not answer.
+    static constexpr std::chrono::seconds lookLimit{20};
     /// In pixels: enough for a bar at triple scale.
     static constexpr int side = 138;
 
@@ -57,6 +62,7 @@ private:
     /// Whether it was looked for in vain, too short a time ago to look again.
     [[nodiscard]] bool hasToWait(const Key &key);
     void stop();
+    void endLook();
 
     Context m_context;
     QCache<Key, QImage> m_pictures;
@@ -67,6 +73,10 @@ private:
     QString m_wantedTrack;
     QUrl m_wantedUrl;
     bool m_isLooking = false;
+    /// What is looked for is in a file, which was not to be had so many times.
+    bool m_isFile = false;
+    int m_filesTried = 0;
+    std::unique_ptr<Clock::Timer> m_limit;
     /// What is under way began before the network came back.
     bool m_isWorthAnother = false;
     std::unique_ptr<HttpClient::Request> m_download;

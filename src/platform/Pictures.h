@@ -28,11 +28,15 @@ public:
     Pictures &operator=(const Pictures &) = delete;
     virtual ~Pictures() = default;
 
-    /// A picture in a regular file, of whatever format the system reads but vector graphics, scaled to fill a square
-    /// of `side` pixels, in its own proportions. Answers once, from the event loop, never from within this call.
+    /// A picture in a regular file, of whatever format the system reads but vector graphics: a square of `side` pixels
+    /// that the picture fills in its own proportions, what lies beyond being cut off. Answers once, from the event
+    /// loop, never from within this call.
     [[nodiscard]] virtual std::unique_ptr<Request> read(const QString &path, int side, Completion completion) = 0;
     /// The same of what such a file would hold.
     [[nodiscard]] virtual std::unique_ptr<Request> decode(const QByteArray &data, int side, Completion completion) = 0;
+    /// The same of data in base64, percent-encoded as in an address.
+    [[nodiscard]] virtual std::unique_ptr<Request> decodeBase64(
+        const QByteArray &text, int side, Completion completion) = 0;
 };
 
 } // namespace moorline

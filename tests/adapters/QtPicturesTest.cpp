@@ -2,6 +2,7 @@
 
 #include "IconsOnDisk.h"
 #include "PngHeader.h"
+#include "SecondVolume.h"
 #include "harness/TestCase.h"
 #include "platform/qt/RasterPicture.h"
 
@@ -220,6 +221,54 @@ private Q_SLOTS:
         const QString endless = m_disk.path(QStringLiteral("endless.png"));
         QCOMPARE(::symlink("/dev/zero", qPrintable(endless)), 0);
         QVERIFY(read(endless, 46).isNull());
+    }
+
+    void whatIsInAnAddressIsDecoded_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<bool>("isPicture");
+        const QByteArray base64 = written(filled({8, 8}), "png").toBase64();
+        QTest::newRow("base64") << base64 << true;
+        QTest::newRow("percent-encoded") << base64.toPercentEncoding() << true;
+        QTest::newRow("with line ends") << QByteArray(base64).insert(40, "%0D%0A") << true;
+        QTest::newRow("no picture") << QByteArray("QUJD") << false;
+        QTest::newRow("no base64") << QByteArray("%%%") << false;
+        QTest::newRow("too large") << (written(filled({8, 8}), "png") + QByteArray(10 * 1024 * 1024, 'a')).toBase64()
+                                   << false;
+    }
+
+    void whatIsInAnAddressIsDecoded()
+    {
+        QFETCH(const QByteArray, text);
+        QFETCH(const bool, isPicture);
+        const QImage picture = answerTo([&text](Pictures &pictures, const Pictures::Completion &completion) {
+            return pictures.decodeBase64(text, 8, completion);
+        });
+        QCOMPARE(picture.isNull(), !isPicture);
+    }
+
+    /// Neither the other files nor what needs no disk.
+    void aFileOnADiskThatHangsHoldsUpNothingElse()
+    {
+        const SecondVolume volume;
+        const QByteArray png = written(filled({8, 8}), "png");
+        QFile there(volume.path() + QStringLiteral("/a.png"));
+        QVERIFY(there.open(QIODevice::WriteOnly) && there.write(png) == png.size());
+        there.close();
+        const QString here = m_disk.write(QStringLiteral("a.png"), png);
+        volume.hang();
+        QtPictures pictures;
+        QStringList answers;
+        const auto note = [&answers](const char *name) {
+            return [&answers, name](const QImage &) { answers.append(QString::fromLatin1(name)); };
+        };
+        const auto stuck = pictures.read(there.fileName(), 8, note("there"));
+        const auto file = pictures.read(here, 8, note("here"));
+        const auto data = pictures.decode(png, 8, note("data"));
+        QTRY_COMPARE(answers.size(), 2);
+        QVERIFY(!answers.contains(QStringLiteral("there")));
+        volume.goOn();
+        QTRY_COMPARE(answers.last(), QStringLiteral("there"));
     }
 
     void aSizeThatIsAMistakeIsRefused()

@@ -1,5 +1,8 @@
 #include "MprisTestCase.h"
 #include "ToneFile.h"
+#include "fakes/FakeHttpClient.h"
+#include "music/Covers.h"
+#include "platform/qt/QtPictures.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -47,6 +50,12 @@ private Q_SLOTS:
             QCOMPARE(told->artwork->toLocalFile(), path(QStringLiteral("cover.png")));
         else
             QVERIFY(told->artwork->toString().startsWith(QLatin1StringView("data:image/png;base64,")));
+
+        QtPictures pictures;
+        FakeHttpClient client;
+        Covers covers({.pictures = pictures, .client = client, .clock = *m_clock});
+        QTRY_VERIFY(!covers.picture(told->trackId, *told->artwork).isNull());
+        QCOMPARE(covers.picture(told->trackId, *told->artwork).pixelColor(69, 69), QColor(Qt::red));
     }
 
     void itGoesOnFromWhereItIs()

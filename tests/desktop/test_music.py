@@ -6,6 +6,7 @@ from PIL import Image
 from harness.accessibility import SWITCHED_ON, AccessibilityBus
 from harness.file_manager import MAGENTA, is_like
 from harness.player import Player
+from harness.programs import Program
 from harness.waiting import assert_holds, settled, wait_until
 
 WIDGET = "Now Playing"
@@ -102,6 +103,17 @@ def test_a_double_click_is_two_clicks(start_music, accessibility, player):
     # One alone would have paused it.
     assert_holds(lambda: bool(player.status()), 1, "the player is there")
     assert player.status() == "Playing"
+
+
+def test_a_click_on_the_cover_brings_the_player_forward(screen, start_music, accessibility, player, open_client):
+    bar = start_music()
+    player.play(has_window=True)
+    window = Program(bar.desktop, "mpv").opened()
+    wait_for_track(accessibility, FIRST)
+    open_client()
+    wait_until(lambda: screen.active_window() != window.id, what="another window has the focus")
+    click(bar, accessibility, "Open Player")
+    wait_until(lambda: screen.active_window() == window.id, what="the player comes forward")
 
 
 def test_pausing_for_a_moment_hides_nothing(start_music, accessibility, player):

@@ -10,10 +10,11 @@ namespace moorline::test {
 /// Answers when told to. Keeps what was asked, and what is still under way.
 class FakePictures final : public Pictures {
 public:
-    /// One of both is empty.
+    /// All but one of the first three are empty.
     struct Question {
         QString path;
         QByteArray data;
+        QByteArray base64;
         int side;
     };
 
@@ -21,11 +22,16 @@ public:
 
     [[nodiscard]] std::unique_ptr<Request> read(const QString &path, int side, Completion completion) override
     {
-        return ask({path, {}, side}, std::move(completion));
+        return ask({path, {}, {}, side}, std::move(completion));
     }
     [[nodiscard]] std::unique_ptr<Request> decode(const QByteArray &data, int side, Completion completion) override
     {
-        return ask({{}, data, side}, std::move(completion));
+        return ask({{}, data, {}, side}, std::move(completion));
+    }
+    [[nodiscard]] std::unique_ptr<Request> decodeBase64(
+        const QByteArray &text, int side, Completion completion) override
+    {
+        return ask({{}, {}, text, side}, std::move(completion));
     }
 
     /// Answers what was asked first and is still under way. False when there is nothing of that kind.

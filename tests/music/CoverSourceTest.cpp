@@ -43,6 +43,7 @@ private Q_SLOTS:
         row("file://localhost/tmp/a.png", CoverFile{QStringLiteral("/tmp/a.png")});
         row("file://example.org/tmp/a.png", nowhere);
         row("file://", nowhere);
+        row("file:cover.png", nowhere);
         row("http://example.org/a.png", address("http://example.org/a.png"));
         row("https://example.org/a.png?b=c", address("https://example.org/a.png?b=c"));
         row("https://open.spotify.com/image/ab67", address("https://i.scdn.co/image/ab67"));
@@ -55,11 +56,11 @@ private Q_SLOTS:
         row("a.png", nowhere);
         row("/tmp/a.png", nowhere);
         row("", nowhere);
-        row("data:image/png;base64,AAEC", data(QByteArray("\0\1\2", 3)));
-        row("DATA:Image/PNG;Base64,AAEC", data(QByteArray("\0\1\2", 3)));
-        row("data:image/jpeg;charset=utf-8;base64,AAEC", data(QByteArray("\0\1\2", 3)));
-        row("data:image/png;base64,//%2B8=", data("\xff\xff\xbc"));
-        row("data:image/png;base64,AA%0AE%43", data(QByteArray("\0\1\2", 3)));
+        row("data:image/png;base64,AAEC", data("AAEC"));
+        row("DATA:Image/PNG;Base64,AAEC", data("AAEC"));
+        row("data:image/jpeg;charset=utf-8;base64,AAEC", data("AAEC"));
+        row("data:image/png;base64,//%2B8=", data("//%2B8="));
+        row("data:image/png;base64,AA%0AE%43", data("AA%0AE%43"));
         row("data:image/png;base64,", nowhere);
         row("data:image/png,AAEC", nowhere);
         row("data:;base64,AAEC", nowhere);
@@ -78,11 +79,11 @@ private Q_SLOTS:
 
     void whatIsTooLargeIsNotLookedFor()
     {
-        constexpr qsizetype largest = 10 * 1024 * 1024;
+        // As many letters as ten MiB need, each of them written in three.
+        constexpr qsizetype largest = 41'943'048;
         const QByteArray head = "data:image/png;base64,";
-        QVERIFY(source(head + QByteArray(largest, 'a').toBase64()) == data(QByteArray(largest, 'a')));
-        QVERIFY(source(head + QByteArray(largest + 1, 'a').toBase64()) == nowhere);
-        QVERIFY(source(head + QByteArray(largest + 100, 'a').toBase64()) == nowhere);
+        QVERIFY(source(head + QByteArray(largest, 'a')) == data(QByteArray(largest, 'a')));
+        QVERIFY(source(head + QByteArray(largest + 1, 'a')) == nowhere);
     }
 };
 

@@ -105,7 +105,7 @@ private Q_SLOTS:
         const QUrl url(QStringLiteral("data:image/png;base64,QUJD"));
         QVERIFY(!fixture.isThere(one, url));
         QCOMPARE(fixture.pictures.requested.size(), 1);
-        QCOMPARE(fixture.pictures.requested.first().data, QByteArray("ABC"));
+        QCOMPARE(fixture.pictures.requested.first().base64, QByteArray("QUJD"));
         QVERIFY(fixture.answer());
         QVERIFY(fixture.isThere(one, url));
     }
@@ -124,7 +124,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<bool>("isDownload");
         QTest::addColumn<HttpAnswer>("answer");
-        QTest::newRow("a file") << false << HttpAnswer();
+        QTest::newRow("no picture in the address") << false << HttpAnswer();
         QTest::newRow("no picture at the address") << true << Fixture::ok("text");
         QTest::newRow("no network") << true << HttpAnswer{QStringLiteral("offline"), 0, {}};
         QTest::newRow("not found") << true << HttpAnswer{std::nullopt, 404, "picture"};
@@ -136,7 +136,7 @@ private Q_SLOTS:
         QFETCH(const bool, isDownload);
         QFETCH(const HttpAnswer, answer);
         Fixture fixture;
-        const QUrl url = isDownload ? address : file;
+        const QUrl url = isDownload ? address : QUrl(QStringLiteral("data:image/png;base64,QUJD"));
         const auto looks = [&] {
             return isDownload ? fixture.client.requested.size() : fixture.pictures.requested.size();
         };
@@ -167,6 +167,70 @@ private Q_SLOTS:
         fixture.clock.advance(1h);
         QCOMPARE(fixture.changes.size(), 2);
         QCOMPARE(looks(), 2);
+    }
+
+    /// A player may tell of a file that it is still writing.
+    void aFileIsSoonLookedForAgain()
+    {
+        Fixture fixture;
+        QVERIFY(!fixture.isThere(one, file));
+        for (int look = 1; look <= 3; ++look) {
+            QCOMPARE(fixture.pictures.requested.size(), look);
+            QVERIFY(fixture.pictures.miss());
+            fixture.clock.advance(1999ms);
+            QVERIFY(!fixture.isThere(one, file));
+            QCOMPARE(fixture.changes.size(), look - 1);
+            fixture.clock.advance(1ms);
+            QCOMPARE(fixture.changes.size(), look);
+            QVERIFY(!fixture.isThere(one, file));
+        }
+        QVERIFY(fixture.pictures.miss());
+        fixture.clock.advance(59999ms);
+        QCOMPARE(fixture.changes.size(), 3);
+        fixture.clock.advance(1ms);
+        QCOMPARE(fixture.changes.size(), 4);
+        // That of another track is another file for all that is known.
+        QVERIFY(!fixture.isThere(two, file));
+        QVERIFY(fixture.pictures.miss());
+        fixture.clock.advance(2s);
+        QCOMPARE(fixture.changes.size(), 5);
+    }
+
+    void aLookThatHangsIsGivenUp_data()
+    {
+        QTest::addColumn<QUrl>("url");
+        QTest::newRow("a file") << file;
+        QTest::newRow("an address") << address;
+    }
+
+    void aLookThatHangsIsGivenUp()
+    {
+        QFETCH(const QUrl, url);
+        Fixture fixture;
+        QVERIFY(!fixture.isThere(one, url));
+        fixture.clock.advance(19999ms);
+        QCOMPARE(fixture.pictures.running() + fixture.client.running(), 1);
+        fixture.clock.advance(1ms);
+        QCOMPARE(fixture.pictures.running() + fixture.client.running(), 0);
+        fixture.clock.advance(1min);
+        QVERIFY(!fixture.changes.isEmpty());
+        QVERIFY(!fixture.isThere(one, url));
+        QCOMPARE(fixture.pictures.running() + fixture.client.running(), 1);
+    }
+
+    void theNetworkThatComesBackUnderADownloadEndsItsWait()
+    {
+        Fixture fixture;
+        QVERIFY(!fixture.isThere(one, address));
+        fixture.covers.tryAgain();
+        QVERIFY(fixture.client.fail());
+        fixture.clock.advance(1ms);
+        QCOMPARE(fixture.changes.size(), 1);
+        QVERIFY(!fixture.isThere(one, address));
+        QVERIFY(fixture.client.fail());
+        // Once.
+        fixture.clock.advance(59s);
+        QCOMPARE(fixture.changes.size(), 1);
     }
 
     void anotherTrackDoesNotShortenTheWait()

@@ -45,6 +45,14 @@ std::unique_ptr<Pictures::Request> QtPictures::decode(const QByteArray &data, in
         m_data, [data, side] { return rasterPicture(data, side); }, std::move(completion));
 }
 
+std::unique_ptr<Pictures::Request> QtPictures::decodeBase64(const QByteArray &text, int side, Completion completion)
+{
+    const auto make = [text, side] {
+        return rasterPicture(QByteArray::fromBase64(QByteArray::fromPercentEncoding(text)), side);
+    };
+    return begin(m_data, make, std::move(completion));
+}
+
 std::unique_ptr<Pictures::Request> QtPictures::begin(
     Background &threads, std::function<QImage()> make, Completion completion)
 {

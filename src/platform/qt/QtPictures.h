@@ -11,9 +11,10 @@ class QtPictures final : public Pictures {
 public:
     explicit QtPictures();
 
-    /// A square: what of the picture lies beyond is cut off.
     [[nodiscard]] std::unique_ptr<Request> read(const QString &path, int side, Completion completion) override;
     [[nodiscard]] std::unique_ptr<Request> decode(const QByteArray &data, int side, Completion completion) override;
+    [[nodiscard]] std::unique_ptr<Request> decodeBase64(
+        const QByteArray &text, int side, Completion completion) override;
 
 private:
     [[nodiscard]] static std::unique_ptr<Request> begin(

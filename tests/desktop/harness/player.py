@@ -46,7 +46,7 @@ def tone_file(title, artist, album, picture):
 
 
 class Player:
-    """mpv, with two tones to play: neither heard nor seen but on the session bus. Their cover is a picture."""
+    """mpv, with two tones to play that are not heard. Their cover is a picture."""
 
     def __init__(self, desktop, cover, titles=("First tone", "Second tone"), artist="A generator"):
         self._desktop = desktop
@@ -63,8 +63,9 @@ class Player:
             self._tones.append(folder / f"{title}.wav")
             self._tones[-1].write_bytes(tone_file(title, artist, "Tones", picture.getvalue()))
 
-    def play(self):
-        self._process = self._desktop.start("player", "mpv", "--ao=null", "--vo=null", "--no-terminal", *self._tones)
+    def play(self, has_window=False):
+        output = ["--vo=x11", "--force-window=yes"] if has_window else ["--vo=null"]
+        self._process = self._desktop.start("player", "mpv", "--ao=null", *output, "--no-terminal", *self._tones)
 
     def kill(self):
         self._process.kill()

@@ -36,8 +36,6 @@ FollowedNames::FollowedNames(Bus &bus, Clock &clock, const QString &beginning)
 void FollowedNames::follow()
 {
     ++m_generation;
-    m_isFinding = false;
-    m_news.clear();
     m_watcher.setWatchedServices({});
     m_watcher.setConnection(m_bus.connection());
     if (m_bus.isOpen()) {
@@ -53,32 +51,25 @@ QCoro::Task<> FollowedNames::findOwners()
 {
     const QPointer<FollowedNames> alive(this);
     const int generation = m_generation;
-    m_isFinding = true;
     const BusAnswer listed = co_await ask(*this, m_bus, m_clock, busCall(QStringLiteral("ListNames")), answerLimit);
     const QStringList names = listed.value<QStringList>().value_or(QStringList());
     for (const QString &name : names) {
         if (!alive || generation != m_generation)
             co_return;
-        if (!name.startsWith(m_beginning + u'.') || m_news.contains(name))
+        if (!name.startsWith(m_beginning + u'.'))
             continue;
         const BusAnswer owner =
             co_await ask(*this, m_bus, m_clock, busCall(QStringLiteral("GetNameOwner")) << name, answerLimit);
-        if (alive && generation == m_generation && !m_news.contains(name))
+        // The bus keeps the order of what it answers and what it tells: an answer is never older than what was heard.
+        if (alive && generation == m_generation)
             setOwner(name, owner.value<QString>().value_or(QString()));
     }
-    if (!alive || generation != m_generation)
-        co_return;
-    m_isFinding = false;
-    m_news.clear();
 }
 
 void FollowedNames::note(const QString &name, const QString &owner)
 {
-    if (!name.startsWith(m_beginning + u'.'))
-        return;
-    if (m_isFinding)
-        m_news.insert(name);
-    setOwner(name, owner);
+    if (name.startsWith(m_beginning + u'.'))
+        setOwner(name, owner);
 }
 
 void FollowedNames::setOwner(const QString &name, const QString &owner)

@@ -6,7 +6,6 @@
 #include <QCoroTask>
 #include <QDBusServiceWatcher>
 #include <QMap>
-#include <QSet>
 
 namespace moorline {
 
@@ -38,9 +37,6 @@ private:
     QDBusServiceWatcher m_watcher;
     /// Grows with each bus: an answer of the one before is none.
     int m_generation = 0;
-    bool m_isFinding = false;
-    /// Of which there was news while the owners are being found: an older answer is none.
-    QSet<QString> m_news;
 };
 
 } // namespace moorline
