@@ -81,7 +81,7 @@ void DockBarView::evaluate()
 {
     m_dockConflicts = m_context.systemDock.conflictsWithDockBar();
     updateNudge();
-    const Playback playback = m_context.playback ? m_context.playback() : Playback();
+    const Playback playback = m_context.playback();
     m_isMusicVisible = isMusicVisible(m_context.store.settings(), playback, m_context.clock.now());
     updateRow();
 }

@@ -33,7 +33,7 @@ public:
         BarCommands commands;
         /// Builds the widget of a kind; null for a kind that there is no widget for.
         std::function<std::unique_ptr<BarWidget>(WidgetKind)> makeWidget;
-        /// What plays now; nothing ever did while there is no such function.
+        /// What plays now.
         std::function<Playback()> playback;
         /// How many applications the recent-apps service lists now; none while there is no such function.
         std::function<qsizetype()> recentApps = nullptr;

@@ -60,7 +60,7 @@ private Q_SLOTS:
         row("DATA:Image/PNG;Base64,AAEC", data("AAEC"));
         row("data:image/jpeg;charset=utf-8;base64,AAEC", data("AAEC"));
         row("data:image/png;base64,//%2B8=", data("//%2B8="));
-        row("data:image/png;base64,AA%0AE%43", data("AA%0AE%43"));
+        row("data:image/png;base64,AA%0AE%43", data("AA%0AEC"));
         row("data:image/png;base64,", nowhere);
         row("data:image/png,AAEC", nowhere);
         row("data:;base64,AAEC", nowhere);
