@@ -136,7 +136,7 @@ private:
     /// The artwork of every track, wider than high.
     [[nodiscard]] static QImage cover()
     {
-        QImage image(184, 138, QImage::Format_ARGB32_Premultiplied);
+        QImage image(138, 138, QImage::Format_ARGB32_Premultiplied);
         QPainter painter(&image);
         painter.setRenderHint(QPainter::Antialiasing);
         QLinearGradient sky(0, 0, 0, image.height());
@@ -145,7 +145,7 @@ private:
         painter.fillRect(image.rect(), sky);
         painter.setPen(Qt::NoPen);
         painter.setBrush(QColor(0xff, 0xd9, 0x8a));
-        painter.drawEllipse(QPointF(92, 92), 30, 30);
+        painter.drawEllipse(QPointF(69, 92), 30, 30);
         return image;
     }
 
