@@ -7,8 +7,9 @@
 
 namespace moorline {
 
-/// What a media player says of what it plays. Whatever is of another type than the specification has it, too long or
-/// out of range counts as not said.
+/// What a media player says of what it plays, by the MPRIS D-Bus Interface Specification 2.2
+/// (specifications.freedesktop.org/mpris-spec). Whatever is of another type than there, too long or out of range counts
+/// as not said.
 struct MprisProperties {
     enum class Status { playing, paused, stopped };
 
