@@ -248,6 +248,7 @@ def test_a_target_that_says_it_moved_what_it_was_offered_to_copy_moves_nothing(d
     other = desktop.own(DropWindow(desktop, (300, 200, 200, 150), action="XdndActionMove"))
     carry_first_download(bar, icons, (400, 275))
     assert "text/uri-list" in other.offered()
+    other.wait_until_accepted(screen)
     screen.release()
     assert other.taken("text/uri-list").decode().strip() == (folder / "a.txt").as_uri()
     assert_holds((folder / "a.txt").exists, 1.0, "the file is gone")

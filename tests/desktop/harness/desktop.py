@@ -84,7 +84,9 @@ class Desktop:
     def start_bar(self, *command, **environment):
         """The program under test, watched where this desktop has a watch."""
         if self.stall_watch:
-            servers = [process for name, process in self._processes if name in ("display", "bus")]
+            # The window manager and the compositor keep the display to themselves while they look at its windows.
+            names = ("display", "bus", "window-manager", "compositor")
+            servers = [process for name, process in self._processes if name in names]
             environment = {**self.stall_watch.environment(servers), **environment}
         return self.start("bar", *command, **environment)
 

@@ -1,5 +1,7 @@
 """Both sides of a drag between the bar and an application of the test's own, by the XDND protocol."""
 
+import itertools
+
 from Xlib import X, Xatom, display
 from Xlib.protocol import event
 
@@ -136,6 +138,7 @@ class DropWindow:
         self._display.sync()
         self._time = None
         self._entered = None
+        self._positions = 0
         self._notes = []
         self._dropped_by = None
 
@@ -156,6 +159,22 @@ class DropWindow:
             source = self._display.create_resource_object("window", self._entered[0])
             atoms = source.get_full_property(self._atom("XdndTypeList"), X.AnyPropertyType).value
         return [self._display.get_atom_name(atom) for atom in atoms if atom]
+
+    def wait_until_accepted(self, screen):
+        """Waits until the source knows that what is held over the window is taken. It tells of a movement only once it
+        has read the answer to the one before, so the pointer moves a little."""
+        x, y = screen.pointer()
+        nudges = itertools.cycle((1, 0))
+        self._read()
+        told = self._positions
+
+        def is_known():
+            screen.move_pointer(x + next(nudges), y)
+            self._read()
+            # The first may have been on its way already.
+            return self._positions >= told + 2
+
+        wait_until(is_known, what="the answer is read")
 
     def taken(self, target):
         """What was let go over the window, once it was; its source is told what was done with it."""
@@ -203,6 +222,7 @@ class DropWindow:
                 self._entered = received.data[1]
             elif received.type == X.ClientMessage and received.client_type == self._atom("XdndPosition"):
                 self._time = received.data[1][3]
+                self._positions += 1
                 if self._action:
                     # Accepted, and every move is to be told of.
                     self._tell(received.data[1][0], "XdndStatus", [3, 0, 0, self._atom(self._action)])
