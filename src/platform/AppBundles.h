@@ -53,9 +53,4 @@ Q_SIGNALS:
     void changed();
 };
 
-inline QCoro::Task<> AppBundles::lookAt([[maybe_unused]] QStringList paths)
-{
-    co_return;
-}
-
 } // namespace moorline

@@ -119,12 +119,7 @@ public:
             return *moved;
         return bundles.contains(path) ? std::optional(path) : std::nullopt;
     }
-    [[nodiscard]] QCoro::Task<QList<InstalledBundle>> installed() override
-    {
-        ++timesListed;
-        // QCoro moves from what is no constant.
-        co_return std::as_const(listed);
-    }
+    [[nodiscard]] QCoro::Task<QList<InstalledBundle>> installed() override;
 
     /// Something was installed or removed.
     void change() { Q_EMIT changed(); }
@@ -170,19 +165,11 @@ public:
 /// Answers each look when told to, and what is left when it goes: nobody waits for ever.
 class FakeBadgeSource final : public BadgeSource {
 public:
-    ~FakeBadgeSource() override
-    {
-        while (answer({})) { }
-    }
+    ~FakeBadgeSource() override;
 
     void setActive(bool active) override { isActive = active; }
     [[nodiscard]] bool isPermitted() const override { return isAllowed; }
-    [[nodiscard]] QCoro::Task<QList<BadgeTile>> tiles() override
-    {
-        Promise<QList<BadgeTile>> promise;
-        m_looks.append(promise);
-        co_return co_await promise;
-    }
+    [[nodiscard]] QCoro::Task<QList<BadgeTile>> tiles() override;
 
     /// Ends the look that began first. False when there is none.
     bool answer(const QList<BadgeTile> &tiles)

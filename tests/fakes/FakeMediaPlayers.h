@@ -16,24 +16,8 @@ public:
     using Report = std::optional<PlayerReport>;
 
     [[nodiscard]] bool isRunning(MusicSource source) const override { return running.contains(source); }
-    [[nodiscard]] QCoro::Task<Report> query(MusicSource source) override
-    {
-        queried.append(source);
-        if (!isSlow)
-            co_return said(source);
-        const Promise<Report> promise;
-        m_queries.append(promise);
-        co_return co_await promise;
-    }
-    [[nodiscard]] QCoro::Task<std::optional<QUrl>> exportArtwork(MusicSource source, QString trackId) override
-    {
-        exported.append({source, trackId});
-        if (!isSlowToExport)
-            co_return artwork.contains(trackId) ? std::optional(artwork.value(trackId)) : std::nullopt;
-        const Promise<std::optional<QUrl>> promise;
-        m_exports.append(promise);
-        co_return co_await promise;
-    }
+    [[nodiscard]] QCoro::Task<Report> query(MusicSource source) override;
+    [[nodiscard]] QCoro::Task<std::optional<QUrl>> exportArtwork(MusicSource source, QString trackId) override;
     void send(MusicSource source, MusicCommand command) override { sent.append({source, command}); }
     void open(MusicSource source) override { opened.append(source); }
 

@@ -32,11 +32,11 @@ private:
     }
 
 public:
-    FakePlatform() = default;
+    FakePlatform();
     FakePlatform(const FakePlatform &) = delete;
     FakePlatform &operator=(const FakePlatform &) = delete;
     /// Whoever still sleeps wakes, finds its owner gone and ends: a coroutine that nobody resumes is never freed.
-    ~FakePlatform() { clock.advance(std::chrono::minutes(1)); }
+    ~FakePlatform();
 
     /// What is handed to the program.
     Platform ports{

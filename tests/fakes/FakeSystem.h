@@ -32,16 +32,8 @@ public:
 
 class FakeSystemDockControl final : public SystemDockControl {
 public:
-    [[nodiscard]] QCoro::Task<bool> enableAutoHide() override
-    {
-        ++timesAutoHideEnabled;
-        co_return succeeds;
-    }
-    [[nodiscard]] QCoro::Task<bool> setRevealDelay(double seconds) override
-    {
-        delays.append(seconds);
-        co_return succeeds;
-    }
+    [[nodiscard]] QCoro::Task<bool> enableAutoHide() override;
+    [[nodiscard]] QCoro::Task<bool> setRevealDelay(double seconds) override;
 
     bool succeeds = true;
     int timesAutoHideEnabled = 0;
