@@ -33,7 +33,7 @@ packages_of() {
     pictures) echo fonts-inter tint2 mousepad featherpad mpv mpv-mpris at-spi2-core python3-dbus ;;
     bench) echo plank ;;
     format) echo clang-format ;;
-    tidy) echo clang clang-tidy clang-tools ;;
+    tidy) echo clang clang-tidy clang-tools libclang-dev ;;
     releases) echo debootstrap ;;
     esac
 }
