@@ -68,9 +68,10 @@ void TransportButton::paint(QPainter *painter, const QStyleOptionGraphicsItem *,
     }
     QColor color = Theme::primaryText;
     color.setAlphaF(isHovered() ? color.alphaF() : color.alphaF() * symbolOpacity);
-    const QSizeF symbol = m_symbols.size(m_symbol, m_symbolSize);
+    const QSizeF symbol = m_symbols.size(m_symbol, m_symbolSize, SymbolWeight::semibold);
     const QPointF corner((size().width() - symbol.width()) / 2, (size().height() - symbol.height()) / 2);
-    m_symbols.draw(*painter, corner, m_symbol, m_symbolSize, color);
+    m_symbols.draw(
+        *painter, corner, m_symbol, m_symbolSize, color, SymbolRendering::monochrome, SymbolWeight::semibold);
 }
 
 } // namespace moorline

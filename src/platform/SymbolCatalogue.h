@@ -9,6 +9,10 @@ namespace moorline {
 /// Monochrome draws every layer in the full colour, hierarchical the secondary layer fainter.
 enum class SymbolRendering { monochrome, hierarchical };
 
+/// How heavy the strokes are, as those of text. A catalogue with one drawing of each symbol has it in the weight that
+/// it is used in.
+enum class SymbolWeight { regular, semibold };
+
 /// The side of the square that a symbol fills, in units of the size of the text it goes with.
 inline constexpr qreal symbolSideToPointSize = 1.2;
 
@@ -21,6 +25,7 @@ struct SymbolRequest {
     qreal scale = 1;
     QColor color;
     SymbolRendering rendering = SymbolRendering::monochrome;
+    SymbolWeight weight = SymbolWeight::regular;
 };
 
 /// Symbols by catalogue name.

@@ -13,12 +13,13 @@ constexpr int iconSides[] = {16, 18, 22, 24, 32, 48, 64};
 
 QString cacheKey(const SymbolRequest &request)
 {
-    return QStringLiteral("%1 %2 %3 %4 %5")
+    return QStringLiteral("%1 %2 %3 %4 %5 %6")
         .arg(request.name)
         .arg(request.pointSize)
         .arg(request.scale)
         .arg(request.color.rgba(), 0, 16)
-        .arg(int(request.rendering));
+        .arg(int(request.rendering))
+        .arg(int(request.weight));
 }
 
 /// The picture in the middle of a square, made smaller where it does not fit.
@@ -44,20 +45,20 @@ Symbols::Symbols(const SymbolCatalogue &catalogue)
 {
 }
 
-QSizeF Symbols::size(const QString &name, qreal pointSize) const
+QSizeF Symbols::size(const QString &name, qreal pointSize, SymbolWeight weight) const
 {
-    return image({name, pointSize, 1, Qt::black, SymbolRendering::monochrome}).deviceIndependentSize();
+    return image({name, pointSize, 1, Qt::black, SymbolRendering::monochrome, weight}).deviceIndependentSize();
 }
 
 void Symbols::draw(QPainter &painter, const QPointF &topLeft, const QString &name, qreal pointSize, const QColor &color,
-    SymbolRendering rendering) const
+    SymbolRendering rendering, SymbolWeight weight) const
 {
-    const QImage picture = image({name, pointSize, deviceScale(painter), color, rendering});
+    const QImage picture = image({name, pointSize, deviceScale(painter), color, rendering, weight});
     if (picture.isNull())
         return;
     // Rounding to whole pixels makes the picture a little smaller at fine scales than the size that was laid out.
     const QSizeF drawn = picture.deviceIndependentSize();
-    const QSizeF slack = (size(name, pointSize) - drawn) / 2;
+    const QSizeF slack = (size(name, pointSize, weight) - drawn) / 2;
     const QPointF corner = snappedToPixels(painter, topLeft + QPointF(slack.width(), slack.height()));
     painter.drawImage(QRectF(corner, drawn), picture);
 }
@@ -66,8 +67,7 @@ QIcon Symbols::icon(const QString &name, const QColor &color) const
 {
     QIcon icon;
     for (const int side : iconSides) {
-        const QImage picture =
-            m_catalogue.symbol({name, side / symbolSideToPointSize, 1, color, SymbolRendering::monochrome});
+        const QImage picture = m_catalogue.symbol({name, side / symbolSideToPointSize, 1, color});
         if (!picture.isNull())
             icon.addPixmap(squared(picture, side));
     }

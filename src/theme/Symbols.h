@@ -19,9 +19,9 @@ public:
     explicit Symbols(const SymbolCatalogue &catalogue);
 
     /// In points; empty when there is no such symbol.
-    [[nodiscard]] QSizeF size(const QString &name, qreal pointSize) const;
+    [[nodiscard]] QSizeF size(const QString &name, qreal pointSize, SymbolWeight weight = SymbolWeight::regular) const;
     void draw(QPainter &painter, const QPointF &topLeft, const QString &name, qreal pointSize, const QColor &color,
-        SymbolRendering rendering = SymbolRendering::monochrome) const;
+        SymbolRendering rendering = SymbolRendering::monochrome, SymbolWeight weight = SymbolWeight::regular) const;
     /// For menus and the tray, at every size and scale these commonly ask for.
     [[nodiscard]] QIcon icon(const QString &name, const QColor &color) const;
 

@@ -321,6 +321,8 @@ private Q_SLOTS:
         QCOMPARE(fixture.lastRequest(QStringLiteral("pause.fill")).pointSize, 12.0);
         QCOMPARE(fixture.lastRequest(QStringLiteral("forward.end.fill")).pointSize, 11.0);
         QCOMPARE(fixture.lastRequest(QStringLiteral("waveform")).pointSize, 16.0);
+        for (const char *name : {"backward.end.fill", "pause.fill", "forward.end.fill"})
+            QCOMPARE(fixture.lastRequest(QString::fromLatin1(name)).weight, SymbolWeight::semibold);
     }
 
     void whatThePlayerDoesNotObeyIsNotOffered()

@@ -32,7 +32,7 @@ private Q_SLOTS:
     void tellsTheSizeInPoints();
     void asksForThePaintersRealScale();
     void asksForASymbolOnlyOnce();
-    void tellsColorsAndRenderingsApart();
+    void tellsColorsRenderingsAndWeightsApart();
     void remembersABoundedNumber();
     void liesOnWholePixels_data();
     void liesOnWholePixels();
@@ -75,7 +75,7 @@ void SymbolsTest::asksForASymbolOnlyOnce()
     QCOMPARE(images.requests.size(), asked);
 }
 
-void SymbolsTest::tellsColorsAndRenderingsApart()
+void SymbolsTest::tellsColorsRenderingsAndWeightsApart()
 {
     FakeSymbolCatalogue images;
     const Symbols symbols(images);
@@ -84,7 +84,10 @@ void SymbolsTest::tellsColorsAndRenderingsApart()
     symbols.draw(painter, {0, 0}, checkmark, 10, Qt::red);
     symbols.draw(painter, {0, 0}, checkmark, 10, Qt::red, SymbolRendering::hierarchical);
     QCOMPARE(images.requests.last().rendering, SymbolRendering::hierarchical);
+    symbols.draw(painter, {0, 0}, checkmark, 10, Qt::red, SymbolRendering::monochrome, SymbolWeight::semibold);
+    QCOMPARE(images.requests.last().weight, SymbolWeight::semibold);
     symbols.draw(painter, {0, 0}, checkmark, 10, Qt::blue);
+    QCOMPARE(images.requests.last().weight, SymbolWeight::regular);
     painter.end();
     QCOMPARE(image.pixelColor(5, 5), QColor(Qt::blue));
 }

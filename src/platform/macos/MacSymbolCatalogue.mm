@@ -9,11 +9,22 @@ namespace moorline {
 
 namespace {
 
+NSFontWeight fontWeight(SymbolWeight weight)
+{
+    switch (weight) {
+    case SymbolWeight::regular:
+        return NSFontWeightRegular;
+    case SymbolWeight::semibold:
+        return NSFontWeightSemibold;
+    }
+    Q_UNREACHABLE();
+}
+
 /// Black throughout: the layers differ in opacity alone, and the colour comes last.
 NSImageSymbolConfiguration *configurationFor(const SymbolRequest &request)
 {
-    NSImageSymbolConfiguration *size = [NSImageSymbolConfiguration configurationWithPointSize:request.pointSize
-                                                                                       weight:NSFontWeightRegular];
+    NSImageSymbolConfiguration *size =
+        [NSImageSymbolConfiguration configurationWithPointSize:request.pointSize weight:fontWeight(request.weight)];
     switch (request.rendering) {
     case SymbolRendering::monochrome:
         return size;

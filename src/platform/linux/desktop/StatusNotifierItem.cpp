@@ -19,8 +19,7 @@ QList<StatusNotifierPicture> pictures(const StatusBarItem &item, const SymbolCat
 {
     QList<StatusNotifierPicture> result;
     for (const int side : pictureSides) {
-        const QImage image =
-            symbols.symbol({item.symbol, side / symbolSideToPointSize, 1, item.color, SymbolRendering::monochrome});
+        const QImage image = symbols.symbol({item.symbol, side / symbolSideToPointSize, 1, item.color});
         if (!image.isNull())
             result.append(StatusNotifierPicture::from(image));
     }
