@@ -1,5 +1,7 @@
 #include "freedesktop/LauncherEntryState.h"
 
+#include "freedesktop/BusNumber.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -16,27 +18,18 @@ constexpr double halfOfAllCounts = 4611686018427387904.0;
 std::optional<qint64> wholeNumber(const QVariant &value)
 {
     constexpr qint64 largest = std::numeric_limits<qint64>::max();
-    switch (value.typeId()) {
-    case QMetaType::Short:
-    case QMetaType::Int:
-    case QMetaType::LongLong:
-    case QMetaType::UChar:
-    case QMetaType::UShort:
-    case QMetaType::UInt:
-        return value.toLongLong();
-    case QMetaType::ULongLong:
-        return static_cast<qint64>(std::min(value.toULongLong(), static_cast<quint64>(largest)));
-    case QMetaType::Double: {
-        const double number = value.toDouble();
-        if (std::isnan(number))
-            return std::nullopt;
-        if (std::abs(number) / 2 >= halfOfAllCounts)
-            return number > 0 ? largest : -largest;
-        return static_cast<qint64>(number);
-    }
-    default:
+    if (!isBusNumber(value))
         return std::nullopt;
-    }
+    if (value.typeId() == QMetaType::ULongLong)
+        return static_cast<qint64>(std::min(value.toULongLong(), static_cast<quint64>(largest)));
+    if (value.typeId() != QMetaType::Double)
+        return value.toLongLong();
+    const double number = value.toDouble();
+    if (std::isnan(number))
+        return std::nullopt;
+    if (std::abs(number) / 2 >= halfOfAllCounts)
+        return number > 0 ? largest : -largest;
+    return static_cast<qint64>(number);
 }
 
 std::optional<double> fraction(const QVariant &value)

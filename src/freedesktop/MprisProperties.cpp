@@ -1,5 +1,7 @@
 #include "freedesktop/MprisProperties.h"
 
+#include "freedesktop/BusNumber.h"
+
 #include <QCryptographicHash>
 #include <QStringList>
 #include <algorithm>
@@ -19,20 +21,7 @@ constexpr qsizetype longestPicture = qsizetype(14) * 1024 * 1024;
 
 std::optional<double> number(const QVariant &value)
 {
-    switch (value.typeId()) {
-    case QMetaType::Short:
-    case QMetaType::Int:
-    case QMetaType::LongLong:
-    case QMetaType::UChar:
-    case QMetaType::UShort:
-    case QMetaType::UInt:
-    case QMetaType::ULongLong:
-    case QMetaType::Double:
-        break;
-    default:
-        return std::nullopt;
-    }
-    const double told = value.toDouble();
+    const double told = isBusNumber(value) ? value.toDouble() : std::numeric_limits<double>::quiet_NaN();
     return std::isfinite(told) ? std::optional(told) : std::nullopt;
 }
 
