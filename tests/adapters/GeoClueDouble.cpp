@@ -1,9 +1,12 @@
 #include "GeoClueDouble.h"
 
 #include <QCoreApplication>
+#include <QDBusConnectionInterface>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QDeadlineTimer>
+#include <QThread>
 
 namespace moorline::test {
 
@@ -45,10 +48,6 @@ GeoClueDouble::GeoClueDouble()
 
 GeoClueDouble::~GeoClueDouble()
 {
-    // Calls that were not delivered yet are refused by Qt, which needs the connection for it.
-    if (!m_connectionName.isEmpty())
-        connectionNamed(m_connectionName).unregisterObject(QStringLiteral("/"));
-    QCoreApplication::removePostedEvents(this);
     stop();
 }
 
@@ -58,7 +57,8 @@ void GeoClueDouble::start()
     m_connectionName = QStringLiteral("geoclue%1").arg(++generation);
     auto connection = connectionNamed(m_connectionName);
     connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
-    connection.registerService(service);
+    if (!connection.registerService(service))
+        qWarning("GeoClue did not get its name: %s", qPrintable(connection.lastError().message()));
 }
 
 void GeoClueDouble::stop()
@@ -66,8 +66,16 @@ void GeoClueDouble::stop()
     m_held.clear();
     m_isTracking = false;
     m_hasClient = false;
-    if (!m_connectionName.isEmpty())
-        QDBusConnection::disconnectFromBus(std::exchange(m_connectionName, {}));
+    if (m_connectionName.isEmpty())
+        return;
+    // Calls that were not delivered yet keep the connection open. They are refused by Qt, which needs it for that.
+    connectionNamed(m_connectionName).unregisterObject(QStringLiteral("/"));
+    QCoreApplication::removePostedEvents(this);
+    QDBusConnection::disconnectFromBus(std::exchange(m_connectionName, {}));
+    // The bus notices a little later, and gives the name to nobody else before.
+    const QDeadlineTimer patience(std::chrono::seconds(5));
+    while (QDBusConnection::systemBus().interface()->isServiceRegistered(service) && !patience.hasExpired())
+        QThread::yieldCurrentThread();
 }
 
 void GeoClueDouble::fail(const QString &method, const QString &errorName)
