@@ -15,8 +15,8 @@ public:
     /// `windows` and `pointer` outlive the drag.
     BarDrag(BarHolds::Token hold, PopupWindows &windows, const Pointer &pointer);
 
-    /// Ends it, with nothing dropped. A QDrag that is under way returns from its event loop soon, or, where the system
-    /// leaves no way to that, when the button is let go.
+    /// Ends it, with nothing dropped. What is under way ends soon, or, where the system leaves no way to that, when the
+    /// button is let go.
     void cancel();
     [[nodiscard]] bool isCancelled() const { return m_isCancelled; }
     /// To be asked once it is over: it ended in another way than by letting go.

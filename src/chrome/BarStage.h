@@ -59,6 +59,9 @@ public:
     [[nodiscard]] BarHolds::Token hold() { return m_context.holds.take(); }
     /// A drag begins; what closes meanwhile, and may be what began it, is deleted no sooner than it is over.
     [[nodiscard]] std::unique_ptr<BarDrag> beginDrag();
+    /// The same with a drag of a file into other programs, as PopupWindows::carryFile() has it. The bar is free again
+    /// when `ended` is called.
+    void carryFile(QWidget &source, const QPointF &press, CarriedFile file, std::function<void()> ended);
     /// Whether what is still held over the bar is to be taken by nobody.
     [[nodiscard]] bool isDragCancelled() const;
 

@@ -15,6 +15,15 @@ std::unique_ptr<BarDrag> BarStage::beginDrag()
     return drag;
 }
 
+void BarStage::carryFile(QWidget &source, const QPointF &press, CarriedFile file, std::function<void()> ended)
+{
+    auto end = [drag = std::shared_ptr<BarDrag>(beginDrag()), ended = std::move(ended)]() mutable {
+        drag.reset();
+        ended();
+    };
+    m_context.windows.carryFile(source, press, std::move(file), std::move(end));
+}
+
 bool BarStage::isDragCancelled() const
 {
     return m_drag && m_drag->isCancelled();

@@ -1,14 +1,11 @@
 #include "files/FileDragSource.h"
 
-#include "chrome/BarDrag.h"
 #include "chrome/BarStage.h"
 
 #include <QContextMenuEvent>
-#include <QCoreApplication>
-#include <QDrag>
-#include <QMimeData>
 #include <QMouseEvent>
 #include <QPointer>
+#include <utility>
 
 namespace moorline {
 
@@ -17,22 +14,6 @@ namespace {
 /// A pointer that travels farther from its press begins a drag, in points.
 constexpr qreal longestClick = 3;
 constexpr int pictureSize = 48;
-
-/// A file, and what was prepared for whoever it is given to, who may ask for it after the drop.
-class CarriedFile final : public QMimeData {
-public:
-    CarriedFile(const QUrl &url, std::unique_ptr<Files::DragOffer> offer)
-        : m_offer(std::move(offer))
-    {
-        setUrls({url});
-        const QHash<QString, QByteArray> formats = m_offer ? m_offer->formats() : QHash<QString, QByteArray>();
-        for (auto format = formats.begin(); format != formats.end(); ++format)
-            setData(format.key(), format.value());
-    }
-
-private:
-    std::unique_ptr<Files::DragOffer> m_offer;
-};
 
 } // namespace
 
@@ -99,31 +80,18 @@ void FileDragSource::leaveEvent(QEvent *event)
 
 void FileDragSource::beginDrag()
 {
-    m_press.reset();
+    const QPointF press = *std::exchange(m_press, std::nullopt);
     // No click follows.
     setDown(false);
-    // Qt deletes it when the other program has what it wants of it, which may be when this is gone.
-    auto *drag = new QDrag(QCoreApplication::instance());
-    drag->setMimeData(new CarriedFile(*m_url, std::move(m_offer)));
-    drag->setPixmap(picture());
-    drag->setHotSpot({pictureSize / 2, pictureSize / 2});
-    // For as long as it lasts, which may be longer than this.
-    std::unique_ptr<BarDrag> held = m_stage.beginDrag();
     m_isDragging = true;
-    QPointer<FileDragSource> alive{this};
     Q_EMIT dragStarted();
-    // What becomes of it is the other program's affair: some say that they moved what they were offered to copy.
-    drag->exec(Qt::CopyAction | Qt::LinkAction, Qt::CopyAction);
-    if (!alive)
-        return;
-    held.reset();
-    m_isDragging = false;
-    Q_EMIT dragEnded();
-}
-
-QPixmap FileDragSource::picture()
-{
-    return QPixmap::fromImage(m_icon.image());
+    const auto end = [alive = QPointer(this)] {
+        if (!alive)
+            return;
+        alive->m_isDragging = false;
+        Q_EMIT alive->dragEnded();
+    };
+    m_stage.carryFile(*this, press, {.url = *m_url, .picture = m_icon.image(), .offer = std::move(m_offer)}, end);
 }
 
 } // namespace moorline

@@ -39,7 +39,6 @@ protected:
 
 private:
     void beginDrag();
-    [[nodiscard]] QPixmap picture();
 
     BarStage &m_stage;
     Files &m_files;

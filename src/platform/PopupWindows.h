@@ -1,10 +1,13 @@
 #pragma once
 
+#include "platform/Files.h"
 #include "platform/Menu.h"
 
+#include <QImage>
 #include <QObject>
 #include <QPointF>
 #include <QRectF>
+#include <QUrl>
 #include <functional>
 #include <memory>
 
@@ -34,6 +37,15 @@ public:
     virtual void orderOut() = 0;
 };
 
+/// A file that goes with the pointer, to be given to another program.
+struct CarriedFile {
+    QUrl url;
+    /// Its middle is at the pointer.
+    QImage picture;
+    /// What was prepared for it; perhaps null. Kept for as long as somebody may ask for it.
+    std::unique_ptr<Files::DragOffer> offer;
+};
+
 /// What the system does for windows above the bar, and for drags out of it.
 class PopupWindows : public QObject {
     Q_OBJECT
@@ -48,6 +60,7 @@ public:
     using Pressed = std::function<void(const QPointF &)>;
     using Escaped = std::function<void()>;
     using Closed = std::function<void()>;
+    using Ended = std::function<void()>;
     /// Where a menu of this size has its top left corner. In points, origin at the bottom left of the primary screen.
     using MenuPlacement = std::function<QPointF(const QSizeF &)>;
 
@@ -74,8 +87,13 @@ public:
     /// is no way to learn of it.
     [[nodiscard]] virtual std::unique_ptr<Handle> watchEscape(Escaped escaped) = 0;
 
-    /// Makes the QDrag that is under way, where one is, return with nothing dropped. Nothing where the system does so
-    /// on Escape by itself.
+    /// Offers a file to other programs, as a copy or a link and never to be moved, until the button is let go that was
+    /// pressed over `source`, at `press` in its coordinates. May come back only then. `ended` is called once, in the
+    /// end or later, also when the source has gone meanwhile.
+    virtual void carryFile(QWidget &source, const QPointF &press, CarriedFile file, Ended ended) = 0;
+
+    /// Makes the drag that is under way, where one is, end with nothing dropped. Nothing where the system does so on
+    /// Escape by itself.
     virtual void cancelDrag() = 0;
 
 Q_SIGNALS:

@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QWidget>
 #include <map>
+#include <optional>
+#include <utility>
 
 namespace moorline::test {
 
@@ -39,7 +41,18 @@ public:
         return isKeyboardHeldElsewhere ? nullptr : std::make_unique<EscapeWatch>(*this, std::move(escaped));
     }
 
+    void carryFile(QWidget &source, const QPointF &press, CarriedFile file, Ended ended) override
+    {
+        carrying = Carrying{&source, press, std::move(file), std::move(ended)};
+    }
     void cancelDrag() override { ++cancelledDrags; }
+
+    /// The file that is carried is let go, wherever that is.
+    void letFileGo()
+    {
+        const std::optional<Carrying> over = std::exchange(carrying, std::nullopt);
+        over.value().ended();
+    }
 
     void setComposited(bool isComposited)
     {
@@ -74,6 +87,15 @@ public:
         }
     }
 
+    struct Carrying {
+        QPointer<QWidget> source;
+        QPointF press;
+        CarriedFile file;
+        Ended ended;
+    };
+
+    /// The file that is carried now.
+    std::optional<Carrying> carrying;
     bool isKeyboardHeldElsewhere = false;
     int cancelledDrags = 0;
     /// Null while other programs have it.

@@ -3,7 +3,6 @@
 #include "FilesFixture.h"
 #include "harness/TestCase.h"
 
-#include <QDrag>
 #include <QMouseEvent>
 #include <QSignalSpy>
 
@@ -18,16 +17,6 @@ struct Fixture : FilesFixture {
     {
         source.resize(200, 30);
         source.show();
-        QObject::connect(&source, &FileDragSource::dragStarted, &source, [this] {
-            wasHeld = holds.isHeld();
-            // No child of the source, which it may outlive.
-            QVERIFY(source.findChildren<QDrag *>().isEmpty());
-            const auto *drag = QCoreApplication::instance()->findChildren<QDrag *>().last();
-            offered = drag->mimeData()->urls();
-            formats = drag->mimeData()->formats();
-            transfer = drag->mimeData()->data(QStringLiteral("application/x-transfer"));
-            hotSpot = drag->hotSpot();
-        });
     }
 
     void send(QEvent::Type type, const QPoint &place, Qt::MouseButton button, Qt::MouseButtons held)
@@ -37,6 +26,7 @@ struct Fixture : FilesFixture {
     }
     void press() { send(QEvent::MouseButtonPress, {50, 15}, Qt::LeftButton, Qt::LeftButton); }
     void move(const QPoint &place) { send(QEvent::MouseMove, place, Qt::NoButton, Qt::LeftButton); }
+    [[nodiscard]] auto &carrying() { return platform.popupWindows.carrying; }
     void release(const QPoint &place) { send(QEvent::MouseButtonRelease, place, Qt::LeftButton, Qt::NoButton); }
 
     /// Draws nothing.
@@ -52,11 +42,6 @@ struct Fixture : FilesFixture {
     QSignalSpy opened{&source, &QAbstractButton::clicked};
     QSignalSpy started{&source, &FileDragSource::dragStarted};
     QSignalSpy ended{&source, &FileDragSource::dragEnded};
-    bool wasHeld = false;
-    QList<QUrl> offered;
-    QStringList formats;
-    QByteArray transfer;
-    QPoint hotSpot;
 };
 
 } // namespace
@@ -83,6 +68,9 @@ private Q_SLOTS:
         Fixture fixture;
         fixture.press();
         fixture.move(place);
+        QCOMPARE(fixture.carrying().has_value(), isDrag);
+        if (isDrag)
+            fixture.platform.popupWindows.letFileGo();
         fixture.release(place);
         QCOMPARE(fixture.started.size(), isDrag ? 1 : 0);
         QCOMPARE(fixture.ended.size(), isDrag ? 1 : 0);
@@ -94,9 +82,10 @@ private Q_SLOTS:
         Fixture fixture(QUrl::fromEncoded("file:///home/me/a%FFb"));
         fixture.press();
         fixture.move({60, 15});
-        QCOMPARE(fixture.offered.value(0).toEncoded(), "file:///home/me/a%FFb");
-        QCOMPARE(fixture.formats, QStringList{QStringLiteral("text/uri-list")});
-        QCOMPARE(fixture.hotSpot, QPoint(24, 24));
+        const auto &carrying = fixture.carrying().value();
+        QCOMPARE(carrying.file.url.toEncoded(), "file:///home/me/a%FFb");
+        QCOMPARE(carrying.source.data(), &fixture.source);
+        QCOMPARE(carrying.press, QPointF(50, 15));
     }
 
     void whatIsPreparedAtThePressGoesWithTheDrag()
@@ -106,11 +95,11 @@ private Q_SLOTS:
         fixture.press();
         QCOMPARE(fixture.platform.files.prepared, QList{fixture.file(QStringLiteral("a b"))});
         fixture.move({60, 15});
-        QCOMPARE(fixture.formats.size(), 2);
-        QCOMPARE(fixture.transfer, "key");
-        QCOMPARE(fixture.offered.size(), 1);
-        // With what is carried, for which others may still ask.
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        const auto formats = fixture.carrying().value().file.offer->formats();
+        QCOMPARE(formats, (QHash<QString, QByteArray>{{QStringLiteral("application/x-transfer"), "key"}}));
+        QCOMPARE(*fixture.platform.files.offers, 1);
+        // It goes with what is carried.
+        fixture.platform.popupWindows.letFileGo();
         QCOMPARE(*fixture.platform.files.offers, 0);
     }
 
@@ -128,7 +117,13 @@ private Q_SLOTS:
         Fixture fixture;
         fixture.press();
         fixture.move({60, 15});
-        QVERIFY(fixture.wasHeld);
+        QVERIFY(fixture.holds.isHeld());
+        QVERIFY(fixture.source.isDragging());
+        bool wasHeld = true;
+        connect(&fixture.source, &FileDragSource::dragEnded, &fixture.source,
+            [&] { wasHeld = fixture.holds.isHeld() || fixture.source.isDragging(); });
+        fixture.platform.popupWindows.letFileGo();
+        QVERIFY(!wasHeld);
         QVERIFY(!fixture.holds.isHeld());
         QVERIFY(!fixture.source.isDragging());
     }
@@ -152,17 +147,14 @@ private Q_SLOTS:
         auto *source = new Fixture::PlainSource(
             fixture.stage, fixture.platform.files, fixture.icons, fixture.file(QStringLiteral("a")));
         source->resize(200, 30);
-        bool isHeld = false;
-        connect(source, &FileDragSource::dragStarted, &fixture.source, [&] {
-            delete source;
-            isHeld = fixture.holds.isHeld();
-        });
         for (const int x : {50, 60}) {
             const auto type = x == 50 ? QEvent::MouseButtonPress : QEvent::MouseMove;
             QMouseEvent event(type, {qreal(x), 15}, {qreal(x), 15}, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
             QCoreApplication::sendEvent(source, &event);
         }
-        QVERIFY(isHeld);
+        delete source;
+        QVERIFY(fixture.holds.isHeld());
+        fixture.platform.popupWindows.letFileGo();
         QVERIFY(!fixture.holds.isHeld());
     }
 
@@ -209,6 +201,17 @@ private Q_SLOTS:
             .kind = IconKind::file, .subject = QStringLiteral("/home/me/a b"), .size = 48, .scale = 1};
         QCOMPARE(fixture.platform.icons.requested, QList{wanted});
         fixture.release({50, 15});
+    }
+
+    void thePictureGoesWithThePointer()
+    {
+        Fixture fixture;
+        QImage icon(48, 48, QImage::Format_ARGB32_Premultiplied);
+        icon.fill(Qt::red);
+        fixture.press();
+        fixture.platform.icons.answer(icon);
+        fixture.move({60, 15});
+        QCOMPARE(fixture.carrying().value().file.picture, icon);
     }
 };
 

@@ -1,6 +1,7 @@
 #import "platform/macos/MacPopupWindows.h"
 
 #import "platform/macos/EventMonitor.h"
+#import "platform/macos/MacFileDrag.h"
 #import "platform/macos/MacPointer.h"
 #import "platform/macos/MacPopupWindow.h"
 #import "platform/macos/MoorlinePopUpMenu.h"
@@ -96,6 +97,11 @@ std::unique_ptr<PopupWindows::Handle> MacPopupWindows::watchPresses(Pressed pres
 std::unique_ptr<PopupWindows::Handle> MacPopupWindows::watchEscape(Escaped escaped)
 {
     return std::make_unique<EscapeWatch>(std::move(escaped));
+}
+
+void MacPopupWindows::carryFile(QWidget &source, const QPointF &press, CarriedFile file, Ended ended)
+{
+    carryWithSession(source, press, file, std::move(ended));
 }
 
 void MacPopupWindows::cancelDrag()

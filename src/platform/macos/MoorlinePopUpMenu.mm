@@ -1,42 +1,12 @@
 #import "platform/macos/MoorlinePopUpMenu.h"
 
+#import "platform/macos/ButtonRelease.h"
 #import "platform/macos/Conversions.h"
 #import "platform/macos/MenuItems.h"
 
 #include <utility>
 
 using namespace moorline;
-
-namespace {
-
-/// Absent for an event that is no press.
-std::optional<NSEventType> releaseTypeOf(NSEvent *event)
-{
-    if (event.type == NSEventTypeLeftMouseDown)
-        return NSEventTypeLeftMouseUp;
-    if (event.type == NSEventTypeRightMouseDown)
-        return NSEventTypeRightMouseUp;
-    return std::nullopt;
-}
-
-/// Nil for an event that is no press.
-NSEvent *releaseAfter(NSEvent *event)
-{
-    const auto type = releaseTypeOf(event);
-    if (!type)
-        return nil;
-    return [NSEvent mouseEventWithType:*type
-                              location:event.locationInWindow
-                         modifierFlags:event.modifierFlags
-                             timestamp:event.timestamp
-                          windowNumber:event.windowNumber
-                               context:nil
-                           eventNumber:event.eventNumber
-                            clickCount:event.clickCount
-                              pressure:0];
-}
-
-} // namespace
 
 @implementation MoorlinePopUpMenu {
     NSMenu *_menu;
@@ -86,8 +56,6 @@ NSEvent *releaseAfter(NSEvent *event)
         [self finishSoon];
 }
 
-/// The menu took the release of the button that it was asked for with, and the toolkit takes it for pressed until it is
-/// told.
 - (void)releaseButton
 {
     if (_release)

@@ -1,5 +1,7 @@
 #include "platform/qt/NullAdapters.h"
 
+#include "platform/qt/QtFileDrag.h"
+
 namespace moorline {
 
 namespace {
@@ -151,6 +153,13 @@ std::unique_ptr<PopupWindows::Handle> NullPopupWindows::watchPresses([[maybe_unu
 std::unique_ptr<PopupWindows::Handle> NullPopupWindows::watchEscape([[maybe_unused]] Escaped escaped)
 {
     return nullptr;
+}
+
+void NullPopupWindows::carryFile(
+    [[maybe_unused]] QWidget &source, [[maybe_unused]] const QPointF &press, CarriedFile file, Ended ended)
+{
+    carryWithQt(std::move(file));
+    ended();
 }
 
 void NullPopupWindows::cancelDrag()

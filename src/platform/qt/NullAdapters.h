@@ -77,6 +77,7 @@ public:
         const Menu &menu, MenuPlacement placement, Closed closed) override;
     [[nodiscard]] std::unique_ptr<Handle> watchPresses(Pressed pressed) override;
     [[nodiscard]] std::unique_ptr<Handle> watchEscape(Escaped escaped) override;
+    void carryFile(QWidget &source, const QPointF &press, CarriedFile file, Ended ended) override;
     void cancelDrag() override;
 };
 

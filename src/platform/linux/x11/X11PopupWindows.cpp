@@ -4,6 +4,7 @@
 #include "platform/linux/x11/X11Pointer.h"
 #include "platform/linux/x11/X11PopupWindow.h"
 #include "platform/linux/x11/XConnection.h"
+#include "platform/qt/QtFileDrag.h"
 
 #include <QDrag>
 
@@ -105,6 +106,13 @@ std::unique_ptr<PopupWindows::Handle> X11PopupWindows::watchPresses(Pressed pres
 std::unique_ptr<PopupWindows::Handle> X11PopupWindows::watchEscape(Escaped escaped)
 {
     return std::make_unique<EscapeWatch>(m_connection, std::move(escaped));
+}
+
+void X11PopupWindows::carryFile(
+    [[maybe_unused]] QWidget &source, [[maybe_unused]] const QPointF &press, CarriedFile file, Ended ended)
+{
+    carryWithQt(std::move(file));
+    ended();
 }
 
 void X11PopupWindows::cancelDrag()

@@ -2,6 +2,8 @@
 
 #include <Foundation/Foundation.h>
 
+@class NSDraggingItem;
+@class NSDraggingSession;
 @class NSEvent;
 @class NSGraphicsContext;
 @class NSImage;
@@ -205,6 +207,58 @@ enum : NSEventModifierFlags {
 + (void)removeMonitor:(id)eventMonitor;
 @end
 
+// What is dragged
+
+// https://developer.apple.com/documentation/appkit/nsdragoperation
+typedef NSUInteger NSDragOperation;
+enum : NSDragOperation {
+    NSDragOperationCopy = 1,
+    NSDragOperationLink = 2,
+    NSDragOperationGeneric = 4,
+};
+
+// https://developer.apple.com/documentation/appkit/nsdraggingcontext
+enum NSDraggingContext : NSInteger {
+    NSDraggingContextOutsideApplication = 0,
+    NSDraggingContextWithinApplication,
+};
+
+// https://developer.apple.com/documentation/appkit/nsdraggingsource
+@protocol NSDraggingSource <NSObject>
+// https://developer.apple.com/documentation/appkit/nsdraggingsource/draggingsession(_:sourceoperationmaskfor:)
+- (NSDragOperation)draggingSession:(NSDraggingSession *)session
+    sourceOperationMaskForDraggingContext:(NSDraggingContext)context;
+@optional
+// https://developer.apple.com/documentation/appkit/nsdraggingsource/draggingsession(_:endedat:operation:)
+- (void)draggingSession:(NSDraggingSession *)session
+           endedAtPoint:(NSPoint)screenPoint
+              operation:(NSDragOperation)operation;
+@end
+
+// https://developer.apple.com/documentation/appkit/nspasteboardwriting
+@protocol NSPasteboardWriting <NSObject>
+@end
+
+// https://developer.apple.com/documentation/foundation/nsurl
+@interface NSURL (NSPasteboardSupport) <NSPasteboardWriting>
+@end
+
+// https://developer.apple.com/documentation/appkit/nsdraggingitem
+@interface NSDraggingItem : NSObject
+- (instancetype)init NS_UNAVAILABLE;
+// https://developer.apple.com/documentation/appkit/nsdraggingitem/init(pasteboardwriter:)
+- (instancetype)initWithPasteboardWriter:(id<NSPasteboardWriting>)pasteboardWriter NS_DESIGNATED_INITIALIZER;
+// https://developer.apple.com/documentation/appkit/nsdraggingitem/setdraggingframe(_:contents:)
+// In the coordinates of the view that the session begins in.
+- (void)setDraggingFrame:(NSRect)frame contents:(id)contents;
+@end
+
+// https://developer.apple.com/documentation/appkit/nsdraggingsession
+@interface NSDraggingSession : NSObject
+// https://developer.apple.com/documentation/appkit/nsdraggingsession/animatestostartingpositionsoncancelorfail
+@property BOOL animatesToStartingPositionsOnCancelOrFail;
+@end
+
 // Views and windows
 
 // https://developer.apple.com/documentation/appkit/nscolor
@@ -227,6 +281,13 @@ enum : NSEventModifierFlags {
 - (instancetype)initWithFrame:(NSRect)frameRect NS_DESIGNATED_INITIALIZER;
 - (instancetype)initWithCoder:(NSCoder *)coder NS_DESIGNATED_INITIALIZER;
 - (void)addSubview:(NSView *)view;
+// https://developer.apple.com/documentation/appkit/nsview/convert(_:to:)-6u9ir
+- (NSPoint)convertPoint:(NSPoint)point toView:(NSView *)view;
+// https://developer.apple.com/documentation/appkit/nsview/begindraggingsession(with:event:source:)
+// Nil where it cannot begin.
+- (NSDraggingSession *)beginDraggingSessionWithItems:(NSArray<NSDraggingItem *> *)items
+                                               event:(NSEvent *)event
+                                              source:(id<NSDraggingSource>)source;
 // https://developer.apple.com/documentation/appkit/nsview/tooltip
 @property (copy) NSString *toolTip;
 // https://developer.apple.com/documentation/appkit/nsview/resizesubviews(witholdsize:)
@@ -405,6 +466,8 @@ static const CGFloat NSSquareStatusItemLength = -2.0;
 typedef CGFloat NSFontWeight;
 // https://developer.apple.com/documentation/appkit/nsfont/weight/regular
 extern "C" const NSFontWeight NSFontWeightRegular;
+// https://developer.apple.com/documentation/appkit/nsfont/weight/semibold
+extern "C" const NSFontWeight NSFontWeightSemibold;
 
 // https://developer.apple.com/documentation/appkit/nsimage/symbolconfiguration-swift.class
 API_AVAILABLE(macos(11.0))
@@ -425,6 +488,8 @@ API_AVAILABLE(macos(11.0))
 - (void)setTemplate:(BOOL)isTemplate;
 // https://developer.apple.com/documentation/appkit/nsimage/1520015-imagenamed
 + (NSImage *)imageNamed:(NSString *)name;
+// https://developer.apple.com/documentation/appkit/nsimage/init(cgimage:size:)
+- (instancetype)initWithCGImage:(struct CGImage *)cgImage size:(NSSize)size;
 // https://developer.apple.com/documentation/appkit/nsimage/init(systemsymbolname:accessibilitydescription:)
 + (instancetype)imageWithSystemSymbolName:(NSString *)name
                  accessibilityDescription:(NSString *)description API_AVAILABLE(macos(11.0));
