@@ -42,11 +42,9 @@
 
 - (void)finish
 {
-    // Goes with the end of the method.
-    const MoorlineDraggingSource *last = _self;
+    // Who performs this keeps it until it is done.
     _self = nil;
     _ended();
-    static_cast<void>(last);
 }
 
 @end
