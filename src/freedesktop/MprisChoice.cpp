@@ -26,6 +26,18 @@ MprisKind mprisKind(const QString &name)
     return name == spotify || name.startsWith(furtherSpotify) ? MprisKind::spotify : MprisKind::other;
 }
 
+QMap<QString, QString> mprisNames(const QMap<QString, QString> &ownerOfName)
+{
+    QMap<QString, QString> names;
+    for (auto one = ownerOfName.begin(); one != ownerOfName.end(); ++one) {
+        const MprisKind kind = mprisKind(one.key());
+        const bool isFirst = !names.contains(*one);
+        if (kind == MprisKind::spotify || (kind == MprisKind::other && isFirst))
+            names.insert(*one, one.key());
+    }
+    return names;
+}
+
 std::optional<qint64> browserSpokenFor(const QString &name, const MprisProperties &properties)
 {
     return name == browserIntegration && !properties.title.isEmpty() ? properties.spokenForProcess : std::nullopt;
@@ -42,6 +54,15 @@ bool isHeard(const QList<MprisCandidate> &players, qsizetype place)
             return false;
     }
     return true;
+}
+
+bool isAnyHeard(const QList<MprisCandidate> &players, MprisKind kind)
+{
+    for (qsizetype place = 0; place < players.size(); ++place) {
+        if (players.at(place).kind == kind && isHeard(players, place))
+            return true;
+    }
+    return false;
 }
 
 std::optional<qsizetype> bestPlayer(const QList<MprisCandidate> &players, MprisKind kind)

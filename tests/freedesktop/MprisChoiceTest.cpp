@@ -39,6 +39,38 @@ private Q_SLOTS:
         QCOMPARE(moorline::mprisKind(name), kind);
     }
 
+    void eachPlayerHasOneName_data()
+    {
+        QTest::addColumn<QStringList>("ofOne");
+        QTest::addColumn<QString>("name");
+        const auto row = [](const char *what, const QStringList &ofOne, const QString &name) {
+            QTest::newRow(what) << ofOne << name;
+        };
+        const QString vlc = QStringLiteral("vlc");
+        const QString spotify = QStringLiteral("spotify");
+        const QString repeater = QStringLiteral("playerctld");
+        row("its own", {vlc}, vlc);
+        row("the first of two", {vlc, QStringLiteral("vlc.instance42")}, vlc);
+        row("Spotify's, which comes last", {QStringLiteral("other"), spotify}, spotify);
+        row("Spotify's, which comes first", {spotify, vlc}, spotify);
+        row("not the repeater's", {repeater, vlc}, vlc);
+        row("none", {repeater}, {});
+    }
+    void eachPlayerHasOneName()
+    {
+        QFETCH(const QStringList, ofOne);
+        QFETCH(const QString, name);
+        const QString prefix = QStringLiteral("org.mpris.MediaPlayer2.");
+        const QString another = prefix + QStringLiteral("mpv");
+        QMap<QString, QString> owners{{another, QStringLiteral(":1.2")}};
+        for (const QString &one : ofOne)
+            owners.insert(prefix + one, QStringLiteral(":1.1"));
+        QMap<QString, QString> expected{{QStringLiteral(":1.2"), another}};
+        if (!name.isEmpty())
+            expected.insert(QStringLiteral(":1.1"), prefix + name);
+        QCOMPARE(moorline::mprisNames(owners), expected);
+    }
+
     void theBrowsersIntegrationSpeaksForItsProcess()
     {
         const QString name = QStringLiteral("org.mpris.MediaPlayer2.plasma-browser-integration");
@@ -64,6 +96,16 @@ private Q_SLOTS:
     void aRepeaterIsNotHeard()
     {
         QVERIFY(!moorline::isHeard({{.kind = MprisKind::repeater, .status = Status::playing}}, 0));
+    }
+
+    void oneThatIsHeardIsEnough()
+    {
+        const MprisCandidate browser{.process = 42};
+        const MprisCandidate spotify{.kind = MprisKind::spotify, .browser = 42};
+        QVERIFY(!moorline::isAnyHeard({}, MprisKind::other));
+        QVERIFY(!moorline::isAnyHeard({browser, spotify}, MprisKind::other));
+        QVERIFY(moorline::isAnyHeard({browser, spotify}, MprisKind::spotify));
+        QVERIFY(moorline::isAnyHeard({browser, spotify, {.process = 43}}, MprisKind::other));
     }
 
     void theBestIsChosen_data()

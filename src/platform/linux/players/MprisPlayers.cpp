@@ -39,20 +39,6 @@ QString methodOf(MusicCommand command)
     Q_UNREACHABLE();
 }
 
-/// One name for each player: many have a second one that ends in "instance" and a number. Those that only repeat others
-/// are none.
-QMap<QString, QString> namesOfOwners(const QMap<QString, QString> &ownerOfName)
-{
-    QMap<QString, QString> names;
-    for (auto one = ownerOfName.begin(); one != ownerOfName.end(); ++one) {
-        const MprisKind kind = mprisKind(one.key());
-        const bool isFirst = !names.contains(*one);
-        if (kind == MprisKind::spotify || (kind == MprisKind::other && isFirst))
-            names.insert(*one, one.key());
-    }
-    return names;
-}
-
 PlayerReport reportOf(const MprisPlayer &player, double position)
 {
     const MprisProperties &properties = *player.properties();
@@ -86,12 +72,7 @@ MprisPlayers::~MprisPlayers()
 
 bool MprisPlayers::isRunning(MusicSource source) const
 {
-    const QList<MprisCandidate> players = candidates();
-    for (qsizetype place = 0; place < players.size(); ++place) {
-        if (players.at(place).kind == kindOf(source) && isHeard(players, place))
-            return true;
-    }
-    return false;
+    return isAnyHeard(candidates(), kindOf(source));
 }
 
 QCoro::Task<std::optional<PlayerReport>> MprisPlayers::query(MusicSource source)
@@ -133,7 +114,7 @@ void MprisPlayers::open(MusicSource source)
 
 void MprisPlayers::follow()
 {
-    const QMap<QString, QString> names = namesOfOwners(m_names.owners());
+    const QMap<QString, QString> names = mprisNames(m_names.owners());
     const bool isOneGone = removeAllBut(names);
     const bool isOneNew = add(names);
     if (isOneGone || isOneNew)
@@ -146,7 +127,9 @@ bool MprisPlayers::removeAllBut(const QMap<QString, QString> &nameOfOwner)
     std::vector<Row> gone;
     for (Row &row : m_rows) {
         const QString name = nameOfOwner.value(row.player->owner());
-        if (!name.isEmpty())
+        if (name.isEmpty())
+            m_turns.forget(row.player->owner());
+        else
             row.name = name;
         (name.isEmpty() ? gone : kept).push_back(std::move(row));
     }
@@ -162,24 +145,16 @@ bool MprisPlayers::add(const QMap<QString, QString> &nameOfOwner)
         if (std::any_of(m_rows.begin(), m_rows.end(), isTheirs))
             continue;
         auto player = std::make_unique<MprisPlayer>(m_context.sessionBus, m_context.clock, one.key());
-        connect(player.get(), &MprisPlayer::changed, this, [this, told = player.get()] { note(told); });
+        connect(player.get(), &MprisPlayer::changed, this, [this, told = player.get()] { note(*told); });
         m_rows.push_back({.player = std::move(player), .name = *one});
     }
     return m_rows.size() != before;
 }
 
-void MprisPlayers::note(const MprisPlayer *player)
+void MprisPlayers::note(const MprisPlayer &player)
 {
-    const auto row =
-        std::find_if(m_rows.begin(), m_rows.end(), [player](const Row &one) { return one.player.get() == player; });
-    if (row == m_rows.end())
-        return;
-    // One that says nothing has not stopped for all that is known.
-    if (const auto &properties = player->properties()) {
-        const bool isPlaying = properties->status == MprisProperties::Status::playing;
-        if (std::exchange(row->wasPlaying, isPlaying) != isPlaying)
-            row->turn = ++m_lastTurn;
-    }
+    const auto &properties = player.properties();
+    m_turns.note(player.owner(), properties ? std::optional(properties->status) : std::nullopt);
     Q_EMIT changed();
 }
 
@@ -197,7 +172,8 @@ QList<MprisCandidate> MprisPlayers::candidates() const
 {
     QList<MprisCandidate> players;
     for (const Row &row : m_rows) {
-        MprisCandidate candidate{.kind = mprisKind(row.name), .process = row.player->process(), .turn = row.turn};
+        MprisCandidate candidate{
+            .kind = mprisKind(row.name), .process = row.player->process(), .turn = m_turns.turnOf(row.player->owner())};
         if (const auto &properties = row.player->properties()) {
             candidate.status = properties->status;
             candidate.browser = browserSpokenFor(row.name, *properties);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "freedesktop/MprisChoice.h"
+#include "freedesktop/MprisTurns.h"
 #include "platform/MediaPlayers.h"
 #include "platform/linux/bus/FollowedNames.h"
 #include "platform/linux/players/MprisPlayer.h"
@@ -44,15 +45,12 @@ private:
     struct Row {
         std::unique_ptr<MprisPlayer> player;
         QString name;
-        bool wasPlaying = false;
-        /// See MprisCandidate.
-        quint64 turn = 0;
     };
 
     void follow();
     [[nodiscard]] bool removeAllBut(const QMap<QString, QString> &nameOfOwner);
     [[nodiscard]] bool add(const QMap<QString, QString> &nameOfOwner);
-    void note(const MprisPlayer *player);
+    void note(const MprisPlayer &player);
     void refresh(MusicSource source) const;
     [[nodiscard]] QList<MprisCandidate> candidates() const;
     /// The one to ask; null when there is none that plays or could go on.
@@ -63,7 +61,7 @@ private:
     Context m_context;
     FollowedNames m_names;
     std::vector<Row> m_rows;
-    quint64 m_lastTurn = 0;
+    MprisTurns m_turns;
     /// Unique names of the players that were reported last.
     QMap<MusicSource, QString> m_reported;
 };
