@@ -1,46 +1,29 @@
 #include "platform/linux/players/PlayerWindows.h"
 
+#include "freedesktop/MprisOpening.h"
 #include "platform/Workspace.h"
 #include "platform/linux/players/MprisPlayer.h"
-
-#include <algorithm>
 
 namespace moorline {
 
 namespace {
 
-using Applications = QList<RunningApplication>;
-
-std::optional<QString> entryPath(const Workspace &workspace, const QString &entry)
+std::optional<QString> entryPath(const Workspace &workspace, const QString &told)
 {
-    constexpr QLatin1StringView suffix(".desktop");
-    if (entry.isEmpty())
-        return std::nullopt;
-    if (auto path = workspace.applicationPath(entry))
-        return path;
-    // Some name the whole file.
-    return entry.endsWith(suffix) ? workspace.applicationPath(entry.chopped(suffix.size())) : std::nullopt;
+    const QStringList ids = mprisEntryIds(told);
+    for (const QString &id : ids) {
+        if (auto path = workspace.applicationPath(id))
+            return path;
+    }
+    return std::nullopt;
 }
 
-template <typename Rule>
-std::optional<RunningApplication> find(const Applications &applications, const Rule &rule)
+QList<WindowedApplication> windowed(const QList<RunningApplication> &running)
 {
-    const auto found = std::find_if(applications.begin(), applications.end(),
-        [&rule](const RunningApplication &one) { return !one.isTerminated && rule(one); });
-    return found == applications.end() ? std::nullopt : std::optional(*found);
-}
-
-/// Of several of the entry the one whose process it is.
-std::optional<RunningApplication> windowsOf(
-    const Applications &applications, const std::optional<QString> &path, const std::optional<qint64> &process)
-{
-    const auto isOfEntry = [&path](const RunningApplication &one) { return path && one.bundlePath == path; };
-    const auto isOfProcess = [&process](const RunningApplication &one) { return process && one.process == process; };
-    const auto isBoth = [&](const RunningApplication &one) { return isOfEntry(one) && isOfProcess(one); };
-    if (auto exact = find(applications, isBoth))
-        return exact;
-    auto entry = find(applications, isOfEntry);
-    return entry ? entry : find(applications, isOfProcess);
+    QList<WindowedApplication> applications;
+    for (const RunningApplication &one : running)
+        applications.append({.entryPath = one.bundlePath, .process = one.process, .isTerminated = one.isTerminated});
+    return applications;
 }
 
 } // namespace
@@ -48,14 +31,19 @@ std::optional<RunningApplication> windowsOf(
 void bringForward(const MprisPlayer &player, Workspace &workspace)
 {
     const MprisIdentity identity = player.identity();
-    const auto path = entryPath(workspace, identity.desktopEntry);
-    const Applications running = workspace.runningApplications().value_or(Applications());
-    if (const auto windows = windowsOf(running, path, player.process()))
-        workspace.activate(*windows);
-    else if (identity.canRaise)
+    const MprisOrigin origin{.entryPath = entryPath(workspace, identity.desktopEntry),
+        .process = player.process(),
+        .canRaise = identity.canRaise};
+    const QList<RunningApplication> running = workspace.runningApplications().value_or(QList<RunningApplication>());
+    const auto opening = mprisOpening(origin, windowed(running));
+    if (!opening)
+        return;
+    if (const auto *activation = std::get_if<OpenByActivation>(&*opening))
+        workspace.activate(running.at(activation->application));
+    else if (const auto *launch = std::get_if<OpenByLaunch>(&*opening))
+        workspace.open(launch->entryPath, {}, {});
+    else
         player.raise();
-    else if (path)
-        workspace.open(*path, {}, {});
 }
 
 } // namespace moorline
