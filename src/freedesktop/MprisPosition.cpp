@@ -1,5 +1,6 @@
 #include "freedesktop/MprisPosition.h"
 
+#include <QStringList>
 #include <algorithm>
 
 namespace moorline {
@@ -46,6 +47,14 @@ double MprisPosition::runOn(const Told &told, std::chrono::milliseconds uptime) 
         return m_last->position;
     const double elapsed = std::chrono::duration<double>(uptime - m_last->uptime).count();
     return withinLength(m_last->position + elapsed, told.duration);
+}
+
+bool isMprisSilence(const QString &errorName)
+{
+    constexpr QLatin1StringView standard("org.freedesktop.DBus.Error.");
+    const QStringList kinds{QStringLiteral("NoReply"), QStringLiteral("Disconnected"), QStringLiteral("ServiceUnknown"),
+        QStringLiteral("NameHasNoOwner")};
+    return errorName.startsWith(standard) && kinds.contains(errorName.sliced(standard.size()));
 }
 
 } // namespace moorline

@@ -26,6 +26,12 @@ public:
     [[nodiscard]] double correct(const Told &told, std::chrono::milliseconds uptime);
     /// The player says that it went there by a leap, which counts also where it tells the same as before.
     void seek(double position, std::chrono::milliseconds uptime);
+    /// The player does not answer when it is asked where it is.
+    void noteSilence() { m_isSilent = true; }
+    /// The player tells of a change, so that it may answer again.
+    void noteChange() { m_isSilent = false; }
+    /// Whether the player is left to run on, as each question that it does not answer takes its time.
+    [[nodiscard]] bool isSilent() const { return m_isSilent; }
     /// What it told last; the beginning before it told anything.
     [[nodiscard]] double lastTold() const { return m_last ? m_last->told.position : 0; }
 
@@ -44,6 +50,11 @@ private:
     [[nodiscard]] double runOn(const Told &told, std::chrono::milliseconds uptime) const;
 
     std::optional<Record> m_last;
+    bool m_isSilent = false;
 };
+
+/// Whether an answer says that nobody is there, or that nobody answers, rather than what a player says. `errorName` is
+/// D-Bus's, and empty where there is no error.
+[[nodiscard]] bool isMprisSilence(const QString &errorName);
 
 } // namespace moorline

@@ -169,6 +169,28 @@ private Q_SLOTS:
         QCOMPARE(shown(), QStringLiteral("A song"));
     }
 
+    void aPlayerThatDoesNotSayWhereItIsRunsOnUntilItTellsOfAChange()
+    {
+        MprisDouble &player = add(QStringLiteral("one"));
+        begin();
+        player.hold(getPosition);
+        const Query query(m_players->query(MusicSource::music));
+        settle();
+        m_clock->advance(2s);
+        QVERIFY(query.isThere());
+        QVERIFY(!report());
+        QCOMPARE(report()->position, 0.0);
+        m_clock->advance(3s);
+        QCOMPARE(report()->position, 3.0);
+        QCOMPARE(player.count(getPosition), 1);
+        player.release(getPosition);
+        player.position = qint64(7'000'000);
+        player.tellChange(metadata);
+        gather();
+        QCOMPARE(report()->position, 7.0);
+        QCOMPARE(player.count(getPosition), 2);
+    }
+
     void aChangeThatASilentPlayerTellsTakesItsRowAway()
     {
         MprisDouble &player = add(QStringLiteral("one"));

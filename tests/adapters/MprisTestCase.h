@@ -99,7 +99,7 @@ protected:
     void gather()
     {
         settle();
-        m_clock->advance(MprisPlayer::gatheringTime);
+        m_clock->advance(std::chrono::milliseconds(50));
         settle();
     }
 

@@ -112,6 +112,44 @@ private Q_SLOTS:
         static_cast<void>(position.correct(polled(10), 2s));
         QCOMPARE(position.lastTold(), 10.0);
     }
+
+    void whoFellSilentIsNotAskedUntilItTellsOfAChange()
+    {
+        MprisPosition position;
+        QVERIFY(!position.isSilent());
+        position.noteSilence();
+        QVERIFY(position.isSilent());
+        QCOMPARE(position.correct(polled(position.lastTold()), 0ms), 0.0);
+        QCOMPARE(position.correct(polled(position.lastTold()), 2s), 2.0);
+        QVERIFY(position.isSilent());
+        position.noteChange();
+        QVERIFY(!position.isSilent());
+    }
+
+    void silenceIsWhereNobodyAnswers_data()
+    {
+        QTest::addColumn<QString>("error");
+        QTest::addColumn<bool>("isSilence");
+        const auto row = [](const char *error, bool isSilence) {
+            QTest::newRow(error) << QString::fromLatin1(error) << isSilence;
+        };
+        row("", false);
+        row("org.freedesktop.DBus.Error.NoReply", true);
+        row("org.freedesktop.DBus.Error.Disconnected", true);
+        row("org.freedesktop.DBus.Error.ServiceUnknown", true);
+        row("org.freedesktop.DBus.Error.NameHasNoOwner", true);
+        row("org.freedesktop.DBus.Error.UnknownProperty", false);
+        row("org.freedesktop.DBus.Error.AccessDenied", false);
+        row("org.freedesktop.DBus.Error.NoReplyAtAll", false);
+        row("org.example.DBus.Error.NoReply", false);
+        row("NoReply", false);
+    }
+    void silenceIsWhereNobodyAnswers()
+    {
+        QFETCH(const QString, error);
+        QFETCH(const bool, isSilence);
+        QCOMPARE(isMprisSilence(error), isSilence);
+    }
 };
 
 MOORLINE_TEST(MprisPositionTest);

@@ -6,7 +6,6 @@
 
 #include <QLoggingCategory>
 #include <QPointer>
-#include <algorithm>
 #include <utility>
 
 namespace moorline {
@@ -20,17 +19,6 @@ const QString rootInterface = QStringLiteral("org.mpris.MediaPlayer2");
 const QString playerInterface = QStringLiteral("org.mpris.MediaPlayer2.Player");
 const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 
-/// Whether an answer says that nobody is there, or that nobody answers, rather than what a player says.
-bool isSilence(const BusAnswer &answer)
-{
-    constexpr QLatin1StringView prefix("org.freedesktop.DBus.Error.");
-    const QString error = answer.errorName();
-    return error.startsWith(prefix)
-        && QStringList{QStringLiteral("NoReply"), QStringLiteral("Disconnected"), QStringLiteral("ServiceUnknown"),
-            QStringLiteral("NameHasNoOwner")}
-               .contains(error.sliced(prefix.size()));
-}
-
 } // namespace
 
 MprisPlayer::MprisPlayer(Bus &bus, Clock &clock, const QString &owner)
@@ -42,22 +30,21 @@ MprisPlayer::MprisPlayer(Bus &bus, Clock &clock, const QString &owner)
     , m_seeks(bus, owner, {objectPath, playerInterface, QStringLiteral("Seeked")},
           [this](const QDBusMessage &message) { noteSeek(message); })
 {
-    refresh(trustTime);
+    refresh(MprisReading::trustTime);
     findProcess();
 }
 
 void MprisPlayer::refresh(std::chrono::milliseconds trust)
 {
-    if (!m_identity && !m_isReadingIdentity && !m_gatheringIdentity)
+    if (m_identityReading.isDue(m_identity.has_value(), MprisReading::lastingTrustTime, m_clock.uptime()))
         readIdentity();
-    const bool isKnown = m_properties && m_readAt && m_clock.uptime() - *m_readAt < trust;
-    if (!isKnown && !m_isReading && !m_gathering)
+    if (m_reading.isDue(m_properties.has_value(), trust, m_clock.uptime()))
         read();
 }
 
 QCoro::Task<std::optional<double>> MprisPlayer::position()
 {
-    if (m_isPositionSilent && m_properties)
+    if (m_position.isSilent() && m_properties)
         co_return corrected(m_position.lastTold());
     const QPointer<MprisPlayer> alive(this);
     auto asked = propertyQuestion(m_owner, objectPath, playerInterface, QStringLiteral("Position"));
@@ -65,9 +52,9 @@ QCoro::Task<std::optional<double>> MprisPlayer::position()
     const BusAnswer answer = co_await ask(*this, m_bus, m_clock, asked, answerLimit);
     if (!alive)
         co_return std::nullopt;
-    if (isSilence(answer)) {
+    if (isMprisSilence(answer.errorName())) {
         qCDebug(logPlayers) << m_owner << "does not say where it is" << answer.errorName();
-        m_isPositionSilent = true;
+        m_position.noteSilence();
         m_properties.reset();
     }
     if (!m_properties)
@@ -87,7 +74,7 @@ double MprisPlayer::corrected(double told)
 
 void MprisPlayer::command(const QString &method)
 {
-    m_readAt.reset();
+    m_reading.distrust();
     m_bus.connection().send(call(playerInterface, method));
 }
 
@@ -99,10 +86,12 @@ void MprisPlayer::raise() const
 void MprisPlayer::noteChange(const QDBusMessage &message)
 {
     const QVariant interface = message.arguments().value(0);
-    if (interface == playerInterface)
-        gather();
-    else if (interface == rootInterface)
-        gatherIdentity();
+    if (interface == playerInterface) {
+        m_position.noteChange();
+        gather(m_reading.noteChange(m_clock.uptime()));
+    } else if (interface == rootInterface) {
+        gatherIdentity(m_identityReading.noteChange(m_clock.uptime()));
+    }
 }
 
 void MprisPlayer::noteSeek(const QDBusMessage &message)
@@ -110,63 +99,43 @@ void MprisPlayer::noteSeek(const QDBusMessage &message)
     m_isSought = true;
     const double duration = m_properties ? m_properties->duration : 0;
     m_position.seek(mprisPosition(message.arguments().value(0), duration), m_clock.uptime());
-    gather();
+    m_position.noteChange();
+    gather(m_reading.noteChange(m_clock.uptime()));
 }
 
-void MprisPlayer::gather()
+void MprisPlayer::gather(const std::optional<std::chrono::milliseconds> &wait)
 {
-    m_hasNews = true;
-    m_isPositionSilent = false;
-    // What is being asked may have been answered before the change.
-    if (m_gathering || m_isReading)
-        return;
-    const bool isAtItAgain = m_heardAt && m_clock.uptime() - *m_heardAt < m_patience;
-    m_patience = isAtItAgain ? std::min(2 * m_patience, longestGathering) : gatheringTime;
-    m_gathering = m_clock.after(m_patience, [this] {
-        m_gathering.reset();
-        m_heardAt = m_clock.uptime();
-        read();
-    });
+    if (wait)
+        m_gathering = m_clock.after(*wait, [this] { read(); });
 }
 
-void MprisPlayer::gatherIdentity()
+void MprisPlayer::gatherIdentity(const std::optional<std::chrono::milliseconds> &wait)
 {
-    m_hasIdentityNews = true;
-    if (m_gatheringIdentity || m_isReadingIdentity)
-        return;
-    m_gatheringIdentity = m_clock.after(gatheringTime, [this] {
-        m_gatheringIdentity.reset();
-        readIdentity();
-    });
+    if (wait)
+        m_gatheringIdentity = m_clock.after(*wait, [this] { readIdentity(); });
 }
 
 QCoro::Task<> MprisPlayer::read()
 {
     const QPointer<MprisPlayer> alive(this);
-    m_isReading = true;
-    m_hasNews = false;
+    m_gathering.reset();
+    m_reading.begin(m_clock.uptime());
     const BusAnswer answer = co_await ask(*this, m_bus, m_clock, question(playerInterface), answerLimit);
     if (!alive)
         co_return;
-    m_isReading = false;
-    m_readAt = m_clock.uptime();
-    const bool isSought = std::exchange(m_isSought, false);
-    if (m_hasNews)
-        gather();
-    take(answer, isSought);
+    gather(m_reading.end(m_clock.uptime()));
+    take(answer, std::exchange(m_isSought, false));
 }
 
 QCoro::Task<> MprisPlayer::readIdentity()
 {
     const QPointer<MprisPlayer> alive(this);
-    m_isReadingIdentity = true;
-    m_hasIdentityNews = false;
+    m_gatheringIdentity.reset();
+    m_identityReading.begin(m_clock.uptime());
     const BusAnswer answer = co_await ask(*this, m_bus, m_clock, question(rootInterface), answerLimit);
     if (!alive)
         co_return;
-    m_isReadingIdentity = false;
-    if (m_hasIdentityNews)
-        gatherIdentity();
+    gatherIdentity(m_identityReading.end(m_clock.uptime()));
     const auto values = answer.value<QVariantMap>();
     if (!values)
         co_return;

@@ -2,6 +2,7 @@
 
 #include "freedesktop/MprisPosition.h"
 #include "freedesktop/MprisProperties.h"
+#include "freedesktop/MprisReading.h"
 #include "platform/Clock.h"
 #include "platform/linux/bus/BusSignal.h"
 
@@ -17,16 +18,8 @@ class BusAnswer;
 class MprisPlayer final : public QObject {
     Q_OBJECT
 public:
-    /// What it tells within this is one change: some players tell of every step. One that goes on and on is listened to
-    /// less and less often, up to this long.
-    static constexpr std::chrono::milliseconds gatheringTime{50};
-    static constexpr std::chrono::milliseconds longestGathering{2000};
     /// How long it has to answer.
     static constexpr std::chrono::seconds answerLimit{2};
-    /// How long what it said is taken for true without a further word, as not every player tells of changes: of the one
-    /// that is shown, and of all others.
-    static constexpr std::chrono::seconds shownTrustTime{1};
-    static constexpr std::chrono::seconds trustTime{10};
 
     /// Asks it at once. What is lent outlives it.
     MprisPlayer(Bus &bus, Clock &clock, const QString &owner);
@@ -39,7 +32,7 @@ public:
     /// Absent while it is not known.
     [[nodiscard]] const std::optional<qint64> &process() const { return m_process; }
 
-    /// Asks again what is not known, or was said longer ago than `trust`. Nobody waits for the answer.
+    /// Asks again what is not known, or was said `trust` ago or longer. Nobody waits for the answer.
     void refresh(std::chrono::milliseconds trust);
     /// Where in its track it is now, in seconds; at the beginning when it does not say. Absent when it does not answer:
     /// then what it said before is no longer known either. One that did not answer is not asked for it again, but left
@@ -57,8 +50,8 @@ Q_SIGNALS:
 private:
     void noteChange(const QDBusMessage &message);
     void noteSeek(const QDBusMessage &message);
-    void gather();
-    void gatherIdentity();
+    void gather(const std::optional<std::chrono::milliseconds> &wait);
+    void gatherIdentity(const std::optional<std::chrono::milliseconds> &wait);
     [[nodiscard]] double corrected(double told);
     QCoro::Task<> read();
     QCoro::Task<> readIdentity();
@@ -73,20 +66,11 @@ private:
     std::optional<MprisProperties> m_properties;
     std::optional<MprisIdentity> m_identity;
     std::optional<qint64> m_process;
-    /// Absent where it may have changed since.
-    std::optional<std::chrono::milliseconds> m_readAt;
+    MprisReading m_reading{MprisReading::longestGathering};
+    MprisReading m_identityReading;
     MprisPosition m_position;
-    bool m_isPositionSilent = false;
-    bool m_isReading = false;
-    bool m_isReadingIdentity = false;
-    /// It said that something changed, and was not asked since.
-    bool m_hasNews = false;
-    bool m_hasIdentityNews = false;
     /// It said that it leapt, and nobody was told since.
     bool m_isSought = false;
-    /// When it was asked for what it had told of, and how long that had been gathered.
-    std::optional<std::chrono::milliseconds> m_heardAt;
-    std::chrono::milliseconds m_patience = gatheringTime;
     std::unique_ptr<Clock::Timer> m_gathering;
     std::unique_ptr<Clock::Timer> m_gatheringIdentity;
     BusSignal m_changes;

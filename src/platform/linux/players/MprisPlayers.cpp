@@ -164,7 +164,7 @@ void MprisPlayers::refresh(MusicSource source) const
     for (const Row &row : m_rows) {
         const bool isShown = row.player.get() == shown;
         if (mprisKind(row.name) == kindOf(source))
-            row.player->refresh(isShown ? MprisPlayer::shownTrustTime : MprisPlayer::trustTime);
+            row.player->refresh(isShown ? MprisReading::shownTrustTime : MprisReading::trustTime);
     }
 }
 
