@@ -24,6 +24,7 @@ std::optional<milliseconds> MprisReading::noteChange(milliseconds uptime)
 void MprisReading::distrust()
 {
     m_readAt.reset();
+    m_isOutdated = m_state == State::asking;
 }
 
 void MprisReading::begin(milliseconds uptime)
@@ -36,7 +37,7 @@ void MprisReading::begin(milliseconds uptime)
 std::optional<milliseconds> MprisReading::end(milliseconds uptime)
 {
     m_state = State::idle;
-    m_readAt = uptime;
+    m_readAt = std::exchange(m_isOutdated, false) ? std::nullopt : std::optional(uptime);
     return std::exchange(m_hasNews, false) ? std::optional(gather(uptime)) : std::nullopt;
 }
 

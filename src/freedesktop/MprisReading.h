@@ -28,7 +28,7 @@ public:
     /// The player tells of a change. Answers how long to gather what else it tells before it is asked; absent when that
     /// is under way, or it is being asked.
     [[nodiscard]] std::optional<std::chrono::milliseconds> noteChange(std::chrono::milliseconds uptime);
-    /// What the player said so far counts no more.
+    /// What the player said so far counts no more, nor does what it is being asked for.
     void distrust();
     /// The player is being asked.
     void begin(std::chrono::milliseconds uptime);
@@ -45,6 +45,8 @@ private:
     State m_state = State::idle;
     /// It told of a change while it was being asked, which it may have answered before.
     bool m_hasNews = false;
+    /// What it is being asked for counts no more.
+    bool m_isOutdated = false;
     /// Absent where it may have changed since.
     std::optional<std::chrono::milliseconds> m_readAt;
     /// When it was asked for what it had told of, and how long that had been gathered.

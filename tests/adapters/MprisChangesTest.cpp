@@ -236,6 +236,26 @@ private Q_SLOTS:
         QCOMPARE(service.current().title, QStringLiteral("The next song"));
     }
 
+    /// It may have been answered before the command was heard.
+    void whatWasAskedBeforeACommandIsAskedAgain()
+    {
+        MprisDouble &player = add(QStringLiteral("one"));
+        begin();
+        m_clock->advance(1s);
+        player.hold(getAll);
+        static_cast<void>(report());
+        QCOMPARE(player.count(getAll), 2);
+        m_players->send(MusicSource::music, MusicCommand::playPause);
+        player.release(getAll);
+        settle();
+        player.setStatus(QStringLiteral("Paused"));
+        static_cast<void>(report());
+        QCOMPARE(player.count(getAll), 3);
+        QVERIFY(!report()->isPlaying);
+        // What is asked after it is trusted.
+        QCOMPARE(player.count(getAll), 3);
+    }
+
     void aPositionThatStandsStillRunsOnAndLeaps()
     {
         MprisDouble &player = add(QStringLiteral("one"));

@@ -170,6 +170,19 @@ private Q_SLOTS:
         QVERIFY(!reading.isDue(true, shown, 0ms));
     }
 
+    void whatIsDistrustedWhileItIsAskedForIsAskedForAgain()
+    {
+        MprisReading reading;
+        reading.begin(0ms);
+        reading.distrust();
+        QVERIFY(!reading.isDue(true, shown, 9ms));
+        QCOMPARE(reading.end(10ms), Wait());
+        QVERIFY(reading.isDue(true, shown, 10ms));
+        reading.begin(10ms);
+        QCOMPARE(reading.end(20ms), Wait());
+        QVERIFY(!reading.isDue(true, shown, 20ms));
+    }
+
     void whatIsDistrustedWhileItIsGatheredIsAskedForThen()
     {
         MprisReading reading = readAt(0ms);
