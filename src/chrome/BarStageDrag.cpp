@@ -32,7 +32,9 @@ bool BarStage::isDragCancelled() const
 void BarStage::dragEnded()
 {
     watchEscape();
-    deleteClosed();
+    // Another one may have begun while the first was still ending.
+    if (!m_drag)
+        deleteClosed();
 }
 
 void BarStage::watchEscape()

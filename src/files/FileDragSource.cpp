@@ -84,8 +84,11 @@ void FileDragSource::beginDrag()
     // No click follows.
     setDown(false);
     m_isDragging = true;
+    const QPointer alive(this);
     Q_EMIT dragStarted();
-    const auto end = [alive = QPointer(this)] {
+    if (!alive)
+        return;
+    const auto end = [alive] {
         if (!alive)
             return;
         alive->m_isDragging = false;

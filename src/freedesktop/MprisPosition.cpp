@@ -31,6 +31,11 @@ void MprisPosition::seek(double position, std::chrono::milliseconds uptime)
     m_last->isStuck = true;
 }
 
+double MprisPosition::lastTold(const QString &track) const
+{
+    return m_last && m_last->told.track == track ? m_last->told.position : 0;
+}
+
 bool MprisPosition::isDisbelieved(const Told &told) const
 {
     if (!m_last || m_last->told.position != told.position)

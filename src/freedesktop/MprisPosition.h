@@ -32,8 +32,8 @@ public:
     void noteChange() { m_isSilent = false; }
     /// Whether the player is left to run on, as each question that it does not answer takes its time.
     [[nodiscard]] bool isSilent() const { return m_isSilent; }
-    /// What it told last; the beginning before it told anything.
-    [[nodiscard]] double lastTold() const { return m_last ? m_last->told.position : 0; }
+    /// What it told last of that track; the beginning before it told anything of it.
+    [[nodiscard]] double lastTold(const QString &track) const;
 
 private:
     struct Record {

@@ -7,9 +7,9 @@ namespace moorline {
 
 using std::chrono::milliseconds;
 
-bool MprisReading::isDue(bool isKnown, milliseconds trust, milliseconds uptime) const
+bool MprisReading::isDue(bool isKnown, std::optional<milliseconds> trust, milliseconds uptime) const
 {
-    const bool isTrusted = isKnown && m_readAt && uptime - *m_readAt < trust;
+    const bool isTrusted = isKnown && m_readAt && (!trust || uptime - *m_readAt < *trust);
     return m_state == State::idle && !isTrusted;
 }
 

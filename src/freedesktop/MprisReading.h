@@ -13,18 +13,19 @@ public:
     static constexpr std::chrono::milliseconds gatheringTime{50};
     static constexpr std::chrono::milliseconds longestGathering{2000};
     /// How long what it said is taken for true without a further word, as not every player tells of changes: of the one
-    /// that is shown, of all others, and of what no player changes without a word.
+    /// that is shown, and of all others.
     static constexpr std::chrono::milliseconds shownTrustTime{1000};
     static constexpr std::chrono::milliseconds trustTime{10000};
-    static constexpr std::chrono::milliseconds lastingTrustTime = std::chrono::milliseconds::max();
 
     explicit MprisReading(std::chrono::milliseconds longest = gatheringTime)
         : m_longest(longest)
     {
     }
 
-    /// Whether to ask at once for what is not known, or was said `trust` ago or longer.
-    [[nodiscard]] bool isDue(bool isKnown, std::chrono::milliseconds trust, std::chrono::milliseconds uptime) const;
+    /// Whether to ask at once for what is not known, or was said `trust` ago or longer. Without a `trust` it counts for
+    /// ever.
+    [[nodiscard]] bool isDue(
+        bool isKnown, std::optional<std::chrono::milliseconds> trust, std::chrono::milliseconds uptime) const;
     /// The player tells of a change. Answers how long to gather what else it tells before it is asked; absent when that
     /// is under way, or it is being asked.
     [[nodiscard]] std::optional<std::chrono::milliseconds> noteChange(std::chrono::milliseconds uptime);

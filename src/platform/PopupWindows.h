@@ -40,7 +40,7 @@ public:
 /// A file that goes with the pointer, to be given to another program.
 struct CarriedFile {
     QUrl url;
-    /// Its middle is at the pointer.
+    /// Its middle is at the pointer. Null while there is none.
     QImage picture;
     /// What was prepared for it; perhaps null. Kept for as long as somebody may ask for it.
     std::unique_ptr<Files::DragOffer> offer;

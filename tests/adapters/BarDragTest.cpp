@@ -77,6 +77,8 @@ public:
 
     /// In the event loop of the drag.
     std::function<void()> onDrag;
+    /// In place of the drag of a payload.
+    std::function<void()> carry;
     /// Dragged to another place in the bar.
     bool isReordered = false;
     QList<QPointF> places;
@@ -86,6 +88,8 @@ protected:
     void drag(const QPointF &) override
     {
         QTimer::singleShot(0, this, onDrag);
+        if (carry)
+            return carry();
         if (isReordered)
             return carryReordered(*this, reorderedID, {}, {});
         auto *data = new QMimeData;
@@ -184,6 +188,37 @@ private Q_SLOTS:
         startDragging();
         QTRY_COMPARE(bar->item->ends, QList{TrialItem::DragEnd::letGo});
         QCOMPARE(target->drops, 0);
+    }
+
+    void aFileIsCarriedUntilItIsLetGo_data()
+    {
+        QTest::addColumn<bool>("isCancelled");
+        QTest::newRow("let go") << false;
+        QTest::newRow("Escape") << true;
+    }
+
+    void aFileIsCarriedUntilItIsLetGo()
+    {
+        QFETCH(bool, isCancelled);
+        int ends = 0;
+        bar->item->carry = [this, &ends] {
+            CarriedFile file{.url = QUrl(QStringLiteral("file:///a")), .picture = {}, .offer = nullptr};
+            bar->stage.carryFile(bar->view, {50, 50}, std::move(file), [&ends] { ++ends; });
+        };
+        bar->item->onDrag = [&] {
+            foreign->movePointer(onTheTarget);
+            QTRY_VERIFY(target->isHovered);
+            QCOMPARE(ends, 0);
+            if (isCancelled)
+                type(escapeKey);
+            else
+                foreign->setButton(leftButton, false);
+        };
+        startDragging();
+        QTRY_COMPARE(ends, 1);
+        foreign->setButton(leftButton, false);
+        QTRY_VERIFY(!bar->holds.isHeld());
+        QCOMPARE(target->drops, isCancelled ? 0 : 1);
     }
 
     void escapeCancels_data()

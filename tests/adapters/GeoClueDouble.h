@@ -26,7 +26,7 @@ public:
 
     /// Takes the service's name on the bus, as a new process each time.
     void start();
-    /// Leaves the bus without a word.
+    /// Leaves the bus. What it was not told yet is refused; what it holds is never answered.
     void stop();
 
     /// The method fails with that error from now on.

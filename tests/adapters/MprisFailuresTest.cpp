@@ -191,6 +191,30 @@ private Q_SLOTS:
         QCOMPARE(player.count(getPosition), 2);
     }
 
+    void aChangeThatIsToldBeforeASilenceEndsItOnceItIsRead()
+    {
+        MprisDouble &player = add(QStringLiteral("one"));
+        begin();
+        player.hold(getPosition);
+        const Query query(m_players->query(MusicSource::music));
+        settle();
+        player.hold(getAll);
+        player.tellChange(metadata);
+        gather();
+        player.tellChange(metadata);
+        settle();
+        m_clock->advance(1960ms);
+        QVERIFY(query.isThere());
+        player.release(getAll);
+        settle();
+        m_clock->advance(2s);
+        settle();
+        player.release(getPosition);
+        player.position = qint64(7'000'000);
+        QVERIFY(report());
+        QCOMPARE(report()->position, 7.0);
+    }
+
     void aChangeThatASilentPlayerTellsTakesItsRowAway()
     {
         MprisDouble &player = add(QStringLiteral("one"));

@@ -514,6 +514,22 @@ private Q_SLOTS:
         QVERIFY(!content);
     }
 
+    /// Where the system takes its time to end a drag.
+    void whatClosedInADragLastsUntilTheNextOneIsOver()
+    {
+        StageFixture fixture;
+        const QPointer<TestContent> content = &fixture.openPopover(*fixture.icon);
+        auto first = fixture.stage.beginDrag();
+        auto second = fixture.stage.beginDrag();
+        fixture.stage.close();
+        first.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(content);
+        second.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!content);
+    }
+
     void nothingIsOpenAnyMoreForWhoHearsThatItCloses()
     {
         StageFixture fixture;

@@ -99,7 +99,7 @@ def test_a_double_click_is_two_clicks(start_music, accessibility, player):
     wait_for_track(accessibility, FIRST)
     place = middle(accessibility, "Pause")
     bar.screen.click(*place)
-    # It takes two that come at once for one, but is soon done with the first.
+    # mpv takes two commands that come at once for one. It is done with the first long before a click is no second one.
     wait_until(lambda: player.status() == "Paused", what="the player pauses")
     bar.screen.click(*place)
     wait_until(lambda: player.status() == "Playing", what="the player plays on")

@@ -158,6 +158,30 @@ private Q_SLOTS:
         QVERIFY(!fixture.holds.isHeld());
     }
 
+    void aSourceThatGoesAsItsDragBeginsCarriesNothing()
+    {
+        Fixture fixture;
+        auto *source = new Fixture::PlainSource(
+            fixture.stage, fixture.platform.files, fixture.icons, fixture.file(QStringLiteral("a")));
+        source->resize(200, 30);
+        connect(source, &FileDragSource::dragStarted, &fixture.source, [&] { delete source; });
+        for (const int x : {50, 60}) {
+            const auto type = x == 50 ? QEvent::MouseButtonPress : QEvent::MouseMove;
+            QMouseEvent event(type, {qreal(x), 15}, {qreal(x), 15}, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(source, &event);
+        }
+        QVERIFY(!fixture.carrying());
+        QVERIFY(!fixture.holds.isHeld());
+    }
+
+    void aDragWithoutAnIconYetHasNoPicture()
+    {
+        Fixture fixture;
+        fixture.press();
+        fixture.move({60, 15});
+        QVERIFY(fixture.carrying().value().file.picture.isNull());
+    }
+
     void oneDragFollowsFromAPress()
     {
         Fixture fixture;

@@ -107,10 +107,12 @@ private Q_SLOTS:
     void theLastThatWasToldIsKept()
     {
         MprisPosition position;
-        QCOMPARE(position.lastTold(), 0.0);
+        const QString track = polled(0).track;
+        QCOMPARE(position.lastTold(track), 0.0);
         static_cast<void>(position.correct(polled(10), 0ms));
         static_cast<void>(position.correct(polled(10), 2s));
-        QCOMPARE(position.lastTold(), 10.0);
+        QCOMPARE(position.lastTold(track), 10.0);
+        QCOMPARE(position.lastTold(QStringLiteral("another")), 0.0);
     }
 
     void whoFellSilentIsNotAskedUntilItTellsOfAChange()
@@ -119,8 +121,8 @@ private Q_SLOTS:
         QVERIFY(!position.isSilent());
         position.noteSilence();
         QVERIFY(position.isSilent());
-        QCOMPARE(position.correct(polled(position.lastTold()), 0ms), 0.0);
-        QCOMPARE(position.correct(polled(position.lastTold()), 2s), 2.0);
+        QCOMPARE(position.correct(polled(position.lastTold(polled(0).track)), 0ms), 0.0);
+        QCOMPARE(position.correct(polled(position.lastTold(polled(0).track)), 2s), 2.0);
         QVERIFY(position.isSilent());
         position.noteChange();
         QVERIFY(!position.isSilent());

@@ -56,10 +56,7 @@ private Q_SLOTS:
         QVERIFY(reading.isDue(true, trust, 5s + expected));
     }
 
-    void whatLastsIsTrustedForEver()
-    {
-        QVERIFY(!readAt(5s).isDue(true, MprisReading::lastingTrustTime, std::chrono::hours(100'000)));
-    }
+    void whatLastsIsTrustedForEver() { QVERIFY(!readAt(5s).isDue(true, std::nullopt, std::chrono::hours(100'000))); }
 
     void itIsTrustedFromItsAnswerOn()
     {
@@ -164,7 +161,7 @@ private Q_SLOTS:
         MprisReading reading = readAt(0ms);
         QVERIFY(!reading.isDue(true, shown, 0ms));
         reading.distrust();
-        QVERIFY(reading.isDue(true, MprisReading::lastingTrustTime, 0ms));
+        QVERIFY(reading.isDue(true, std::nullopt, 0ms));
         reading.begin(0ms);
         QCOMPARE(reading.end(0ms), Wait());
         QVERIFY(!reading.isDue(true, shown, 0ms));

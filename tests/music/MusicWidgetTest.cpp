@@ -1,6 +1,7 @@
 #include "music/MusicWidget.h"
 
 #include "PaintRecorder.h"
+#include "TrialItem.h"
 #include "WidgetFixture.h"
 #include "harness/FontScope.h"
 #include "harness/TestCase.h"
@@ -323,6 +324,19 @@ private Q_SLOTS:
         QCOMPARE(fixture.lastRequest(QStringLiteral("waveform")).pointSize, 16.0);
         for (const char *name : {"backward.end.fill", "pause.fill", "forward.end.fill"})
             QCOMPARE(fixture.lastRequest(QString::fromLatin1(name)).weight, SymbolWeight::semibold);
+    }
+
+    void aDoubleClickOnAButtonIsTwoCommands()
+    {
+        WidgetFixture fixture;
+        Hand hand;
+        auto *widget = new MusicWidget(fixture.context());
+        hand.scene.addItem(widget);
+        fixture.say(one);
+        const TransportButton *button = Parts(*widget).buttons[1];
+        hand.doubleClick(button->mapRectToScene(button->rect()).center().toPoint());
+        const QPair playPause(MusicSource::spotify, MusicCommand::playPause);
+        QCOMPARE(fixture.platform.mediaPlayers.sent, (QList{playPause, playPause}));
     }
 
     void whatThePlayerDoesNotObeyIsNotOffered()

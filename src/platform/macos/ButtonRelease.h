@@ -4,8 +4,8 @@
 
 namespace moorline {
 
-/// The release of the button that an event is of. The system takes the real one where a menu or a drag follows from a
-/// press, and the toolkit takes the button for held until it is told. Nil for an event of no button that is held.
+/// The release that belongs to a press. The system takes the real one where a menu or a drag follows, and the toolkit
+/// takes the button for held until it is told. Nil unless `event` is a press of the left or the right button.
 [[nodiscard]] NSEvent *releaseAfter(NSEvent *event);
 
 } // namespace moorline

@@ -10,7 +10,6 @@ std::optional<NSEventType> releaseTypeOf(NSEvent *event)
 {
     switch (event.type) {
     case NSEventTypeLeftMouseDown:
-    case NSEventTypeLeftMouseDragged:
         return NSEventTypeLeftMouseUp;
     case NSEventTypeRightMouseDown:
         return NSEventTypeRightMouseUp;

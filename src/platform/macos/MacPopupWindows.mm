@@ -101,7 +101,7 @@ std::unique_ptr<PopupWindows::Handle> MacPopupWindows::watchEscape(Escaped escap
 
 void MacPopupWindows::carryFile(QWidget &source, const QPointF &press, CarriedFile file, Ended ended)
 {
-    carryWithSession(source, press, file, std::move(ended));
+    carryWithSession(source, press, std::move(file), std::move(ended));
 }
 
 void MacPopupWindows::cancelDrag()

@@ -4,16 +4,15 @@
 
 @implementation MoorlineDraggingSource {
     std::function<void()> _ended;
-    /// Of the button that the drag began with.
-    NSEvent *_release;
+    NSEvent *_press;
     MoorlineDraggingSource *_self;
 }
 
-- (instancetype)initWithEnded:(std::function<void()>)ended
+- (instancetype)initWithPress:(NSEvent *)press ended:(std::function<void()>)ended
 {
     self = [super init];
     _ended = std::move(ended);
-    _release = moorline::releaseAfter(NSApp.currentEvent);
+    _press = press;
     _self = self;
     return self;
 }
@@ -30,8 +29,9 @@
            endedAtPoint:(NSPoint)screenPoint
               operation:(NSDragOperation)operation
 {
-    if (_release)
-        [NSApp postEvent:_release atStart:NO];
+    // Whoever presses again while the picture goes back is not interrupted.
+    if (NSEvent.pressedMouseButtons == 0)
+        [NSApp postEvent:moorline::releaseAfter(_press) atStart:NO];
     [self finishSoon];
 }
 

@@ -143,19 +143,21 @@ public:
         const double late = ended - m_began - allowance;
         if (late <= m_limit)
             return;
-        const double own = late - (m_all.sum() - m_delays) - longestSince(m_threadDelays) - m_disk;
+        const double processor = now(CLOCK_THREAD_CPUTIME_ID) - m_processor;
+        const double excused = (m_all.sum() - m_delays) + longestSince(m_threadDelays) + m_disk;
+        // While it was at work it waited for nobody.
+        const double own = std::max(late - excused, processor);
         if (own > m_limit)
-            write(ended, own);
+            write(ended, own, processor);
     }
 
 private:
-    void write(double ended, double own) const
+    void write(double ended, double own, double processor) const
     {
         const char *path = getenv("STALL_WATCH_LOG");
         FILE *log = path ? fopen(path, "ae") : nullptr;
         if (!log)
             return;
-        const double processor = now(CLOCK_THREAD_CPUTIME_ID) - m_processor;
         fprintf(log, "%.3f %.3f %.0f %.0f\n", m_began / 1e3, ended / 1e3, own, processor);
         fclose(log);
     }

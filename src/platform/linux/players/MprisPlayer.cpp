@@ -36,7 +36,7 @@ MprisPlayer::MprisPlayer(Bus &bus, Clock &clock, const QString &owner)
 
 void MprisPlayer::refresh(std::chrono::milliseconds trust)
 {
-    if (m_identityReading.isDue(m_identity.has_value(), MprisReading::lastingTrustTime, m_clock.uptime()))
+    if (m_identityReading.isDue(m_identity.has_value(), std::nullopt, m_clock.uptime()))
         readIdentity();
     if (m_reading.isDue(m_properties.has_value(), trust, m_clock.uptime()))
         read();
@@ -45,7 +45,7 @@ void MprisPlayer::refresh(std::chrono::milliseconds trust)
 QCoro::Task<std::optional<double>> MprisPlayer::position()
 {
     if (m_position.isSilent() && m_properties)
-        co_return corrected(m_position.lastTold());
+        co_return corrected(m_position.lastTold(trackDigest(m_owner, *m_properties)));
     const QPointer<MprisPlayer> alive(this);
     auto asked = propertyQuestion(m_owner, objectPath, playerInterface, QStringLiteral("Position"));
     asked.setAutoStartService(false);
@@ -123,7 +123,11 @@ QCoro::Task<> MprisPlayer::read()
     const BusAnswer answer = co_await ask(*this, m_bus, m_clock, question(playerInterface), answerLimit);
     if (!alive)
         co_return;
-    gather(m_reading.end(m_clock.uptime()));
+    const auto wait = m_reading.end(m_clock.uptime());
+    // A change that it told of while it was asked counts after a silence that began meanwhile.
+    if (wait)
+        m_position.noteChange();
+    gather(wait);
     take(answer, std::exchange(m_isSought, false));
 }
 

@@ -186,6 +186,8 @@ enum : NSEventModifierFlags {
                     eventNumber:(NSInteger)eNum
                      clickCount:(NSInteger)cNum
                        pressure:(float)pressure;
+// https://developer.apple.com/documentation/appkit/nsevent/modifierflags-swift.type.property
+@property (class, readonly) NSEventModifierFlags modifierFlags;
 @property (readonly) NSEventType type;
 @property (readonly) NSEventModifierFlags modifierFlags;
 @property (readonly) NSTimeInterval timestamp;
@@ -278,6 +280,8 @@ enum NSDraggingContext : NSInteger {
 @property NSRect frame;
 @property NSRect bounds;
 @property (copy) NSArray<__kindof NSView *> *subviews;
+// https://developer.apple.com/documentation/appkit/nsview/window
+@property (readonly) NSWindow *window;
 - (instancetype)initWithFrame:(NSRect)frameRect NS_DESIGNATED_INITIALIZER;
 - (instancetype)initWithCoder:(NSCoder *)coder NS_DESIGNATED_INITIALIZER;
 - (void)addSubview:(NSView *)view;
@@ -332,6 +336,8 @@ static const NSWindowLevel NSPopUpMenuWindowLevel = 101;
 // https://developer.apple.com/documentation/appkit/nswindow
 @interface NSWindow : NSResponder
 @property (readonly) NSRect frame;
+// https://developer.apple.com/documentation/appkit/nswindow/windownumber
+@property (readonly) NSInteger windowNumber;
 @property NSWindowLevel level;
 @property NSWindowCollectionBehavior collectionBehavior;
 @property NSWindowAnimationBehavior animationBehavior;

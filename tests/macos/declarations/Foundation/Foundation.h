@@ -19,6 +19,8 @@ extern "C" {
 
 // https://developer.apple.com/documentation/foundation/nsmakepoint
 NSPoint NSMakePoint(CGFloat x, CGFloat y);
+// https://developer.apple.com/documentation/foundation/nsmakesize
+NSSize NSMakeSize(CGFloat w, CGFloat h);
 // https://developer.apple.com/documentation/foundation/nsmakerect
 NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat w, CGFloat h);
 // https://developer.apple.com/documentation/foundation/nsminx(_:)

@@ -39,4 +39,5 @@ __attribute__((objc_root_class))
 + (instancetype)alloc;
 + (Class)class;
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
+- (id)copy;
 @end
